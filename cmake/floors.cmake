@@ -1,0 +1,52 @@
+# One static library a floor, made of every source file in its folder.
+
+set(TRESMOR_WARNINGS -Wall -Wextra -Wpedantic -Wconversion -Werror)
+set(TRESMOR_SANITIZE "" CACHE STRING "Sanitizers of this build, as -fsanitize= takes them")
+option(TRESMOR_COVERAGE "Count the lines that the tests run" OFF)
+
+function(tresmor_settings target)
+  target_compile_options(${target} PRIVATE ${TRESMOR_WARNINGS})
+  target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+  if(TRESMOR_SANITIZE)
+    target_compile_options(${target} PRIVATE -fsanitize=${TRESMOR_SANITIZE} -fno-omit-frame-pointer
+                           -fno-sanitize-recover=all)
+    target_link_options(${target} PUBLIC -fsanitize=${TRESMOR_SANITIZE})
+  endif()
+  if(TRESMOR_COVERAGE)
+    target_compile_options(${target} PRIVATE --coverage)
+    target_link_options(${target} PUBLIC --coverage)
+  endif()
+endfunction()
+
+# tresmor_floor(name below... [DIR folder]): the folder is src/<name> unless told otherwise.
+function(tresmor_floor name)
+  cmake_parse_arguments(ARG "" "DIR" "" ${ARGN})
+  if(NOT ARG_DIR)
+    set(ARG_DIR ${name})
+  endif()
+  file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${ARG_DIR}/*.cpp)
+  if(sources)
+    add_library(tresmor_${name} STATIC ${sources})
+    tresmor_settings(tresmor_${name})
+    target_link_libraries(tresmor_${name} PUBLIC ${ARG_UNPARSED_ARGUMENTS})
+  else()
+    add_library(tresmor_${name} INTERFACE)
+    target_include_directories(tresmor_${name} INTERFACE ${PROJECT_SOURCE_DIR}/src)
+    target_link_libraries(tresmor_${name} INTERFACE ${ARG_UNPARSED_ARGUMENTS})
+  endif()
+endfunction()
+
+# tresmor_program(name folder parts...): the program lands at the top of the build folder. All but its main.cpp is a
+# library of its own, so that tests can call it.
+function(tresmor_program name folder)
+  file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${folder}/*.cpp)
+  list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
+  add_library(tresmor_${folder} STATIC ${sources})
+  tresmor_settings(tresmor_${folder})
+  target_compile_definitions(tresmor_${folder} PRIVATE TRESMOR_VERSION="${PROJECT_VERSION}")
+  target_link_libraries(tresmor_${folder} PUBLIC ${ARGN})
+  add_executable(${name} ${PROJECT_SOURCE_DIR}/src/${folder}/main.cpp)
+  tresmor_settings(${name})
+  target_link_libraries(${name} PRIVATE tresmor_${folder})
+  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR})
+endfunction()

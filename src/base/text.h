@@ -1,0 +1,38 @@
+// Text as the program compares and shows it. A text is bytes: UTF-8 where it came from people, anything where it came
+// from a directory. No routine here fails on bytes that are not UTF-8.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace tresmor {
+
+// Simple Unicode case folding (one character to one character, as in CaseFolding.txt, statuses C and S). A byte that
+// is not part of valid UTF-8 stands for itself.
+std::string FoldCase(std::string_view text);
+
+// The order of texts without regard to case: the folded texts compared byte by byte. Gives -1, 0 or 1. Equal here is
+// what "the same name" means everywhere.
+int CompareText(std::string_view a, std::string_view b);
+inline bool EqualText(std::string_view a, std::string_view b) { return CompareText(a, b) == 0; }
+
+// The first eight bytes of FoldCase(text) as a big-endian number, short texts filled with zero bytes: where two keys
+// differ they order the texts as CompareText does; where they are equal only CompareText knows.
+std::uint64_t TextKey(std::string_view text);
+
+// The length in bytes (1 to 4) of the UTF-8 character at text[at]; an invalid byte counts as a character of one byte.
+std::size_t CharLength(std::string_view text, std::size_t at);
+bool IsUtf8(std::string_view text);
+
+// Decimal text filled with blanks on the left to 10 characters; longer numbers stand unpadded.
+std::string PadNumber(std::int64_t number);
+
+// `text` with each `what` (not empty) replaced by `by`.
+std::string ReplaceAll(std::string_view text, std::string_view what, std::string_view by);
+
+// Without the blanks (U+0020 only) at both ends.
+std::string_view TrimBlanks(std::string_view text);
+
+}  // namespace tresmor

@@ -1,0 +1,28 @@
+// Small questions to the file system, shared by all that work on files.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "base/date.h"
+#include "platform/file_system.h"
+
+namespace tresmor {
+
+// Last write on the UTC clock. The zero date for a file that is hidden, gone, no regular file or can't be told.
+DateStamp GetFileDate(const FileSystem& files, const std::string& path);
+// The same from a Stat that was made already.
+DateStamp FileDateOf(const FileStat& stat);
+
+// Whether a file stands there that is no folder. The name is taken exactly: '*' and '?' are ordinary characters.
+bool ExistsFile(const FileSystem& files, const std::string& path);
+// A file or a folder; false for an empty path.
+bool ExistsPath(const FileSystem& files, const std::string& path);
+// Whether a folder holds nothing: no file, link, socket or other entry. (Sub-folders count as entries too.)
+bool IsEmptyDir(const FileSystem& files, const std::string& folder);
+
+// The box that tells that a file's length could not be read. Empty for the failures that stay silent (a file that is
+// gone or has a bad name).
+std::string LengthFailureText(Errors failure, const std::string& path);
+
+}  // namespace tresmor

@@ -1,0 +1,44 @@
+// The table of file records that a search works on.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "search/col_files.h"
+
+namespace tresmor {
+
+// Values of DupGrp below 0. 0 or more is a group: the table index of the group's first record, its leader.
+inline constexpr std::int32_t kNoGroup = -1;
+inline constexpr std::int32_t kDropped = -2;    // only while a block is being judged
+inline constexpr std::int32_t kReadError = -3;
+
+// One catalogued file. 32 bytes, since a search may hold millions.
+struct FileProp {
+  std::int64_t Sz = 0;  // bytes, read when the table is filled
+  const char* name = nullptr;
+  FolderId folder = 0;
+  std::int32_t DupGrp = kNoGroup;
+  std::uint16_t nameLength = 0;
+  bool IsSrchTarget = false;
+
+  std::string_view Name() const { return {name, nameLength}; }
+};
+
+// Indexes count from 0. The catalogue outlives the table.
+struct FileProps {
+  std::vector<FileProp> records;
+  const FolderTree* folders = nullptr;
+
+  std::int32_t Last() const { return static_cast<std::int32_t>(records.size()) - 1; }
+  FileProp& operator[](std::int32_t i) { return records[static_cast<std::size_t>(i)]; }
+  const FileProp& operator[](std::int32_t i) const { return records[static_cast<std::size_t>(i)]; }
+  std::string Path(std::int32_t i) const {
+    std::string path = folders->Path((*this)[i].folder);
+    return path.append((*this)[i].Name());
+  }
+};
+
+}  // namespace tresmor
