@@ -18,7 +18,7 @@ DateStamp FileDateOf(const FileStat& stat);
 bool ExistsFile(const FileSystem& files, const std::string& path);
 // A file or a folder; false for an empty path.
 bool ExistsPath(const FileSystem& files, const std::string& path);
-// Whether a folder holds nothing: no file, link, socket or other entry. (Sub-folders count as entries too.)
+// Whether a folder holds no file, link, socket or other entry that is no folder; sub-folders do not count.
 bool IsEmptyDir(const FileSystem& files, const std::string& folder);
 
 // The box that tells that a file's length could not be read. Empty for the failures that stay silent (a file that is
