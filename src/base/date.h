@@ -21,10 +21,21 @@ std::string FormatStamp(DateStamp stamp);
 // The inverse, for exactly that form and a real date.
 std::optional<DateStamp> ParseStamp(std::string_view text);
 
-// A date as people type it: ISO ("2003-07-02", with "hh:mm[:ss]" behind a blank or T), names of months ("2 Jul 2003",
-// "July 2, 2003"), or numbers with ".", "/" or "-" in the order of the process's locale (in the C locale a year in
-// front means ISO, otherwise month, day, year as C writes it). Two-digit years 30 to 99 are 19xx, others 20xx. No time
-// means midnight. None if it is no date.
+enum class DateOrder { DayMonthYear, MonthDayYear, YearMonthDay };
+
+// The order in which a format of strftime writes a date; month, day, year where it can't be told.
+DateOrder OrderOf(std::string_view format);
+
+// A date as people type it, in one of these forms:
+// - three numbers with ".", "/" or "-" between them, the same both times, blanks behind it allowed. A number of four
+//   digits in front is the year, followed by month and day (ISO). A number of four digits at the end is the year too.
+//   What that leaves open follows `order`, but day and month change places where that alone gives a month;
+// - a name of a month, English or of the process's locale, full or short, with day and year in any places ("2 Jul
+//   2003", "July 2, 2003", "2-Jul-03"). The year is the number of four digits, else the later one.
+// Behind it may stand a time of day, "hh:mm" or "hh:mm:ss", after a blank or a T; none means midnight. Years of one or
+// two digits: 30 to 99 are 19xx, others 20xx. None if it is no date.
+std::optional<DateStamp> ParseDate(std::string_view text, DateOrder order);
+// The same in the order of the process's locale.
 std::optional<DateStamp> ParseDate(std::string_view text);
 
 // Seconds as "hh:mm:ss", a time of day: wraps at 24 hours.

@@ -21,7 +21,7 @@ struct PathStyle {
   bool StartsWith(std::string_view text, std::string_view prefix) const;
   // A text that is equal for two paths exactly when Equal holds: the key of maps keyed by path.
   std::string Key(std::string_view path) const;
-  std::string_view Tail() const { return {&separator, 1}; }
+  std::string Tail() const { return {separator}; }
 };
 
 // What SplitFileSpec gives, in bits.

@@ -13,6 +13,10 @@ namespace tresmor {
 // is not part of valid UTF-8 stands for itself.
 std::string FoldCase(std::string_view text);
 
+// The folded character at text[at], which moves behind it. An invalid byte gives 0x110000 plus the byte, so it equals
+// no character.
+char32_t NextFoldedChar(std::string_view text, std::size_t& at);
+
 // The order of texts without regard to case: the folded texts compared byte by byte. Gives -1, 0 or 1. Equal here is
 // what "the same name" means everywhere.
 int CompareText(std::string_view a, std::string_view b);

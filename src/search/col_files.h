@@ -1,14 +1,16 @@
 // The catalogue of one search: the files that the scope rows yield, in the order in which they were first reached, each
 // with the search-target flag of the row that reached it first. The same path is one entry, under the path style's
 // case rule. A million entries must be cheap: names stay where the folder listings put them and folders are kept as a
-// tree, so an entry costs 16 bytes here plus its name and 8 bytes in the listing.
+// tree, so an entry costs 16 bytes here plus its name, 8 bytes and a bit in the listing.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "platform/file_system.h"
@@ -17,7 +19,8 @@ namespace tresmor {
 
 using FolderId = std::uint32_t;
 
-// The folders of a search. Listings stay, unchanged, until Clear, since names point into them.
+// The folders of a search as paths. A path is composed on demand: trees thousands of folders deep would otherwise cost
+// memory by the square of their depth.
 class FolderTree {
  public:
   static constexpr FolderId kNone = 0xFFFFFFFF;
@@ -25,7 +28,7 @@ class FolderTree {
   // A folder at the top of a walk; `path` ends with the separator.
   FolderId AddTop(std::string path);
   FolderId AddSub(FolderId parent, std::string_view name, char separator);
-  void Clear();
+  void Clear() { nodes_.clear(); }
 
   // The full path with the separator at its end, appended to `path`.
   void AppendPath(FolderId folder, std::string& path) const;
@@ -64,13 +67,52 @@ class ColFiles {
   // has no second hard link.
   bool ReachedTwice() const { return reachedTwice_; }
 
-  // The walk adds to the catalogue by its own routines, see load_files.h.
+  // What follows is the walk's. A folder is listed once in a search: paths that are the same under the style's case
+  // rule share one listing, and that is how a file that is reached again is known. Listings stay, unchanged, until
+  // Clear.
+  using ListingId = std::uint32_t;
+  static constexpr ListingId kNoListing = 0xFFFFFFFF;
+
+  // A folder on its way into the catalogue. The hash is that of its path's key, carried along so that a sub-folder's
+  // costs only its own name.
+  struct Folder {
+    FolderId id = FolderTree::kNone;
+    std::uint64_t pathHash = 0;
+  };
+  Folder AddTop(std::string path);
+  Folder AddSub(const Folder& parent, std::string_view name);
+
+  // The listing kept for a folder of the same path, else kNoListing.
+  ListingId FindListing(const Folder& folder) const;
+  // `folder` must have none yet.
+  ListingId KeepListing(const Folder& folder, FolderListing listing);
+  const FolderListing& Listing(ListingId id) const { return kept_[id].listing; }
+  // Whether a listing is kept of that very folder, by whatever path.
+  bool Knows(const FileIdentity& identity) const { return identities_.contains(identity); }
+
+  // Adds the file at `entry` of the listing under the path of `folder`. One that is there already stays as it is.
+  void Add(FolderId folder, ListingId listing, std::size_t entry, bool isSrchTarget);
 
  private:
-  friend class FolderWalk;
+  struct Kept {
+    FolderListing listing;
+    std::size_t firstEntry = 0;  // number of entries in all listings before
+  };
+  struct Visited {
+    FolderId folder;
+    ListingId listing;
+  };
+  struct IdentityHash {
+    std::size_t operator()(const FileIdentity& identity) const;
+  };
+
   PathStyle style_;
   FolderTree folders_;
   std::vector<Item> items_;
+  std::deque<Kept> kept_;    // no listing ever moves: short names stand inside it
+  std::vector<bool> taken_;  // one for each entry of all listings
+  std::unordered_multimap<std::uint64_t, Visited> visited_;
+  std::unordered_set<FileIdentity, IdentityHash> identities_;
   bool reachedTwice_ = false;
 };
 

@@ -1,0 +1,41 @@
+#include "base/failure.h"
+
+namespace tresmor {
+
+const char* Describe(Errors number) {
+  switch (number) {
+    case Errors::None:
+      return "";
+    case Errors::Overflow:
+      return "Overflow";
+    case Errors::Subscript:
+      return "Subscript out of range";
+    case Errors::TypeMismatch:
+      return "Type mismatch";
+    case Errors::BadFileName:
+      return "Bad file name or number";
+    case Errors::FileNotFound:
+      return "File not found";
+    case Errors::Device:
+      return "Device I/O error";
+    case Errors::FileExists:
+      return "File already exists";
+    case Errors::DiskFull:
+      return "Disk full";
+    case Errors::PastEnd:
+      return "Input past end of file";
+    case Errors::TooManyFiles:
+      return "Too many files";
+    case Errors::PermissionDenied:
+      return "Permission denied";
+    case Errors::PathAccess:
+      return "Path/File access error";
+    case Errors::BadPattern:
+      return "Invalid pattern string";
+    case Errors::KeyExists:
+      return "This key is already associated with an element of this collection";
+  }
+  return "Application-defined or object-defined error";
+}
+
+}  // namespace tresmor

@@ -1,0 +1,117 @@
+// A list of rows under column headers, made for a million rows: about 50 bytes a row of the result lists and its name.
+//
+// Rows and columns count from 1. A row's own text is the cell of column 1, its sub-item 0; columns 2 and up are its
+// sub-items 1 and up. A position where nothing stands fails with Subscript. Cells are texts and come back byte for
+// byte; a cell that was never written is missing and reads as empty.
+//
+// A list that is hidden tells nothing of its rows and headers: who shows them reads all anew when Visible becomes true.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "controls/cell_store.h"
+#include "controls/control.h"
+#include "controls/list_sort.h"
+
+namespace tresmor {
+
+// A right-aligned column is one of numbers, which sorting has to know.
+enum class Alignment { Left, Right };
+
+struct ColumnHeader {
+  std::string text;
+  int width = 0;  // 1/2540 inch; 0 hides the column
+  Alignment alignment = Alignment::Left;
+};
+
+// Colours are 0x00BBGGRR, or this one, the desktop's colour of text in windows.
+inline constexpr std::uint32_t kWindowText = 0x80000008;
+
+enum : std::int16_t { kAscending = 0, kDescending = 1 };
+
+class ListView : public Control {
+ public:
+  void AddColumn(ColumnHeader header);
+  std::int32_t Columns() const { return static_cast<std::int32_t>(columns_.size()); }
+  const ColumnHeader& Column(std::int32_t column) const { return columns_[ColumnAt(column)].header; }
+  void SetColumnText(std::int32_t column, std::string text);
+
+  std::int32_t Count() const { return static_cast<std::int32_t>(flags_.size()); }
+  // Adds a row at the end and gives its position. New rows are neither marked nor selected.
+  std::int32_t AddRow(std::string_view text, std::span<const CellValue> subItems = {});
+  void RemoveRow(std::int32_t row);
+  // `rows` ascend, each named once. One pass over the list, however many they are.
+  void RemoveRows(std::span<const std::int32_t> rows);
+  void Clear();
+
+  std::string Cell(std::int32_t row, std::int32_t subItem) const;
+  // The same without a copy where the cell is kept as text; valid until the list or `scratch` changes.
+  std::string_view CellView(std::int32_t row, std::int32_t subItem, std::string& scratch) const;
+  // The number of a cell that holds a padded number, which costs no parsing.
+  std::optional<std::int64_t> CellNumber(std::int32_t row, std::int32_t subItem) const;
+  // Whether two rows have the same bytes in a cell.
+  bool SameCell(std::int32_t a, std::int32_t b, std::int32_t subItem) const;
+  void SetCell(std::int32_t row, std::int32_t subItem, const CellValue& value);
+  // How many sub-items a row has: up to its last one that was written.
+  std::int32_t SubItems(std::int32_t row) const;
+
+  // A second text of a cell, not shown.
+  std::string CellTag(std::int32_t row, std::int32_t subItem) const;
+  void SetCellTag(std::int32_t row, std::int32_t subItem, std::string_view tag);
+
+  bool Checked(std::int32_t row) const { return (flags_[At(row)] & kChecked) != 0; }
+  void SetChecked(std::int32_t row, bool checked) { SetFlags(row, kChecked, checked ? kChecked : 0U); }
+  bool Selected(std::int32_t row) const { return (flags_[At(row)] & kSelected) != 0; }
+  void SetSelected(std::int32_t row, bool selected) { SetFlags(row, kSelected, selected ? kSelected : 0U); }
+  // The number of the row's picture, 0 (none) to 63.
+  int SmallIcon(std::int32_t row) const { return flags_[At(row)] >> kIconShift; }
+  void SetSmallIcon(std::int32_t row, int icon);
+  std::uint32_t ForeColor(std::int32_t row) const;
+  void SetForeColor(std::int32_t row, std::uint32_t color);
+
+  bool Sorted() const;
+  // Writing true sorts the rows now, every time, by the text of sub-item SortKey in the direction SortOrder; rows that
+  // tie keep their order. Rows that are added later stay at the end.
+  void SetSorted(bool sorted);
+  // The same by the tags of the cells.
+  void SortByTags();
+
+  Property<std::int16_t> SortKey{*this, Notice::What::SortKey};
+  Property<std::int16_t> SortOrder{*this, Notice::What::SortOrder, kAscending};
+  Property<std::string> Tag{*this, Notice::What::Tag};
+
+ private:
+  enum : unsigned { kChecked = 1, kSelected = 2 };
+  static constexpr int kIconShift = 2;
+  using Cells = std::vector<CellStore::Cell>;
+  // Cells past the end of a vector are missing ones, so that a column nobody writes costs nothing.
+  struct ColumnData {
+    ColumnHeader header;
+    Cells cells;
+    Cells tags;
+  };
+
+  std::size_t At(std::int32_t row) const;
+  std::size_t ColumnAt(std::int32_t column) const;
+  CellStore::Cell CellAt(std::int32_t row, std::int32_t subItem) const;
+  CellStore::Cell PackFor(std::size_t column, const CellValue& value);
+  void SetFlags(std::int32_t row, unsigned mask, unsigned flags);
+  void Sort(Cells ColumnData::*what);
+  template <class Change>
+  void ChangeRows(Notice::What what, std::int32_t first, std::int32_t last, Change&& change);
+  template <class Edit>
+  void ForEachVector(Edit&& edit);
+
+  CellStore store_;
+  std::vector<ColumnData> columns_;
+  std::vector<std::uint8_t> flags_;    // one a row, always
+  std::vector<std::uint32_t> colors_;  // rows past its end have the default
+  bool sorted_ = false;
+};
+
+}  // namespace tresmor

@@ -1,0 +1,285 @@
+#include "platform/posix/posix_file_system.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <limits.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <limits>
+
+#include "platform/posix/pseudo_file_system.h"
+#include "platform/posix/short_path.h"
+
+namespace tresmor {
+
+namespace {
+
+constexpr std::size_t kOtherNeeds = 32;  // descriptors left to the rest of the program
+constexpr std::size_t kFewestFiles = 8;
+constexpr std::size_t kTableSize = 4096;    // more than a search keeps open at once
+constexpr std::size_t kListBuffer = 65536;  // a few hundred entries a call
+
+bool IsHidden(std::string_view name) { return name.starts_with('.') && name != "." && name != ".."; }
+
+EntryKind KindOfMode(mode_t mode) {
+  if (S_ISREG(mode)) return EntryKind::File;
+  return S_ISDIR(mode) ? EntryKind::Folder : EntryKind::Other;
+}
+
+FileIdentity IdentityOf(const struct stat& info) { return {info.st_dev, info.st_ino}; }
+
+FileStat ToFileStat(const struct stat& info, bool hidden) {
+  FileStat stat;
+  stat.kind = KindOfMode(info.st_mode);
+  stat.hidden = hidden;
+  stat.size = info.st_size;
+  stat.modified = info.st_mtim.tv_sec;
+  // Wraps for a time centuries away instead of overflowing; it is only ever compared for equality.
+  const auto seconds = static_cast<std::uint64_t>(info.st_ctim.tv_sec);
+  stat.changedNs =
+      static_cast<std::int64_t>(seconds * 1'000'000'000 + static_cast<std::uint64_t>(info.st_ctim.tv_nsec));
+  stat.links = info.st_nlink;
+  stat.identity = IdentityOf(info);
+  return stat;
+}
+
+// Some file systems leave the kind of their entries open.
+EntryKind KindOfEntry(int folder, const dirent64& entry) {
+  switch (entry.d_type) {
+    case DT_REG:
+      return EntryKind::File;
+    case DT_DIR:
+      return EntryKind::Folder;
+    case DT_UNKNOWN:
+      break;
+    default:
+      return EntryKind::Other;
+  }
+  struct stat info {};
+  if (fstatat(folder, entry.d_name, &info, AT_SYMLINK_NOFOLLOW) != 0) return EntryKind::Other;
+  return KindOfMode(info.st_mode);
+}
+
+// Calls visit(entry, name) for each entry of one filled buffer.
+template <typename Visit>
+void ForEachEntry(const char* buffer, std::size_t filled, const Visit& visit) {
+  for (std::size_t at = 0; at < filled;) {
+    const auto& entry = *reinterpret_cast<const dirent64*>(buffer + at);
+    at += entry.d_reclen;
+    const std::string_view name = entry.d_name;
+    if (name != "." && name != "..") visit(entry, name);
+  }
+}
+
+Errors AppendEntries(int folder, const char* buffer, std::size_t filled, FolderListing& listing) {
+  // Counted first: most folders fit into one buffer, and their listing then takes no byte more than it needs.
+  std::size_t bytes = listing.names.size();
+  std::size_t count = listing.entries.size();
+  ForEachEntry(buffer, filled, [&](const dirent64&, std::string_view name) {
+    bytes += name.size();
+    ++count;
+  });
+  if (bytes > std::numeric_limits<std::uint32_t>::max()) return Errors::Overflow;
+  if (bytes > listing.names.capacity()) listing.names.reserve(bytes);
+  if (count > listing.entries.capacity()) listing.entries.reserve(std::max(count, 2 * listing.entries.capacity()));
+  ForEachEntry(buffer, filled, [&](const dirent64& entry, std::string_view name) {
+    listing.entries.push_back({static_cast<std::uint32_t>(listing.names.size()),
+                               static_cast<std::uint16_t>(name.size()), KindOfEntry(folder, entry), IsHidden(name)});
+    listing.names += name;
+  });
+  return Errors::None;
+}
+
+Errors ReadEntries(int folder, FolderListing& listing) {
+  alignas(dirent64) thread_local char buffer[kListBuffer];
+  for (;;) {
+    const ssize_t got = getdents64(folder, buffer, sizeof buffer);
+    if (got == 0) return Errors::None;
+    if (got < 0) return PathFailure(errno);
+    const Errors failure = AppendEntries(folder, buffer, static_cast<std::size_t>(got), listing);
+    if (failure != Errors::None) return failure;
+  }
+}
+
+// Opens a regular file and nothing else. The look ahead costs a third of an open, and buys that no FIFO, socket or
+// device is touched: even an open that does not wait lets a writer into a FIFO or rewinds a tape. Against a file that
+// is exchanged between look and open stand the flags, which neither follow nor wait, and the look at what was opened.
+Descriptor OpenFile(const std::string& path, struct stat& info, Errors& failure) {
+  const ShortPath at(path);
+  failure = at.Failure();
+  if (failure != Errors::None) return Descriptor();
+  if (fstatat(at.Folder(), at.Rest(), &info, AT_SYMLINK_NOFOLLOW) != 0) {
+    failure = PathFailure(errno);
+    return Descriptor();
+  }
+  if (!S_ISREG(info.st_mode)) {
+    failure = Errors::PathAccess;
+    return Descriptor();
+  }
+  Descriptor file(openat(at.Folder(), at.Rest(), O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC));
+  if (!file.IsOpen() || fstat(file.Number(), &info) != 0) {
+    failure = PathFailure(errno);
+    return Descriptor();
+  }
+  if (!S_ISREG(info.st_mode)) {
+    failure = Errors::PathAccess;
+    return Descriptor();
+  }
+  return file;
+}
+
+class PosixFileReader final : public FileReader {
+ public:
+  PosixFileReader(Descriptor file, std::int64_t size) : file_(std::move(file)), size_(size) {}
+
+  std::int64_t Size() const override { return size_; }
+
+  Result ReadAt(std::int64_t offset, std::span<char> into) override {
+    Result result;
+    while (result.got < into.size()) {
+      const ssize_t got = pread(file_.Number(), into.data() + result.got, into.size() - result.got,
+                                offset + static_cast<std::int64_t>(result.got));
+      if (got == 0) break;
+      if (got > 0) {
+        result.got += static_cast<std::size_t>(got);
+      } else if (errno != EINTR) {
+        result.failure = errno == EACCES || errno == EPERM ? Errors::PermissionDenied : Errors::Device;
+        break;
+      }
+    }
+    return result;
+  }
+
+ private:
+  const Descriptor file_;
+  const std::int64_t size_;
+};
+
+std::size_t RaiseOpenLimit() {
+  rlimit limit{};
+  if (getrlimit(RLIMIT_NOFILE, &limit) != 0) return kFewestFiles;
+  rlimit raised{limit.rlim_max, limit.rlim_max};
+  if (setrlimit(RLIMIT_NOFILE, &raised) != 0) raised = limit;
+  return std::max(static_cast<std::size_t>(raised.rlim_cur), kFewestFiles + kOtherNeeds) - kOtherNeeds;
+}
+
+void GrowDescriptorTable(std::size_t limit) {
+  const Descriptor any(open("/", O_PATH | O_CLOEXEC));
+  if (!any.IsOpen()) return;
+  const Descriptor last(fcntl(any.Number(), F_DUPFD_CLOEXEC, static_cast<int>(std::min(limit, kTableSize) - 1)));
+}
+
+std::string TrashHome() {
+  const char* data = std::getenv("XDG_DATA_HOME");
+  return data != nullptr && *data == '/' ? AddTail(data, "/") + "Trash" : std::string();
+}
+
+}  // namespace
+
+PosixFileSystem::PosixFileSystem() : openLimit_(RaiseOpenLimit()), trashHome_(TrashHome()) {
+  GrowDescriptorTable(openLimit_);
+}
+
+Errors PosixFileSystem::List(const std::string& folder, FolderListing& listing) const {
+  listing.identity = {};
+  listing.forbidden = false;
+  listing.names.clear();
+  listing.entries.clear();
+  const ShortPath at(folder);
+  if (at.Failure() != Errors::None) return at.Failure();
+  const Descriptor opened(openat(at.Folder(), at.Rest(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  struct stat info {};
+  if (!opened.IsOpen() || fstat(opened.Number(), &info) != 0) return PathFailure(errno);
+  listing.identity = IdentityOf(info);
+  listing.forbidden = IsOnPseudoFileSystem(opened.Number(), info.st_dev);
+  return listing.forbidden ? Errors::None : ReadEntries(opened.Number(), listing);
+}
+
+Errors PosixFileSystem::Stat(const std::string& path, FileStat& stat) const {
+  const ShortPath at(path);
+  if (at.Failure() != Errors::None) return at.Failure();
+  struct stat info {};
+  if (fstatat(at.Folder(), at.Rest(), &info, AT_SYMLINK_NOFOLLOW) != 0) return PathFailure(errno);
+  std::string_view name = path;
+  while (name.ends_with('/')) name.remove_suffix(1);
+  stat = ToFileStat(info, IsHidden(GetFileNameOf(name, Style())));
+  return Errors::None;
+}
+
+void PosixFileSystem::StatAll(const std::string& folder, std::span<const std::string_view> names,
+                              std::span<FileStat> stats, std::span<Errors> failures) const {
+  const ShortPath at(folder);
+  Errors failure = at.Failure();
+  Descriptor opened;
+  if (failure == Errors::None) {
+    opened = Descriptor(openat(at.Folder(), at.Rest(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    if (!opened.IsOpen()) failure = PathFailure(errno);
+  }
+  std::fill(failures.begin(), failures.end(), failure);
+  if (failure != Errors::None) return;
+  char name[PATH_MAX];
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    if (names[i].size() >= sizeof name || names[i].find('\0') != std::string_view::npos) {
+      failures[i] = Errors::BadFileName;
+      continue;
+    }
+    name[names[i].copy(name, sizeof name)] = '\0';
+    struct stat info {};
+    if (fstatat(opened.Number(), name, &info, AT_SYMLINK_NOFOLLOW) != 0) {
+      failures[i] = PathFailure(errno);
+    } else {
+      stats[i] = ToFileStat(info, IsHidden(names[i]));
+    }
+  }
+}
+
+std::unique_ptr<FileReader> PosixFileSystem::Open(const std::string& path, Errors& failure) const {
+  struct stat info {};
+  Descriptor file = OpenFile(path, info, failure);
+  return file.IsOpen() ? std::make_unique<PosixFileReader>(std::move(file), info.st_size) : nullptr;
+}
+
+CacheState PosixFileSystem::Cached(const std::string& path) const {
+  // As linux/mman.h of a kernel from 6.5 on has them; older headers don't, and older kernels refuse the call.
+  constexpr long kCacheStat = 451;
+  struct Range {
+    std::uint64_t offset, length;
+  };
+  struct Pages {
+    std::uint64_t cached, dirty, inWriteback, evicted, recentlyEvicted;
+  };
+  struct stat info {};
+  Errors failure = Errors::None;
+  const Descriptor file = OpenFile(path, info, failure);
+  if (!file.IsOpen() || info.st_size == 0) return CacheState::Unknown;
+  Range first{0, 1};
+  Pages pages{};
+  if (syscall(kCacheStat, file.Number(), &first, &pages, 0) != 0) return CacheState::Unknown;
+  return pages.cached > 0 ? CacheState::Warm : CacheState::Cold;
+}
+
+void PosixFileSystem::ReadAhead(const std::string& path, std::int64_t offset, std::int64_t length) const {
+  struct stat info {};
+  Errors failure = Errors::None;
+  const Descriptor file = OpenFile(path, info, failure);
+  if (file.IsOpen()) posix_fadvise(file.Number(), offset, length, POSIX_FADV_WILLNEED);
+}
+
+bool PosixFileSystem::IsTrash(std::string_view folder) const {
+  while (folder.ends_with('/')) folder.remove_suffix(1);
+  if (!trashHome_.empty() && folder == trashHome_) return true;
+  if (folder.ends_with("/.local/share/Trash")) return true;
+  const std::string_view name = GetFileNameOf(folder, Style());
+  constexpr std::string_view perUser = ".Trash-";
+  if (!name.starts_with(perUser)) return name == ".Trash";
+  return name.size() > perUser.size() && name.find_first_not_of("0123456789", perUser.size()) == std::string_view::npos;
+}
+
+}  // namespace tresmor

@@ -1,0 +1,73 @@
+#include "platform/posix/short_path.h"
+
+#include <fcntl.h>
+#include <limits.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace tresmor {
+
+Descriptor::~Descriptor() {
+  if (IsOpen()) close(number_);
+}
+
+Errors PathFailure(int error) {
+  switch (error) {
+    case ENOENT:
+    case ESTALE:
+      return Errors::FileNotFound;
+    case EACCES:
+    case EPERM:
+    case EAGAIN:
+      return Errors::PermissionDenied;  // EAGAIN: another program holds a lease on the file
+    case ENAMETOOLONG:
+    case EILSEQ:
+    case EINVAL:
+      return Errors::BadFileName;
+    case EMFILE:
+    case ENFILE:
+      return Errors::TooManyFiles;
+    case ENOTDIR:
+    case ELOOP:
+    case ENXIO:
+      return Errors::PathAccess;
+    default:
+      return Errors::Device;
+  }
+}
+
+ShortPath::ShortPath(const std::string& path) : rest_(path.c_str()) {
+  // The calls would stop at a NUL and find another file.
+  if (path.find('\0') != std::string::npos) {
+    failure_ = Errors::BadFileName;
+  } else if (path.size() >= PATH_MAX) {
+    WalkDown(path);
+  }
+}
+
+int ShortPath::Folder() const { return folder_.IsOpen() ? folder_.Number() : AT_FDCWD; }
+
+void ShortPath::WalkDown(const std::string& path) {
+  std::size_t at = 0;
+  while (path.size() - at >= PATH_MAX) {
+    // The longest piece that ends with a separator and is not the whole rest.
+    const std::size_t end = path.rfind('/', at + PATH_MAX - 2);
+    if (end == std::string::npos || end < at) {
+      failure_ = Errors::BadFileName;
+      return;
+    }
+    const std::string piece = path.substr(at, end + 1 - at);
+    Descriptor next(openat(Folder(), piece.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    if (!next.IsOpen()) {
+      failure_ = PathFailure(errno);
+      return;
+    }
+    folder_ = std::move(next);
+    at = end + 1;
+    while (at < path.size() && path[at] == '/') ++at;  // a rest that starts with '/' would start at the root
+  }
+  rest_ = at < path.size() ? path.c_str() + at : ".";
+}
+
+}  // namespace tresmor

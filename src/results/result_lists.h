@@ -1,0 +1,42 @@
+// The five result lists and what their counters keep.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "controls/list_view.h"
+#include "controls/panel.h"
+#include "controls/tab_strip.h"
+#include "search/search_observer.h"
+
+namespace tresmor {
+
+// Marks and selection of one list as they were last counted.
+struct ListStats {
+  std::int32_t SelCnt = 0;
+  std::int32_t SelSz = 0;  // bytes; a larger sum fails
+  std::int32_t MarkCnt = 0;
+  std::int64_t MarkSz = 0;  // bytes
+};
+
+// Lists have their indexes of ResultList; tab i + 1 belongs to list i.
+struct ResultLists {
+  // Gives the lists their columns and the tabs their captions; a tab that is selected brings its list on show.
+  explicit ResultLists(Panel& statusPanel);
+
+  ListView& List(ResultList list) { return lstResult[static_cast<std::size_t>(list)]; }
+  const ListView& List(ResultList list) const { return lstResult[static_cast<std::size_t>(list)]; }
+
+  std::array<ListView, kResultLists> lstResult;
+  TabStrip tabMain;
+  Panel& msgBar;
+  std::int16_t mIntCurFrame = 0;  // index of the list on show
+  std::array<std::int32_t, kResultLists> GroupCnt{};
+  std::array<ListStats, kResultLists> StatsArr{};
+};
+
+// Sorts, colours and counts the lists after a search or the loading of a session, and brings up the last list with
+// findings if the one on show has none.
+void ShowResult(ResultLists& results);
+
+}  // namespace tresmor

@@ -1,0 +1,101 @@
+#include "search/folder_walk.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+namespace tresmor {
+
+namespace {
+
+// Folders listed between two texts to the user.
+constexpr std::size_t kWave = 256;
+
+bool LiesInTrash(const FileSystem& files, std::string_view folder) {
+  const char separator = files.Style().separator;
+  for (std::size_t end = folder.find(separator); end != std::string_view::npos; end = folder.find(separator, end + 1)) {
+    if (files.IsTrash(folder.substr(0, end + 1))) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+std::string SearchingText(const ColFiles& colFiles, const WalkNode& node, const WalkPattern& pattern) {
+  std::string text = "Searching ";
+  colFiles.Folders().AppendPath(node.folder.id, text);
+  return text.append(pattern.Text(node.depth));
+}
+
+std::vector<WalkNode> FolderWalk::List(const RowCriteria& row) {
+  trash_ = LiesInTrash(ports_.files, row.folder);
+  recursive_ = row.recursive;
+  nodes_.clear();
+  const ColFiles::Folder top = colFiles_.AddTop(row.folder);
+  nodes_.push_back({.folder = top, .listing = colFiles_.FindListing(top)});
+
+  std::vector<std::optional<FolderListing>> fresh;
+  for (std::size_t begin = 0; begin < nodes_.size() && !ports_.stop.Stopped(); begin += fresh.size()) {
+    ports_.observer.SetProgressMsg(SearchingText(colFiles_, nodes_[begin], row.patterns.front()));
+    fresh.clear();
+    fresh.resize(std::min(kWave, nodes_.size() - begin));
+    ports_.pool.ParallelFor(fresh.size(), 1, [&](std::size_t i, std::size_t) { Visit(nodes_[begin + i], fresh[i]); });
+    for (std::size_t i = 0; i < fresh.size() && !ports_.stop.Stopped(); ++i) Settle(begin + i, std::move(fresh[i]));
+  }
+  return std::move(nodes_);
+}
+
+void FolderWalk::Visit(WalkNode& node, std::optional<FolderListing>& fresh) const {
+  if (ports_.stop.Stopped()) return;
+  const std::string path = colFiles_.Folders().Path(node.folder.id);
+  if (IsBarred(path)) {
+    node.listing = ColFiles::kNoListing;
+    return;
+  }
+  if (node.listing != ColFiles::kNoListing) return;
+  // A folder that can't be listed gives nothing, one that fails half-way what came until then.
+  (void)ports_.files.List(path, fresh.emplace());
+  fresh->names.shrink_to_fit();
+  fresh->entries.shrink_to_fit();
+}
+
+bool FolderWalk::IsBarred(const std::string& folder) const {
+  return protectDir_.Holds(folder) || (!trash_ && ports_.files.IsTrash(folder));
+}
+
+void FolderWalk::Settle(std::size_t at, std::optional<FolderListing> fresh) {
+  WalkNode& node = nodes_[at];
+  if (fresh) {
+    if (colFiles_.Knows(fresh->identity) && IsOwnAncestor(node, fresh->identity)) return;
+    node.listing = colFiles_.KeepListing(node.folder, std::move(*fresh));
+  } else if (node.listing == ColFiles::kNoListing) {
+    return;
+  } else if (colFiles_.ReachedTwice() && IsOwnAncestor(node, colFiles_.Listing(node.listing).identity)) {
+    node.listing = ColFiles::kNoListing;
+    return;
+  }
+  if (recursive_) AddChildren(at);
+}
+
+bool FolderWalk::IsOwnAncestor(const WalkNode& node, const FileIdentity& identity) const {
+  for (std::uint32_t above = node.parent; above != WalkNode::kNoParent; above = nodes_[above].parent) {
+    if (colFiles_.Listing(nodes_[above].listing).identity == identity) return true;
+  }
+  return false;
+}
+
+void FolderWalk::AddChildren(std::size_t at) {
+  const FolderListing& listing = colFiles_.Listing(nodes_[at].listing);
+  nodes_[at].firstChild = static_cast<std::uint32_t>(nodes_.size());
+  for (const FolderListing::Entry& entry : listing.entries) {
+    if (entry.kind != EntryKind::Folder || (entry.hidden && !hidden_)) continue;
+    const ColFiles::Folder sub = colFiles_.AddSub(nodes_[at].folder, listing.Name(entry));
+    nodes_.push_back({.folder = sub,
+                      .listing = colFiles_.FindListing(sub),
+                      .parent = static_cast<std::uint32_t>(at),
+                      .depth = nodes_[at].depth + 1});
+    ++nodes_[at].children;
+  }
+}
+
+}  // namespace tresmor

@@ -1,0 +1,147 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <thread>
+#include <vector>
+
+#include "base/failure.h"
+#include "controls/button.h"
+#include "controls/check_box.h"
+#include "controls/check_list.h"
+#include "controls/panel.h"
+#include "controls/progress_bar.h"
+#include "controls/tab_strip.h"
+#include "controls/timer.h"
+
+namespace tresmor {
+namespace {
+
+using What = Notice::What;
+using When = Notice::When;
+
+Errors FailureOf(const std::function<void()>& action) {
+  try {
+    action();
+  } catch (const Failure& failure) {
+    return failure.Number();
+  }
+  return Errors::None;
+}
+
+TEST(Property, TellsBeforeAndAfterWithTheValueOfThatMoment) {
+  Panel panel;
+  panel.Text = "old";
+  std::vector<std::pair<When, std::string>> heard;
+  panel.Listen([&](const Notice& notice) {
+    EXPECT_EQ(notice.what, What::Text);
+    heard.emplace_back(notice.when, panel.Text());
+  });
+  panel.Text = "new";
+  const std::vector<std::pair<When, std::string>> expected = {{When::Before, "old"}, {When::After, "new"}};
+  EXPECT_EQ(heard, expected);
+}
+
+TEST(Property, TellsNobodyOfTheValueItHolds) {
+  CheckBox box(true);
+  int heard = 0;
+  box.Listen([&](const Notice&) { ++heard; });
+  box.Value = true;
+  EXPECT_EQ(heard, 0);
+  box.Value = false;
+  EXPECT_EQ(heard, 2);
+}
+
+TEST(Control, AListenerMayAddAnotherWhileItIsCalled) {
+  Button button("&Search");
+  int late = 0;
+  bool added = false;
+  button.Listen([&](const Notice&) {
+    if (!std::exchange(added, true)) button.Listen([&](const Notice&) { ++late; });
+  });
+  button.Caption = "&Cancel";
+  EXPECT_EQ(button.Caption(), "&Cancel");
+  EXPECT_EQ(late, 2);
+}
+
+TEST(Control, IsEnabledAndVisibleAtFirstButATimerRests) {
+  const Button button("x");
+  EXPECT_TRUE(button.Enabled());
+  EXPECT_TRUE(button.Visible());
+  const Timer timer(1000);
+  EXPECT_FALSE(timer.Enabled());
+  EXPECT_EQ(timer.Interval(), 1000);
+  EXPECT_EQ(timer.Tag(), "");
+}
+
+#ifndef NDEBUG
+TEST(ControlDeathTest, AssertsItsThread) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  EXPECT_DEATH(
+      {
+        Panel panel;
+        std::thread([&] { panel.Text = "x"; }).join();
+      },
+      "thread");
+}
+#endif
+
+TEST(ProgressBar, KeepsItsValueWhenANewOneIsOutOfRange) {
+  ProgressBar bar;
+  bar.Value = 100;
+  EXPECT_EQ(FailureOf([&] { bar.Value = 100.5F; }), Errors::Overflow);
+  EXPECT_EQ(FailureOf([&] { bar.Value = -1; }), Errors::Overflow);
+  EXPECT_EQ(FailureOf([&] { bar.Value = std::nanf(""); }), Errors::Overflow);
+  EXPECT_EQ(bar.Value(), 100);
+  bar.Value = 0;
+  EXPECT_EQ(bar.Value(), 0);
+}
+
+TEST(TabStrip, TellsOfASelectionByTheProgramButNotOfTheSelectedTab) {
+  TabStrip tabs({"a", "b", "c"});
+  std::vector<std::int32_t> selected;
+  tabs.Listen([&](const Notice& notice) {
+    if (notice.what == What::SelectedTab && notice.when == When::After) selected.push_back(tabs.SelectedTab());
+  });
+  tabs.Select(1);
+  tabs.Select(3);
+  tabs.Select(3);
+  EXPECT_EQ(selected, std::vector<std::int32_t>{3});
+  EXPECT_EQ(FailureOf([&] { tabs.Select(4); }), Errors::Subscript);
+  EXPECT_EQ(FailureOf([&] { tabs.Select(0); }), Errors::Subscript);
+  EXPECT_EQ(tabs.SelectedTab(), 3);
+}
+
+TEST(TabStrip, TellsWhichCaptionChanges) {
+  TabStrip tabs({"a", "b"});
+  std::vector<Notice> heard;
+  tabs.Listen([&](const Notice& notice) { heard.push_back(notice); });
+  tabs.SetCaption(2, "b");
+  EXPECT_TRUE(heard.empty());
+  tabs.SetCaption(2, "b(1)");
+  ASSERT_EQ(heard.size(), 2U);
+  EXPECT_EQ(heard[1].what, What::Item);
+  EXPECT_EQ(heard[1].first, 2);
+  EXPECT_EQ(tabs.Caption(1), "a");
+  EXPECT_EQ(tabs.Caption(2), "b(1)");
+}
+
+TEST(CheckList, CountsFromZeroAndTicksOneEntry) {
+  CheckList list({"Zero Size", "Duplicates"});
+  EXPECT_EQ(list.Count(), 2);
+  EXPECT_FALSE(list.Ticked(0));
+  std::vector<Notice> heard;
+  list.Listen([&](const Notice& notice) { heard.push_back(notice); });
+  list.SetTicked(1, true);
+  list.SetTicked(1, true);
+  ASSERT_EQ(heard.size(), 2U);
+  EXPECT_EQ(heard[0].when, When::Before);
+  EXPECT_EQ(heard[1].first, 1);
+  EXPECT_FALSE(list.Ticked(0));
+  EXPECT_TRUE(list.Ticked(1));
+  EXPECT_EQ(list.Text(1), "Duplicates");
+  EXPECT_EQ(FailureOf([&] { list.SetTicked(2, true); }), Errors::Subscript);
+  EXPECT_EQ(FailureOf([&] { (void)list.Ticked(-1); }), Errors::Subscript);
+}
+
+}  // namespace
+}  // namespace tresmor

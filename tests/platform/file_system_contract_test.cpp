@@ -1,0 +1,495 @@
+// What every implementation of FileSystem keeps to.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <thread>
+
+#include "platform/file_world.h"
+
+namespace tresmor {
+
+namespace {
+
+using testing::ElementsAre;
+using testing::UnorderedElementsAre;
+
+struct Implementation {
+  const char* name;
+  std::function<std::unique_ptr<FileWorld>()> make;
+};
+
+void PrintTo(const Implementation& implementation, std::ostream* out) { *out << implementation.name; }
+
+class FileSystemContract : public testing::TestWithParam<Implementation> {
+ protected:
+  // Full path of a path that is written with '/'.
+  std::string At(std::string path) const {
+    std::replace(path.begin(), path.end(), '/', files_.Style().separator);
+    return world_->Root() + path;
+  }
+  std::string Separator() const { return files_.Style().Tail(); }
+
+  Errors ListFailure(const std::string& folder) const {
+    FolderListing listing;
+    return files_.List(folder, listing);
+  }
+  std::vector<std::string> Names(const std::string& folder) const {
+    FolderListing listing;
+    EXPECT_EQ(files_.List(folder, listing), Errors::None);
+    std::vector<std::string> names;
+    for (const auto& entry : listing.entries) names.emplace_back(listing.Name(entry));
+    return names;
+  }
+  FileStat Stat(const std::string& path) const {
+    FileStat stat;
+    EXPECT_EQ(files_.Stat(path, stat), Errors::None) << path;
+    return stat;
+  }
+  Errors StatFailure(const std::string& path) const {
+    FileStat stat;
+    return files_.Stat(path, stat);
+  }
+  std::unique_ptr<FileReader> Open(const std::string& path) const {
+    Errors failure = Errors::Device;
+    auto reader = files_.Open(path, failure);
+    EXPECT_EQ(failure, Errors::None) << path;
+    EXPECT_NE(reader, nullptr) << path;
+    return reader;
+  }
+  Errors OpenFailure(const std::string& path) const {
+    Errors failure = Errors::None;
+    EXPECT_EQ(files_.Open(path, failure), nullptr);
+    return failure;
+  }
+  static std::string Read(FileReader& reader, std::int64_t offset, std::size_t length) {
+    std::string bytes(length, '?');
+    const FileReader::Result result = reader.ReadAt(offset, bytes);
+    EXPECT_EQ(result.failure, Errors::None);
+    bytes.resize(result.got);
+    return bytes;
+  }
+  std::string Content(const std::string& path) const {
+    const auto reader = Open(path);
+    return reader ? Read(*reader, 0, static_cast<std::size_t>(reader->Size())) : std::string();
+  }
+
+  const std::unique_ptr<FileWorld> world_ = GetParam().make();
+  const FileSystem& files_ = world_->Files();
+};
+
+TEST_P(FileSystemContract, ListTellsNameKindAndHidden) {
+  world_->MakeFile(At("top/file"), "x");
+  world_->MakeFolder(At("top/folder"));
+  world_->MakeLink(At("top/link"), "file");
+  world_->MakeLink(At("top/linked folder"), "folder");
+  world_->MakeFifo(At("top/fifo"));
+  world_->MakeFile(At("top/.secret"), "");
+  world_->Hide(At("top/.secret"));
+  world_->MakeFolder(At("top/.cave"));
+  world_->Hide(At("top/.cave"));
+
+  FolderListing listing;
+  ASSERT_EQ(files_.List(At("top"), listing), Errors::None);
+  std::vector<std::tuple<std::string, EntryKind, bool>> seen;
+  for (const auto& entry : listing.entries) seen.emplace_back(listing.Name(entry), entry.kind, entry.hidden);
+  using Row = std::tuple<std::string, EntryKind, bool>;
+  EXPECT_THAT(seen,
+              UnorderedElementsAre(Row{"file", EntryKind::File, false}, Row{"folder", EntryKind::Folder, false},
+                                   Row{"link", EntryKind::Other, false}, Row{"linked folder", EntryKind::Other, false},
+                                   Row{"fifo", EntryKind::Other, false}, Row{".secret", EntryKind::File, true},
+                                   Row{".cave", EntryKind::Folder, true}));
+  EXPECT_FALSE(listing.forbidden);
+  EXPECT_EQ(listing.identity, Stat(At("top")).identity);
+}
+
+TEST_P(FileSystemContract, ListReplacesWhatTheListingHeld) {
+  world_->MakeFile(At("one/a"), "");
+  world_->MakeFolder(At("two"));
+  FolderListing listing;
+  ASSERT_EQ(files_.List(world_->ForbiddenFolder(), listing), Errors::None);
+  ASSERT_EQ(files_.List(At("one/"), listing), Errors::None);
+  EXPECT_EQ(listing.entries.size(), 1u);
+  EXPECT_FALSE(listing.forbidden);
+  ASSERT_EQ(files_.List(At("two"), listing), Errors::None);
+  EXPECT_TRUE(listing.entries.empty());
+  EXPECT_TRUE(listing.names.empty());
+  EXPECT_EQ(files_.List(At("three"), listing), Errors::FileNotFound);
+  EXPECT_TRUE(listing.entries.empty());
+}
+
+TEST_P(FileSystemContract, ListGivesManyEntriesOnceEach) {
+  std::vector<std::string> wanted;
+  for (int i = 0; i < 3000; ++i) {
+    wanted.push_back(std::string(40, 'n') + std::to_string(i));
+    world_->MakeFile(At("many/" + wanted.back()), "");
+  }
+  EXPECT_THAT(Names(At("many")), testing::UnorderedElementsAreArray(wanted));
+}
+
+TEST_P(FileSystemContract, ListFollowsALinkAtItsEnd) {
+  world_->MakeFile(At("real/a"), "");
+  world_->MakeLink(At("link"), "real");
+  world_->MakeLink(At("link to link"), At("link"));
+  FolderListing listing;
+  ASSERT_EQ(files_.List(At("link to link"), listing), Errors::None);
+  EXPECT_EQ(listing.entries.size(), 1u);
+  EXPECT_EQ(listing.identity, Stat(At("real")).identity);
+  EXPECT_THAT(Names(At("link/")), ElementsAre("a"));
+}
+
+TEST_P(FileSystemContract, ListTellsWhyItFails) {
+  world_->MakeFile(At("file"), "");
+  world_->MakeFifo(At("fifo"));
+  world_->MakeLink(At("nowhere"), "missing");
+  world_->MakeLink(At("to file"), "file");
+  world_->MakeLink(At("circle"), "other circle");
+  world_->MakeLink(At("other circle"), "circle");
+  EXPECT_EQ(ListFailure(At("missing")), Errors::FileNotFound);
+  EXPECT_EQ(ListFailure(At("nowhere")), Errors::FileNotFound);
+  EXPECT_EQ(ListFailure(""), Errors::FileNotFound);
+  EXPECT_EQ(ListFailure(At("file")), Errors::PathAccess);
+  EXPECT_EQ(ListFailure(At("file/")), Errors::PathAccess);
+  EXPECT_EQ(ListFailure(At("file/x")), Errors::PathAccess);
+  EXPECT_EQ(ListFailure(At("fifo")), Errors::PathAccess);
+  EXPECT_EQ(ListFailure(At("to file")), Errors::PathAccess);
+  EXPECT_EQ(ListFailure(At("circle")), Errors::PathAccess);
+}
+
+TEST_P(FileSystemContract, NothingIsListedOfAForbiddenFolder) {
+  FolderListing listing;
+  EXPECT_EQ(files_.List(world_->ForbiddenFolder(), listing), Errors::None);
+  EXPECT_TRUE(listing.forbidden);
+  EXPECT_TRUE(listing.entries.empty());
+}
+
+TEST_P(FileSystemContract, StatTellsWhatAFileIs) {
+  world_->MakeFile(At("file"), "12345");
+  world_->SetModified(At("file"), 1'057'104'000);
+  const FileStat stat = Stat(At("file"));
+  EXPECT_EQ(stat.kind, EntryKind::File);
+  EXPECT_FALSE(stat.hidden);
+  EXPECT_EQ(stat.size, 5);
+  EXPECT_EQ(stat.modified, 1'057'104'000);
+  EXPECT_GT(stat.changedNs, 0);
+  EXPECT_EQ(stat.links, 1u);
+  EXPECT_EQ(Stat(world_->Root()).kind, EntryKind::Folder);
+  world_->SetModified(At("file"), -86'400);
+  EXPECT_EQ(Stat(At("file")).modified, -86'400);
+}
+
+TEST_P(FileSystemContract, StatTellsHidden) {
+  world_->MakeFile(At(".cave/file"), "");
+  world_->Hide(At(".cave"));
+  EXPECT_TRUE(Stat(At(".cave")).hidden);
+  EXPECT_TRUE(Stat(At(".cave/")).hidden);
+  EXPECT_FALSE(Stat(At(".cave/file")).hidden);
+}
+
+TEST_P(FileSystemContract, StatDoesNotFollowALinkAtTheEnd) {
+  world_->MakeFile(At("real/file"), "12345");
+  world_->MakeLink(At("link"), "real");
+  world_->MakeLink(At("nowhere"), "missing");
+  EXPECT_EQ(Stat(At("link")).kind, EntryKind::Other);
+  EXPECT_EQ(Stat(At("nowhere")).kind, EntryKind::Other);
+  EXPECT_EQ(Stat(At("link/")).identity, Stat(At("real")).identity);
+  EXPECT_EQ(Stat(At("link/file")).identity, Stat(At("real/file")).identity);
+}
+
+TEST_P(FileSystemContract, StatTellsWhyItFails) {
+  world_->MakeFile(At("file"), "");
+  EXPECT_EQ(StatFailure(At("missing")), Errors::FileNotFound);
+  EXPECT_EQ(StatFailure(At("missing/x")), Errors::FileNotFound);
+  EXPECT_EQ(StatFailure(""), Errors::FileNotFound);
+  EXPECT_EQ(StatFailure(At("file/x")), Errors::PathAccess);
+  EXPECT_EQ(StatFailure(At("file/")), Errors::PathAccess);
+  EXPECT_EQ(StatFailure(At(std::string(256, 'n'))), Errors::BadFileName);
+  EXPECT_EQ(StatFailure(At(std::string("file\0x", 6))), Errors::BadFileName);
+}
+
+TEST_P(FileSystemContract, HardLinksAreOneFile) {
+  world_->MakeFile(At("a"), "1");
+  world_->MakeFile(At("b"), "1");
+  world_->MakeHardLink(At("c"), At("a"));
+  EXPECT_EQ(Stat(At("a")).identity, Stat(At("c")).identity);
+  EXPECT_NE(Stat(At("a")).identity, Stat(At("b")).identity);
+  EXPECT_EQ(Stat(At("a")).links, 2u);
+  EXPECT_EQ(Stat(At("c")).links, 2u);
+  EXPECT_EQ(Stat(At("a")).changedNs, Stat(At("c")).changedNs);
+}
+
+TEST_P(FileSystemContract, DotsInAPathAreSteps) {
+  world_->MakeFile(At("a/b/file"), "1");
+  EXPECT_EQ(Stat(At("a/../a/./b/file")).identity, Stat(At("a/b/file")).identity);
+  EXPECT_EQ(Stat(At("a//b//file")).identity, Stat(At("a/b/file")).identity);
+  EXPECT_EQ(StatFailure(At("a/b/file/../file")), Errors::PathAccess);
+}
+
+TEST_P(FileSystemContract, StatAllTellsTheSameAsStat) {
+  world_->MakeFile(At("top/file"), "12345");
+  world_->MakeFolder(At("top/folder"));
+  world_->MakeLink(At("top/link"), "file");
+  world_->MakeFile(At("top/.secret"), "1");
+  world_->Hide(At("top/.secret"));
+  world_->MakeLink(At("to top"), "top");
+  // One text without ends between the names, as in a listing.
+  const std::string text = "filefolderlinkmissing.secret";
+  const std::string tooLong(256, 'n');
+  const std::string huge(70'000, 'n');
+  const std::string nul("file\0x", 6);
+  const std::string_view names[] = {{text.data(), 4},
+                                    {text.data() + 4, 6},
+                                    {text.data() + 10, 4},
+                                    {text.data() + 14, 7},
+                                    {text.data() + 21, 7},
+                                    tooLong,
+                                    huge,
+                                    nul};
+  for (const char* folder : {"top", "top/", "to top"}) {
+    std::vector<FileStat> stats(std::size(names));
+    std::vector<Errors> failures(std::size(names), Errors::Device);
+    files_.StatAll(At(folder), names, stats, failures);
+    EXPECT_THAT(failures, ElementsAre(Errors::None, Errors::None, Errors::None, Errors::FileNotFound, Errors::None,
+                                      Errors::BadFileName, Errors::BadFileName, Errors::BadFileName));
+    for (const std::size_t i : {0, 1, 2, 4}) {
+      const FileStat alone = Stat(At("top/" + std::string(names[i])));
+      EXPECT_EQ(stats[i].kind, alone.kind);
+      EXPECT_EQ(stats[i].hidden, alone.hidden);
+      EXPECT_EQ(stats[i].size, alone.size);
+      EXPECT_EQ(stats[i].modified, alone.modified);
+      EXPECT_EQ(stats[i].changedNs, alone.changedNs);
+      EXPECT_EQ(stats[i].links, alone.links);
+      EXPECT_EQ(stats[i].identity, alone.identity);
+    }
+    EXPECT_TRUE(stats[4].hidden);
+  }
+}
+
+TEST_P(FileSystemContract, StatAllGivesEachNameTheFailureOfTheFolder) {
+  world_->MakeFile(At("file"), "");
+  const std::string_view names[] = {"a", "b"};
+  FileStat stats[2];
+  Errors failures[2] = {};
+  files_.StatAll(At("missing"), names, stats, failures);
+  EXPECT_THAT(failures, ElementsAre(Errors::FileNotFound, Errors::FileNotFound));
+  files_.StatAll(At("file"), names, stats, failures);
+  EXPECT_THAT(failures, ElementsAre(Errors::PathAccess, Errors::PathAccess));
+}
+
+TEST_P(FileSystemContract, ReadAtGivesTheBytesOfThePlace) {
+  world_->MakeFile(At("file"), "0123456789");
+  const auto reader = Open(At("file"));
+  ASSERT_NE(reader, nullptr);
+  EXPECT_EQ(reader->Size(), 10);
+  EXPECT_EQ(Read(*reader, 4, 3), "456");
+  EXPECT_EQ(Read(*reader, 0, 10), "0123456789");
+  EXPECT_EQ(Read(*reader, 0, 100), "0123456789");
+  EXPECT_EQ(Read(*reader, 8, 2), "89");
+  EXPECT_EQ(Read(*reader, 8, 3), "89");
+  EXPECT_EQ(Read(*reader, 10, 1), "");
+  EXPECT_EQ(Read(*reader, 1'000'000'000'000, 1), "");
+  EXPECT_EQ(Read(*reader, 3, 0), "");
+}
+
+TEST_P(FileSystemContract, AnEmptyFileReadsAsNothing) {
+  world_->MakeFile(At("empty"), "");
+  const auto reader = Open(At("empty"));
+  ASSERT_NE(reader, nullptr);
+  EXPECT_EQ(reader->Size(), 0);
+  EXPECT_EQ(Read(*reader, 0, 400), "");
+}
+
+TEST_P(FileSystemContract, LargeFilesReadNearTheirEnd) {
+  constexpr std::int64_t size = std::int64_t{8} << 30;
+  world_->MakeSparse(At("large"), size, "the end");
+  EXPECT_EQ(Stat(At("large")).size, size);
+  const auto reader = Open(At("large"));
+  ASSERT_NE(reader, nullptr);
+  EXPECT_EQ(reader->Size(), size);
+  EXPECT_EQ(Read(*reader, size - 8, 100), std::string(1, '\0') + "the end");
+}
+
+TEST_P(FileSystemContract, OnlyRegularFilesOpen) {
+  world_->MakeFile(At("folder/file"), "1");
+  world_->MakeLink(At("link"), "folder/file");
+  world_->MakeFifo(At("fifo"));
+  EXPECT_EQ(OpenFailure(At("folder")), Errors::PathAccess);
+  EXPECT_EQ(OpenFailure(At("folder/")), Errors::PathAccess);
+  EXPECT_EQ(OpenFailure(At("folder/file/")), Errors::PathAccess);
+  EXPECT_EQ(OpenFailure(At("link")), Errors::PathAccess);
+  EXPECT_EQ(OpenFailure(At("fifo")), Errors::PathAccess);
+  EXPECT_EQ(OpenFailure(At("missing")), Errors::FileNotFound);
+  EXPECT_EQ(OpenFailure(""), Errors::FileNotFound);
+  EXPECT_EQ(OpenFailure(At(std::string("folder/file\0", 12))), Errors::BadFileName);
+}
+
+TEST_P(FileSystemContract, AnOpenFileKeepsItsSizeAndShowsWhatIsWritten) {
+  world_->MakeFile(At("file"), "0123456789");
+  const auto reader = Open(At("file"));
+  ASSERT_NE(reader, nullptr);
+  world_->SetContent(At("file"), "abc");
+  EXPECT_EQ(reader->Size(), 10);
+  EXPECT_EQ(Read(*reader, 0, 10), "abc");
+  world_->SetContent(At("file"), "abcdefghijklm");
+  EXPECT_EQ(reader->Size(), 10);
+  EXPECT_EQ(Read(*reader, 8, 10), "ijklm");
+}
+
+TEST_P(FileSystemContract, ARemovedFileStaysReadableWhileOpen) {
+  world_->MakeFile(At("file"), "0123456789");
+  const auto reader = Open(At("file"));
+  ASSERT_NE(reader, nullptr);
+  world_->Remove(At("file"));
+  EXPECT_EQ(Read(*reader, 5, 10), "56789");
+  EXPECT_EQ(OpenFailure(At("file")), Errors::FileNotFound);
+  EXPECT_THAT(Names(world_->Root()), ElementsAre());
+}
+
+TEST_P(FileSystemContract, RunningOutOfOpenFilesIsNoLastingFailure) {
+  world_->MakeFile(At("file"), "1");
+  world_->WithFewFiles([&] {
+    std::vector<std::unique_ptr<FileReader>> readers;
+    Errors failure = Errors::None;
+    while (readers.size() < 100) {
+      auto reader = files_.Open(At("file"), failure);
+      if (!reader) break;
+      readers.push_back(std::move(reader));
+    }
+    EXPECT_EQ(readers.size(), 5u);
+    EXPECT_EQ(failure, Errors::TooManyFiles);
+    readers.pop_back();
+    EXPECT_NE(files_.Open(At("file"), failure), nullptr);
+    EXPECT_EQ(failure, Errors::None);
+  });
+}
+
+TEST_P(FileSystemContract, AnUnreadableFileStillHasALength) {
+  world_->MakeFile(At("file"), "12345");
+  world_->WithoutAccess(At("file"), [&] {
+    EXPECT_EQ(OpenFailure(At("file")), Errors::PermissionDenied);
+    EXPECT_EQ(Stat(At("file")).size, 5);
+    EXPECT_THAT(Names(world_->Root()), ElementsAre("file"));
+  });
+  EXPECT_EQ(Content(At("file")), "12345");
+}
+
+TEST_P(FileSystemContract, AnUnreadableFolderGivesNothing) {
+  world_->MakeFile(At("folder/file"), "12345");
+  world_->WithoutAccess(At("folder"), [&] {
+    EXPECT_EQ(ListFailure(At("folder")), Errors::PermissionDenied);
+    EXPECT_EQ(StatFailure(At("folder/file")), Errors::PermissionDenied);
+    EXPECT_EQ(OpenFailure(At("folder/file")), Errors::PermissionDenied);
+    EXPECT_EQ(Stat(At("folder")).kind, EntryKind::Folder);
+    const std::string_view names[] = {"file"};
+    FileStat stats[1];
+    Errors failures[1] = {};
+    files_.StatAll(At("folder"), names, stats, failures);
+    EXPECT_THAT(failures, ElementsAre(Errors::PermissionDenied));
+  });
+  EXPECT_THAT(Names(At("folder")), ElementsAre("file"));
+}
+
+TEST_P(FileSystemContract, NamesAreAnyBytes) {
+  const std::vector<std::string> names = {"line\nfeed", "\xFF\xC3(", "*?",         " blanks ",
+                                          "...",        "\x01\x7F",  "\"quoted\"", std::string(255, '\xFE')};
+  for (const std::string& name : names) world_->MakeFile(world_->Root() + name, name);
+  EXPECT_THAT(Names(world_->Root()), testing::UnorderedElementsAreArray(names));
+  for (const std::string& name : names) EXPECT_EQ(Content(world_->Root() + name), name);
+}
+
+TEST_P(FileSystemContract, PathsMayBeOfAnyLength) {
+  // Around the lengths at which an adapter cuts, so that cuts meet names, separators and ends.
+  for (const std::size_t around : {std::size_t{4096}, std::size_t{8192}}) {
+    for (std::size_t length = around - 8; length < around + 8; ++length) {
+      std::string folder = At("long");
+      while (folder.size() + 250 < length) folder += Separator() + std::string(180 + length % 16, 'd');
+      const std::string path = folder + Separator() + std::string(length - folder.size() - 1, 'f');
+      world_->MakeFile(path, "1");
+      EXPECT_EQ(Content(path), "1") << length;
+      EXPECT_EQ(Stat(path).size, 1) << length;
+      EXPECT_THAT(Names(folder), ElementsAre(GetFileNameOf(path, files_.Style()))) << length;
+      world_->Remove(path);
+      EXPECT_EQ(StatFailure(path), Errors::FileNotFound) << length;
+    }
+  }
+}
+
+TEST_P(FileSystemContract, FoldersMayBeTwoThousandDeep) {
+  std::string folder = "0";
+  for (int i = 1; i < 2000; ++i) folder += "/level" + std::to_string(i);
+  world_->MakeFile(At(folder + "/file"), "12345");
+  EXPECT_THAT(Names(At(folder)), ElementsAre("file"));
+  EXPECT_THAT(Names(At(folder + "//")), ElementsAre("file"));
+  EXPECT_EQ(Content(At(folder + "/file")), "12345");
+  EXPECT_EQ(Stat(At(folder + "/file")).size, 5);
+  EXPECT_EQ(StatFailure(At(folder + "/missing")), Errors::FileNotFound);
+  EXPECT_EQ(ListFailure(At(folder + "/file/" + folder)), Errors::PathAccess);
+  const std::string_view names[] = {"file", "missing"};
+  FileStat stats[2];
+  Errors failures[2] = {};
+  files_.StatAll(At(folder), names, stats, failures);
+  EXPECT_THAT(failures, ElementsAre(Errors::None, Errors::FileNotFound));
+  EXPECT_EQ(stats[0].size, 5);
+}
+
+TEST_P(FileSystemContract, AskingAheadDisturbsNothing) {
+  world_->MakeFile(At("file"), "12345");
+  world_->MakeFile(At("empty"), "");
+  world_->MakeFifo(At("fifo"));
+  for (const char* path : {"file", "empty", "fifo", "missing", ""}) {
+    files_.ReadAhead(At(path), 0, 1 << 20);
+    files_.Cached(At(path));
+  }
+  EXPECT_EQ(Content(At("file")), "12345");
+}
+
+TEST_P(FileSystemContract, EightFilesMayBeOpen) {
+  world_->MakeFile(At("file"), "1");
+  EXPECT_GE(files_.OpenLimit(), 8u);
+  std::vector<std::unique_ptr<FileReader>> readers;
+  for (int i = 0; i < 8; ++i) readers.push_back(Open(At("file")));
+  EXPECT_THAT(readers, testing::Each(testing::NotNull()));
+}
+
+TEST_P(FileSystemContract, ATrashFolderIsToldByItsName) {
+  EXPECT_TRUE(files_.IsTrash(At(".Trash")));
+  EXPECT_TRUE(files_.IsTrash(At(".Trash/")));
+  EXPECT_FALSE(files_.IsTrash(At(".Trash/inside")));
+  EXPECT_FALSE(files_.IsTrash(At("x.Trash")));
+  EXPECT_FALSE(files_.IsTrash(At(".Trashy")));
+  EXPECT_FALSE(files_.IsTrash(At("Trash")));
+  EXPECT_FALSE(files_.IsTrash(world_->Root()));
+}
+
+TEST_P(FileSystemContract, EveryRoutineMayRunOnManyThreads) {
+  for (int i = 0; i < 20; ++i) world_->MakeFile(At("top/file" + std::to_string(i)), std::to_string(i));
+  std::vector<std::thread> threads;
+  for (int t = 0; t < 4; ++t) {
+    threads.emplace_back([&] {
+      for (int round = 0; round < 5; ++round) {
+        EXPECT_EQ(Names(At("top")).size(), 20u);
+        EXPECT_EQ(ListFailure(world_->Root()), Errors::None);
+        for (int i = 0; i < 20; ++i) {
+          const std::string path = At("top/file" + std::to_string(i));
+          files_.ReadAhead(path, 0, 100);
+          EXPECT_EQ(Content(path), std::to_string(i));
+          EXPECT_EQ(Stat(path).kind, EntryKind::File);
+          files_.Cached(path);
+        }
+      }
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+}
+
+INSTANTIATE_TEST_SUITE_P(All, FileSystemContract,
+                         testing::Values(Implementation{"Posix", MakePosixWorld},
+                                         Implementation{"Memory", [] { return MakeMemoryWorld(PathStyle::Posix()); }},
+                                         Implementation{"MemoryWindows",
+                                                        [] { return MakeMemoryWorld(PathStyle::Windows()); }}),
+                         [](const auto& info) { return info.param.name; });
+
+}  // namespace
+
+}  // namespace tresmor
