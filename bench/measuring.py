@@ -30,7 +30,7 @@ def add_common_options(parser):
     parser.add_argument('--tresmor', default=os.path.join(BUILD, 'tresmor-cli'), metavar='PATH',
                         help='the program to measure (default: %(default)s)')
     parser.add_argument('--measure', default=os.path.join(BUILD, 'measure'), metavar='PATH',
-                        help='the helper that measures a command (default: %(default)s)')
+                        help='the program that measures a command (default: %(default)s)')
 
 
 def check_folder(folder):

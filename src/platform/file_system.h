@@ -37,10 +37,10 @@ struct FileIdentity {
 struct FileStat {
   EntryKind kind = EntryKind::Other;
   bool hidden = false;
-  std::int64_t size = 0;         // bytes
-  std::int64_t modified = 0;     // last write, seconds since 1970 UTC
-  std::int64_t changedNs = 0;    // last change of the file's inode, nanoseconds since 1970 UTC
-  std::uint64_t links = 1;       // hard links to the file
+  std::int64_t size = 0;       // bytes
+  std::int64_t modified = 0;   // last write, seconds since 1970 UTC
+  std::int64_t changedNs = 0;  // last change of the file's inode, nanoseconds since 1970 UTC
+  std::uint64_t links = 1;     // hard links to the file
   FileIdentity identity;
 };
 
@@ -52,7 +52,7 @@ struct FolderListing {
     EntryKind kind = EntryKind::Other;
     bool hidden = false;
   };
-  FileIdentity identity;  // of the folder itself
+  FileIdentity identity;   // of the folder itself
   bool forbidden = false;  // on a pseudo file system (told by its type): nothing was listed, nobody may enter
   std::string names;
   std::vector<Entry> entries;
@@ -67,7 +67,7 @@ class FileReader {
   // Length in bytes when the file was opened.
   virtual std::int64_t Size() const = 0;
   struct Result {
-    std::size_t got = 0;           // fewer than asked only at the end of the file or on a failure
+    std::size_t got = 0;  // fewer than asked only at the end of the file or on a failure
     Errors failure = Errors::None;
   };
   // Reads at `offset` (0 or more) until `into` is full, the file ends or reading fails.

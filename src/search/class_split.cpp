@@ -25,8 +25,8 @@ class ContentTree {
               SplitOutcome& outcome)
       : contents_(contents), grid_(grid), offset_(offset), behind_(behind), outcome_(outcome) {
     for (std::size_t k = 0; k + 1 < contents.size(); ++k) {
-      common_.push_back(CommonLength(contents[k].bytes, contents[k + 1].bytes,
-                                     std::min(contents[k].length, contents[k + 1].length)));
+      common_.push_back(
+          CommonLength(contents[k].bytes, contents[k + 1].bytes, std::min(contents[k].length, contents[k + 1].length)));
     }
   }
 

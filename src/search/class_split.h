@@ -19,9 +19,9 @@ struct FileClass {
 
 // Where a split leaves its outcome.
 struct SplitOutcome {
-  std::vector<FileClass> goOn;      // classes of two and more files that still agree behind the piece
-  std::vector<Parting> partings;    // who went where, in the order of reading
-  int lastWay = 0;                  // ways are named from here on
+  std::vector<FileClass> goOn;    // classes of two and more files that still agree behind the piece
+  std::vector<Parting> partings;  // who went where, in the order of reading
+  int lastWay = 0;                // ways are named from here on
 };
 
 // The scratch space of one thread: buffers that are used again, since fresh pages are dear.

@@ -33,9 +33,7 @@ class FileCompare {
   // The parts of a strict comparison, for those that share one among threads. Start turns to a range, Finish closes its
   // files. Refine reads on, class by class, until the files part or `until` is reached, and gives the classes that
   // reached it.
-  void Start(const FileProps& table, const CompareRange& range) {
-    open_.Start(table, range.dupStart, range.Count());
-  }
+  void Start(const FileProps& table, const CompareRange& range) { open_.Start(table, range.dupStart, range.Count()); }
   void Finish() { open_.CloseAll(); }
   std::vector<FileClass> Refine(std::vector<FileClass> classes, const BlockGrid& grid, std::int64_t until,
                                 SplitOutcome& outcome);

@@ -22,8 +22,7 @@ class CompareJobs {
       : table_(table), choices_(choices), ports_(ports) {
     const std::size_t threads = ports.pool.Threads();
     for (std::size_t k = 0; k < threads; ++k) {
-      compares_.push_back(
-          std::make_unique<FileCompare>(ComparePorts{ports.files, ports.stop, ports.limits, threads}));
+      compares_.push_back(std::make_unique<FileCompare>(ComparePorts{ports.files, ports.stop, ports.limits, threads}));
     }
   }
 

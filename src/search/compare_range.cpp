@@ -29,7 +29,8 @@ std::vector<int> Candidates(std::span<const FileProp> records, const CompareRang
   return paired ? candidates : std::vector<int>{};
 }
 
-void JudgeStrict(FileProps& table, const CompareRange& range, SizeRule rule, std::vector<Parting>& partings, int lastWay) {
+void JudgeStrict(FileProps& table, const CompareRange& range, SizeRule rule, std::vector<Parting>& partings,
+                 int lastWay) {
   for (std::int32_t i = range.dupStart; i <= range.dupEnd; ++i) {
     // Files that were not read agree with nobody.
     const bool unread = rule == SizeRule::SameSize && table[i].Sz != range.Sz0;

@@ -152,8 +152,7 @@ class Search {
     ports_.observer.SetBar(0);
     if (kept_ > table_.Last()) return;
     while (table_[kept_].Sz < limits_.portionFrom && kept_ < table_.Last()) ++kept_;
-    const auto runs =
-        CutByHeads(table_, kept_, table_.Last(), request_.isAllSrchTarget, headsRead_, headPorts_);
+    const auto runs = CutByHeads(table_, kept_, table_.Last(), request_.isAllSrchTarget, headsRead_, headPorts_);
     ports_.observer.SetProgressMsg("Search file portions in [value] of " + Count() + " files...");
     ports_.observer.SetBar(0);
     Compare(runs, SizeRule::DifferentSizes);

@@ -23,10 +23,10 @@ inline constexpr int kSrchTypes = 4;
 struct SearchRequest {
   std::vector<ScopeRow> rows;
   std::array<bool, kSrchTypes> types{};
-  bool tolerant = false;          // the loose comparison
-  bool hidden = false;            // hidden files and folders too
-  bool protectWinDir = true;      // keep out of the system's own folders
-  bool isAllSrchTarget = false;   // every row, excluded ones included, is a search target
+  bool tolerant = false;         // the loose comparison
+  bool hidden = false;           // hidden files and folders too
+  bool protectWinDir = true;     // keep out of the system's own folders
+  bool isAllSrchTarget = false;  // every row, excluded ones included, is a search target
 
   bool Wants(SrchType type) const { return types[static_cast<std::size_t>(type)]; }
 };

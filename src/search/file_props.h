@@ -12,7 +12,7 @@ namespace tresmor {
 
 // Values of DupGrp below 0. 0 or more is a group: the table index of the group's first record, its leader.
 inline constexpr std::int32_t kNoGroup = -1;
-inline constexpr std::int32_t kDropped = -2;    // only while a block is being judged
+inline constexpr std::int32_t kDropped = -2;  // only while a block is being judged
 inline constexpr std::int32_t kReadError = -3;
 
 // One catalogued file. 32 bytes, since a search may hold millions.

@@ -20,7 +20,8 @@ struct Batch {
 std::vector<Batch> BatchesOf(const std::vector<ColFiles::Item>& items) {
   std::vector<Batch> batches;
   for (std::size_t begin = 0, end; begin < items.size(); begin = end) {
-    for (end = begin + 1; end < items.size() && end - begin < kBatch && items[end].folder == items[begin].folder;) ++end;
+    for (end = begin + 1; end < items.size() && end - begin < kBatch && items[end].folder == items[begin].folder;)
+      ++end;
     batches.push_back({begin, end});
   }
   return batches;

@@ -119,7 +119,7 @@ class HeadOrder {
   std::vector<std::uint32_t> order_;  // records, from first_
   std::vector<std::uint8_t> starts_;  // whether order_[k] begins a new head
   std::vector<Tie> ties_;
-  std::vector<std::uint32_t> part_;   // by record: which of the parts in bytes_ is its own
+  std::vector<std::uint32_t> part_;  // by record: which of the parts in bytes_ is its own
   std::vector<char> bytes_;
 };
 

@@ -19,10 +19,10 @@ inline constexpr int kResultLists = 5;
 struct Finding {
   ResultList list = ResultList::ZeroSize;
   std::string name;
-  std::string folder;          // with the separator at its end
-  std::int32_t dupGrp = -1;    // group number, -1 none, -3 read error
-  std::int64_t size = 0;       // bytes
-  DateStamp modified = kZeroDate;  // UTC; the zero date for a hidden or vanished file
+  std::string folder;                  // with the separator at its end
+  std::int32_t dupGrp = -1;            // group number, -1 none, -3 read error
+  std::int64_t size = 0;               // bytes
+  DateStamp modified = kZeroDate;      // UTC; the zero date for a hidden or vanished file
   std::optional<std::string> version;  // only if versions were asked for
 };
 
@@ -30,15 +30,15 @@ struct Finding {
 class SearchObserver {
  public:
   virtual ~SearchObserver() = default;
-  virtual void ShowMessage(std::string text) = 0;      // straight into the message panel
-  virtual void SetProgressMsg(std::string text) = 0;   // template with the placeholder "[value]"
-  virtual void SetItemsCnt(std::int64_t count) = 0;    // catalogued files, the divisor of the progress bar
-  virtual void SetTag(std::int64_t index) = 0;         // progress value; called once for each file, must be cheap
+  virtual void ShowMessage(std::string text) = 0;     // straight into the message panel
+  virtual void SetProgressMsg(std::string text) = 0;  // template with the placeholder "[value]"
+  virtual void SetItemsCnt(std::int64_t count) = 0;   // catalogued files, the divisor of the progress bar
+  virtual void SetTag(std::int64_t index) = 0;        // progress value; called once for each file, must be cheap
   virtual void ClearTag() = 0;
   virtual void SetBar(int percent) = 0;
   virtual void EnableTimer(bool on) = 0;
   virtual void ShowList(ResultList list, bool visible) = 0;
-  virtual void HighlightRow(int row) = 0;              // 1-based row of the scope list
+  virtual void HighlightRow(int row) = 0;  // 1-based row of the scope list
   virtual void AddRows(std::vector<Finding> rows) = 0;
   // Shows a box and returns when it was answered.
   virtual void Box(BoxIcon icon, std::string title, std::string text) = 0;

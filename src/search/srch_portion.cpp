@@ -21,8 +21,8 @@ std::vector<CompareRange> RangesOf(const FileProps& table, const CompareRun& run
   return {{run.dupStart, run.dupStart + limits.span, run.Sz0}, {second, run.dupEnd, Sz0}};
 }
 
-std::vector<CompareRun> CutByHeads(FileProps& table, std::int32_t SrchStart, std::int32_t SrchEnd,
-                                   bool isAllSrchTarget, HeadsRead& headsRead, const HeadPorts& ports) {
+std::vector<CompareRun> CutByHeads(FileProps& table, std::int32_t SrchStart, std::int32_t SrchEnd, bool isAllSrchTarget,
+                                   HeadsRead& headsRead, const HeadPorts& ports) {
   std::vector<std::uint32_t> ranks = RankHeads(table, SrchStart, SrchEnd, ports);
   QuickSortByHead(table, SrchStart, SrchEnd, ranks);
   const auto rank = [&](std::int32_t i) { return ranks[static_cast<std::size_t>(i - SrchStart)]; };
@@ -30,9 +30,7 @@ std::vector<CompareRun> CutByHeads(FileProps& table, std::int32_t SrchStart, std
     const bool known = i >= SrchStart || headsRead.Holds(i);
     return known ? ReadHead(table, i, ports.files, ports.limits) : std::string(ports.limits.head, '\0');
   };
-  const auto same = [&](std::int32_t i) {
-    return i > SrchStart ? rank(i) == rank(i - 1) : head(i) == head(i - 1);
-  };
+  const auto same = [&](std::int32_t i) { return i > SrchStart ? rank(i) == rank(i - 1) : head(i) == head(i - 1); };
   std::vector<CompareRun> runs;
   ScanRuns(std::max(SrchStart, 1), SrchEnd, same, [&](std::int32_t dupStart, std::int32_t dupEnd) {
     if (ports.stop.Stopped() || !ChkSrchTarget(table, dupStart, dupEnd, isAllSrchTarget)) return;

@@ -14,8 +14,8 @@ namespace tresmor {
 struct CompareRun {
   std::int32_t dupStart = 0;
   std::int32_t dupEnd = 0;
-  std::int64_t Sz0 = 0;          // size of the first record of the range that was searched
-  bool reachesBack = false;      // begins with the record in front of that range, so it must wait for what is in front
+  std::int64_t Sz0 = 0;      // size of the first record of the range that was searched
+  bool reachesBack = false;  // begins with the record in front of that range, so it must wait for what is in front
 };
 
 // The ranges that are compared of one run, in this order: all of it, or of a run too long for one comparison a stretch
@@ -35,9 +35,9 @@ class HeadsRead {
   std::vector<Range> ranges_;
 };
 
-// Reads the heads of the records SrchStart to SrchEnd, both inclusive, sorts these records by head and gives the runs of
-// equal heads that hold a target. A SrchStart of 0 becomes 1 for the scan. After a stop no run is given.
-std::vector<CompareRun> CutByHeads(FileProps& table, std::int32_t SrchStart, std::int32_t SrchEnd,
-                                   bool isAllSrchTarget, HeadsRead& headsRead, const HeadPorts& ports);
+// Reads the heads of the records SrchStart to SrchEnd, both inclusive, sorts these records by head and gives the runs
+// of equal heads that hold a target. A SrchStart of 0 becomes 1 for the scan. After a stop no run is given.
+std::vector<CompareRun> CutByHeads(FileProps& table, std::int32_t SrchStart, std::int32_t SrchEnd, bool isAllSrchTarget,
+                                   HeadsRead& headsRead, const HeadPorts& ports);
 
 }  // namespace tresmor

@@ -26,8 +26,8 @@ class Told {
   Told(const std::vector<ToldFile>& files, const SearchRequest& request, const SearchLimits& limits)
       : request_(request), limits_(limits) {
     for (const ToldFile& file : files) {
-      table_.push_back({&file, static_cast<std::int64_t>(file.content.size()), -1, std::string(limits.head, '\0'),
-                        file.isTarget});
+      table_.push_back(
+          {&file, static_cast<std::int64_t>(file.content.size()), -1, std::string(limits.head, '\0'), file.isTarget});
     }
     last_ = static_cast<int>(table_.size()) - 1;
   }

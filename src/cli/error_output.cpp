@@ -1,0 +1,43 @@
+#include "cli/error_output.h"
+
+#include "base/text.h"
+#include "cli/visible.h"
+
+namespace tresmor {
+namespace {
+
+// A terminal is told to cut a long line off instead of wrapping it, since a wrapped one can't be redrawn in place.
+constexpr char kDraw[] = "\r\x1b[?7l";
+constexpr char kDrawn[] = "\x1b[K\x1b[?7h";
+constexpr char kClear[] = "\r\x1b[K";
+
+}  // namespace
+
+ErrorOutput::~ErrorOutput() { ClearProgress(); }
+
+void ErrorOutput::Say(std::string_view text) {
+  ClearProgress();
+  Put("tresmor-cli: " + Visible(text) + "\n");
+}
+
+void ErrorOutput::ShowProgress(std::string_view text) {
+  drawn_ = IsTerminal();
+  Put(drawn_ ? kDraw + Visible(text) + kDrawn : Visible(text) + "\n");
+}
+
+void ErrorOutput::ClearProgress() {
+  if (drawn_) Put(kClear);
+  drawn_ = false;
+}
+
+BoxAnswer ErrorOutput::MessageBox(const std::string& text, BoxIcon, const std::string&, BoxButtons buttons) {
+  Say(ReplaceAll(ReplaceAll(text, "\r\n", "\n"), "\n", " "));
+  return buttons == BoxButtons::Ok ? BoxAnswer::Ok : BoxAnswer::Cancel;
+}
+
+void ErrorOutput::Put(std::string_view text) {
+  std::fwrite(text.data(), 1, text.size(), file_);
+  std::fflush(file_);
+}
+
+}  // namespace tresmor

@@ -1,0 +1,40 @@
+// What a person reads beside the findings: remarks, errors, and one line of progress that is redrawn in place.
+#pragma once
+
+#include <cstdio>
+#include <string>
+#include <string_view>
+
+#include "platform/dialogs.h"
+
+namespace tresmor {
+
+enum class ErrorDevice { Terminal, File };
+
+// Texts may hold anything; each is one line, made visible. Failures of writing here are passed over.
+class ErrorOutput final : public Dialogs {
+ public:
+  ErrorOutput(std::FILE* file, ErrorDevice device) : file_(file), device_(device) {}
+  ~ErrorOutput();
+  ErrorOutput(const ErrorOutput&) = delete;
+  ErrorOutput& operator=(const ErrorOutput&) = delete;
+
+  bool IsTerminal() const { return device_ == ErrorDevice::Terminal; }
+
+  // "tresmor-cli: " and the text.
+  void Say(std::string_view text);
+  void ShowProgress(std::string_view text);
+  void ClearProgress();
+
+  // Nobody is there to answer: the text is printed, and the box counts as closed.
+  BoxAnswer MessageBox(const std::string& text, BoxIcon icon, const std::string& title, BoxButtons buttons) override;
+
+ private:
+  void Put(std::string_view text);
+
+  std::FILE* file_;
+  const ErrorDevice device_;
+  bool drawn_ = false;  // a line of progress stands on the terminal
+};
+
+}  // namespace tresmor

@@ -1,0 +1,55 @@
+// A search from the controls of the main window, and back into them.
+#pragma once
+
+#include <cstdint>
+
+#include "base/stop_token.h"
+#include "desk/progress.h"
+#include "platform/dialogs.h"
+#include "platform/event_queue.h"
+#include "platform/file_system.h"
+#include "platform/shell.h"
+#include "shell/frm_main.h"
+
+namespace tresmor {
+
+struct SearchControlPorts {
+  const FileSystem& files;
+  const Shell& shell;
+  EventQueue& events;
+  Dialogs& dialogs;
+};
+
+// Interface thread.
+class SearchControl {
+ public:
+  // `progress` is bound to the form's own timer, panel and bar.
+  SearchControl(FrmMain& frm, Progress& progress, const SearchControlPorts& ports)
+      : frm_(frm), progress_(progress), ports_(ports) {}
+  SearchControl(const SearchControl&) = delete;
+  SearchControl& operator=(const SearchControl&) = delete;
+
+  // Empties the result lists, searches what the controls say, and leaves the lists sorted, coloured and counted. Runs on
+  // all cores while this thread pumps its events; it must be told by CancelSearch, from such an event, to end early,
+  // and then keeps what it found so far.
+  // Throws the search's Failure; the lists then hold what came before it, unsorted.
+  void RunSearch();
+
+  // Makes a running search end soon.
+  void CancelSearch();
+
+  // What the last search tells as the number of files searched.
+  std::int64_t SrchFileCnt() const { return srchFileCnt_; }
+
+ private:
+  void EmptyLists();
+  std::int64_t RunOnWorker();
+
+  FrmMain& frm_;
+  Progress& progress_;
+  const SearchControlPorts ports_;
+  StopToken stop_;
+  std::int64_t srchFileCnt_ = 0;
+};
+
+}  // namespace tresmor
