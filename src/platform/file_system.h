@@ -3,8 +3,8 @@
 //
 // Paths are bytes in the style that Style() names, absolute or relative to the working folder, of any length the file
 // system itself allows (an adapter gets around limits of its calls). Nothing here follows a symbolic link at the end
-// of a path, except List and FolderIdentity, since the folder of a scope row may be one. Every routine may be called
-// from any thread at any time.
+// of a path, except List and the folder of StatAll, since the folder of a scope row may be one. Every routine may be
+// called from any thread at any time.
 #pragma once
 
 #include <cstddef>
@@ -93,9 +93,9 @@ class FileSystem {
   virtual void StatAll(const std::string& folder, std::span<const std::string_view> names, std::span<FileStat> stats,
                        std::span<Errors> failures) const = 0;
 
-  // Opens a regular file for reading, without a lock on it and without waiting (a FIFO is refused with PathAccess and
-  // never opened). Null with the reason in `failure`; TooManyFiles means that descriptors ran out and a later call may
-  // succeed.
+  // Opens for reading what Stat told to be a file, without a lock on it and without waiting. What isn't a file any more
+  // is refused with PathAccess. Null with the reason in `failure`; TooManyFiles means that descriptors ran out and a
+  // later call may succeed.
   virtual std::unique_ptr<FileReader> Open(const std::string& path, Errors& failure) const = 0;
 
   // How many files may be open at once, the program's other needs taken off. At least 8.

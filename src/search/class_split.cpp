@@ -9,9 +9,12 @@ namespace tresmor {
 
 namespace {
 
-// Bytes that both begin with.
+// Bytes that both begin with. Stretch by stretch, since memcmp is many times faster than a look at each byte.
 std::size_t CommonLength(const char* a, const char* b, std::size_t length) {
-  return static_cast<std::size_t>(std::mismatch(a, a + length, b).first - a);
+  constexpr std::size_t kStretch = 512;
+  std::size_t common = 0;
+  while (length - common > kStretch && std::memcmp(a + common, b + common, kStretch) == 0) common += kStretch;
+  return static_cast<std::size_t>(std::mismatch(a + common, a + length, b + common).first - a);
 }
 
 }  // namespace

@@ -35,7 +35,7 @@ void AddGroups(const FileProps& table, const CompareRange& range, std::int64_t o
 }
 
 std::size_t BufferShare(const ComparePorts& ports) {
-  return std::max<std::size_t>(ports.limits.buffers / std::max<std::size_t>(ports.threads, 4), 1);
+  return std::max<std::size_t>(std::min(ports.limits.threadBuffers, ports.limits.buffers / ports.threads), 1);
 }
 
 }  // namespace

@@ -8,15 +8,18 @@
 namespace tresmor {
 
 struct SearchLimits {
-  std::int64_t wholeBelow = 1'000'000;    // a file shorter than this is one block
-  std::int64_t block = 50'000;            // bytes in a block of a longer file
-  std::int32_t span = 254;                // largest distance of first and last record in one comparison
-  std::size_t head = 400;                 // bytes of a file's head
-  std::int64_t portionFrom = 20'480;      // smallest file of a portion search
-  std::size_t firstPiece = 64 * 1024;     // bytes first read of each file of a strict comparison
-  std::size_t largestPiece = 512 * 1024;  // what later pieces grow to
+  std::int64_t wholeBelow = 1'000'000;  // a file shorter than this is one block
+  std::int64_t block = 50'000;          // bytes in a block of a longer file
+  std::int32_t span = 254;              // largest distance of first and last record in one comparison
+  std::size_t head = 400;               // bytes of a file's head
+  std::int64_t portionFrom = 20'480;    // smallest file of a portion search
+  // Measured, with a warm page cache. Files of a small run are read in pieces as large as these; where many files share
+  // a thread's buffers the pieces are smaller, and the buffers stay in the processor's cache.
+  std::size_t firstPiece = 64 * 1024;
+  std::size_t largestPiece = 128 * 1024;  // what pieces grow to while files agree
+  std::size_t threadBuffers = 1 << 20;    // bytes of buffers of one comparing thread
+  std::size_t buffers = 64 << 20;         // of all threads together, at the most
   std::int64_t segment = 16 << 20;        // stretch of long files that one thread compares on its own
-  std::size_t buffers = 64 << 20;         // bytes of buffers of all threads together, at the most
 };
 
 }  // namespace tresmor

@@ -8,7 +8,7 @@
 #include <map>
 
 #include "search/long_compare.h"
-#include "search_world.h"
+#include "search/search_world.h"
 
 namespace tresmor {
 namespace {

@@ -5,7 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "search_world.h"
+#include "search/search_world.h"
 
 namespace tresmor {
 namespace {

@@ -1,5 +1,4 @@
 // The walk over real folders that mean no good.
-#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <limits.h>
@@ -7,12 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
-#include <cstdlib>
-#include <filesystem>
-#include <system_error>
-
-#include "platform/posix/posix_file_system.h"
+#include "search/temp_tree.h"
 #include "search/walk_support.h"
 
 namespace tresmor {
@@ -22,52 +16,9 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
-void Check(bool ok, const std::string& what) {
-  if (!ok) throw std::system_error(errno, std::generic_category(), what);
-}
-
-class HostileTree : public testing::Test {
+class HostileTree : public TempTree {
  protected:
-  HostileTree() {
-    std::string pattern = std::filesystem::temp_directory_path() / "tresmor_XXXXXX";
-    Check(mkdtemp(pattern.data()) != nullptr, pattern);
-    Check(chmod(pattern.c_str(), 0755) == 0, pattern);
-    root_ = pattern + "/";
-  }
-  // By a program that goes as deep as these trees do.
-  ~HostileTree() override { EXPECT_EQ(std::system(("rm -rf -- '" + root_ + "'").c_str()), 0); }
-
-  std::string At(const std::string& path) const { return root_ + path; }
-  void MakeFolder(const std::string& path) { Check(mkdir(At(path).c_str(), 0755) == 0, path); }
-  void MakeFile(const std::string& path) { MakeFileIn(AT_FDCWD, At(path)); }
-  void MakeLink(const std::string& path, const std::string& target) {
-    Check(symlink(target.c_str(), At(path).c_str()) == 0, path);
-  }
-
-  // `depth` folders of one name, one in the other, with a file named "end" in the last.
-  void MakeShaft(const std::string& name, int depth) {
-    int folder = open(root_.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
-    for (int i = 0; i < depth; ++i) {
-      Check(mkdirat(folder, name.c_str(), 0755) == 0, name);
-      const int next = openat(folder, name.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
-      Check(next >= 0, name);
-      close(folder);
-      folder = next;
-    }
-    MakeFileIn(folder, "end");
-    close(folder);
-  }
-
-  std::string root_;
-  PosixFileSystem files_;
   Walk walk_{files_};
-
- private:
-  static void MakeFileIn(int folder, const std::string& path) {
-    const int file = openat(folder, path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
-    Check(file >= 0, path);
-    close(file);
-  }
 };
 
 TEST_F(HostileTree, TwoThousandFoldersDeepBeyondTheLongestPath) {

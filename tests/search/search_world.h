@@ -89,14 +89,19 @@ struct SearchRun {
   std::int64_t figure = 0;
 };
 
-inline std::unique_ptr<SearchRun> RunSearch(const MemoryFileSystem& files, const SearchRequest& request,
-                                            const SearchLimits& limits = {}, std::size_t threads = 1) {
+inline std::unique_ptr<SearchRun> RunSearch(const FileSystem& files, const SearchRequest& request,
+                                            const SearchLimits& limits, ThreadPool& pool) {
   auto run = std::make_unique<SearchRun>();
-  ThreadPool pool(threads);
   StopToken stop;
   FakeShell shell;
   run->figure = ExecSrch(request, {files, shell, pool, stop, run->log}, limits);
   return run;
+}
+
+inline std::unique_ptr<SearchRun> RunSearch(const FileSystem& files, const SearchRequest& request,
+                                            const SearchLimits& limits = {}, std::size_t threads = 1) {
+  ThreadPool pool(threads);
+  return RunSearch(files, request, limits, pool);
 }
 
 }  // namespace tresmor

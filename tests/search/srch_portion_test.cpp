@@ -7,7 +7,7 @@
 
 #include <map>
 
-#include "search_world.h"
+#include "search/search_world.h"
 
 namespace tresmor {
 namespace {

@@ -1,4 +1,4 @@
-#include "told_search.h"
+#include "search/told_search.h"
 
 #include <algorithm>
 #include <cmath>

@@ -7,8 +7,8 @@
 #include <set>
 
 #include "base/text.h"
-#include "search_world.h"
-#include "told_search.h"
+#include "search/search_world.h"
+#include "search/told_search.h"
 
 namespace tresmor {
 namespace {
@@ -24,7 +24,7 @@ SearchLimits SmallLimits() {
   limits.firstPiece = 3;
   limits.largestPiece = 11;
   limits.segment = 1 << 20;
-  limits.buffers = 1 << 20;
+  limits.threadBuffers = 1 << 12;
   return limits;
 }
 
@@ -131,6 +131,8 @@ class ToldSearchTest : public testing::TestWithParam<int> {};
 constexpr int kWorldsEach = 2500;
 
 TEST_P(ToldSearchTest, FastSearchGivesWhatThePlainOneGives) {
+  ThreadPool alone(1);
+  ThreadPool together(2);
   for (int k = 0; k < kWorldsEach; ++k) {
     const auto seed = static_cast<unsigned>(GetParam() * kWorldsEach + k);
     World world(seed);
@@ -141,13 +143,13 @@ TEST_P(ToldSearchTest, FastSearchGivesWhatThePlainOneGives) {
     SearchLimits limits = SmallLimits();
     if (world.Pick(0, 3) == 0) limits.segment = 8;
     const ToldResult told = ToldSearch(world.files, request, limits);
-    for (std::size_t threads : {1, 2}) {
+    for (ThreadPool* pool : {&alone, &together}) {
       MemoryFileSystem memory;
       Make(memory, world.files);
-      const auto run = RunSearch(memory, request, limits, threads);
+      const auto run = RunSearch(memory, request, limits, *pool);
       const ToldResult result = ResultOf(*run);
       ASSERT_TRUE(ByList(result.rows) == ByList(told.rows))
-          << "seed " << seed << ", threads " << threads << (request.tolerant ? ", tolerant" : "")
+          << "seed " << seed << ", threads " << pool->Threads() << (request.tolerant ? ", tolerant" : "")
           << (request.isAllSrchTarget ? "" : ", areas") << "\n"
           << Print(world.files, told.rows) << "but found\n"
           << Print({}, result.rows);
