@@ -144,30 +144,35 @@ bool IsName(std::string_view text, std::string_view name) {
   return EqualText(text, name);
 }
 
+struct Month {
+  std::string_view english;
+  std::string full, shortForm;  // of the locale
+};
+
+const std::array<Month, 12>& Months() {
+  static const std::array<Month, 12> months = {{{"January", nl_langinfo(MON_1), nl_langinfo(ABMON_1)},
+                                                {"February", nl_langinfo(MON_2), nl_langinfo(ABMON_2)},
+                                                {"March", nl_langinfo(MON_3), nl_langinfo(ABMON_3)},
+                                                {"April", nl_langinfo(MON_4), nl_langinfo(ABMON_4)},
+                                                {"May", nl_langinfo(MON_5), nl_langinfo(ABMON_5)},
+                                                {"June", nl_langinfo(MON_6), nl_langinfo(ABMON_6)},
+                                                {"July", nl_langinfo(MON_7), nl_langinfo(ABMON_7)},
+                                                {"August", nl_langinfo(MON_8), nl_langinfo(ABMON_8)},
+                                                {"September", nl_langinfo(MON_9), nl_langinfo(ABMON_9)},
+                                                {"October", nl_langinfo(MON_10), nl_langinfo(ABMON_10)},
+                                                {"November", nl_langinfo(MON_11), nl_langinfo(ABMON_11)},
+                                                {"December", nl_langinfo(MON_12), nl_langinfo(ABMON_12)}}};
+  return months;
+}
+
 // 1 to 12, 0 if `text` names no month.
 unsigned MonthOf(std::string_view text) {
-  struct Names {
-    nl_item full, shortForm;
-    std::string_view english;
+  const auto named = [text](const Month& month) {
+    return IsName(text, month.english) || IsName(text, month.english.substr(0, 3)) || IsName(text, month.full) ||
+           IsName(text, month.shortForm);
   };
-  static constexpr std::array<Names, 12> kMonths = {{{MON_1, ABMON_1, "January"},
-                                                     {MON_2, ABMON_2, "February"},
-                                                     {MON_3, ABMON_3, "March"},
-                                                     {MON_4, ABMON_4, "April"},
-                                                     {MON_5, ABMON_5, "May"},
-                                                     {MON_6, ABMON_6, "June"},
-                                                     {MON_7, ABMON_7, "July"},
-                                                     {MON_8, ABMON_8, "August"},
-                                                     {MON_9, ABMON_9, "September"},
-                                                     {MON_10, ABMON_10, "October"},
-                                                     {MON_11, ABMON_11, "November"},
-                                                     {MON_12, ABMON_12, "December"}}};
-  const auto named = [text](const Names& month) {
-    return IsName(text, month.english) || IsName(text, month.english.substr(0, 3)) ||
-           IsName(text, nl_langinfo(month.full)) || IsName(text, nl_langinfo(month.shortForm));
-  };
-  const auto found = std::find_if(kMonths.begin(), kMonths.end(), named);
-  return found == kMonths.end() ? 0 : static_cast<unsigned>(found - kMonths.begin()) + 1;
+  const auto found = std::find_if(Months().begin(), Months().end(), named);
+  return found == Months().end() ? 0 : static_cast<unsigned>(found - Months().begin()) + 1;
 }
 
 std::optional<DateStamp> DateWithName(const Pieces& pieces) {
@@ -272,7 +277,10 @@ std::optional<DateStamp> ParseDate(std::string_view text, DateOrder order) {
   return date;
 }
 
-std::optional<DateStamp> ParseDate(std::string_view text) { return ParseDate(text, OrderOf(nl_langinfo(D_FMT))); }
+std::optional<DateStamp> ParseDate(std::string_view text) {
+  static const DateOrder order = OrderOf(nl_langinfo(D_FMT));
+  return ParseDate(text, order);
+}
 
 std::string FormatElapsed(std::int64_t seconds) {
   std::string text = "hh:mm:ss";

@@ -33,7 +33,8 @@ DateOrder OrderOf(std::string_view format);
 // - a name of a month, English or of the process's locale, full or short, with day and year in any places ("2 Jul
 //   2003", "July 2, 2003", "2-Jul-03"). The year is the number of four digits, else the later one.
 // Behind it may stand a time of day, "hh:mm" or "hh:mm:ss", after a blank or a T; none means midnight. Years of one or
-// two digits: 30 to 99 are 19xx, others 20xx. None if it is no date.
+// two digits lie between 1930 and 2029. What the locale says is read at the first call and kept: any thread may call.
+// None if it is no date.
 std::optional<DateStamp> ParseDate(std::string_view text, DateOrder order);
 // The same in the order of the process's locale.
 std::optional<DateStamp> ParseDate(std::string_view text);

@@ -4,6 +4,7 @@
 #include <clocale>
 #include <cmath>
 #include <limits>
+#include <string>
 
 #include "base/failure.h"
 #include "base/text.h"
@@ -96,8 +97,9 @@ std::int32_t ParseInt32(std::string_view text, NumberMarks marks) {
 }
 
 std::int32_t ParseInt32(std::string_view text) {
-  const std::lconv* locale = std::localeconv();
-  return ParseInt32(text, {locale->decimal_point, locale->thousands_sep});
+  static const std::string decimal = std::localeconv()->decimal_point;
+  static const std::string thousands = std::localeconv()->thousands_sep;
+  return ParseInt32(text, {decimal, thousands});
 }
 
 std::int16_t CheckedInt16(std::int64_t value) { return Checked<std::int16_t>(value); }

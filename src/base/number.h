@@ -6,7 +6,7 @@
 
 namespace tresmor {
 
-// value / divisor to the nearest whole number, a half going to the even neighbour. divisor > 0.
+// value / divisor rounded without a drift: of two whole numbers equally near, the even one. divisor > 0.
 std::int64_t DivideRoundEven(std::int64_t value, std::int64_t divisor);
 // The same for a value that is no quotient of whole numbers. Throws Failure Overflow where the result can't hold it.
 std::int64_t RoundEven(double value);
@@ -21,10 +21,10 @@ struct NumberMarks {
 // anywhere among them, and a fraction. Blanks at both ends are passed over. Throws Failure TypeMismatch (no number) or
 // Overflow.
 std::int32_t ParseInt32(std::string_view text, NumberMarks marks);
-// The same by the marks of the process's locale.
+// The same by the marks of the process's locale, which are read at the first call and kept: any thread may call.
 std::int32_t ParseInt32(std::string_view text);
 
-// A counter that is 16-bit by design: throws Failure Overflow instead of wrapping.
+// For counters of 16 bits: throws Failure Overflow instead of wrapping.
 std::int16_t CheckedInt16(std::int64_t value);
 
 }  // namespace tresmor

@@ -27,20 +27,20 @@ struct PathStyle {
 // What SplitFileSpec gives, in bits.
 enum : unsigned { kFileName = 1, kFileExt = 2, kFileFolder = 4 };
 
-// Cuts `s` at its last separator and the last dot behind it, and joins the wanted parts in the order folder (with its
-// separator), name, extension. An extension that was asked for is put behind a dot whenever anything stands in front
-// of it, so name plus extension of "report" gives "report.".
+// Takes a path apart and joins again what `parts` asks for: folder with its separator, name, extension. The dot in
+// front of the extension depends on what it is joined to and not on whether there is one to show: name and extension of
+// "report" are "report.", and those of ".txt" are "txt".
 std::string SplitFileSpec(std::string_view s, unsigned parts, PathStyle style);
 
-// `s` plus `t`, unless `s` ends in `t` already (exact bytes).
+// Makes sure, byte for byte, that `s` ends in `t`.
 std::string AddTail(std::string_view s, std::string_view t);
-// `s` up to its first NUL.
+// What a C routine would see of `s`.
 std::string_view StripNul(std::string_view s);
-// Behind the last separator; all of `s` if there is none.
+// "b.txt" of "/a/b.txt" and of "b.txt"; nothing of a folder with its separator.
 std::string_view GetFileNameOf(std::string_view s, PathStyle style);
-// Up to and including the last separator; empty if there is none.
+// The rest: "/a/" of "/a/b.txt", nothing of "b.txt". A file in a root gives the root.
 std::string_view GetFolderOf(std::string_view s, PathStyle style);
-// Behind the last dot if that dot lies behind the last separator, else empty.
+// "gz" of "/a/b.tar.gz", nothing of "/a.b/c" and of "/a/b.".
 std::string_view GetFileExtOf(std::string_view s, PathStyle style);
 
 }  // namespace tresmor

@@ -30,7 +30,8 @@ std::uint64_t TextKey(std::string_view text);
 std::size_t CharLength(std::string_view text, std::size_t at);
 bool IsUtf8(std::string_view text);
 
-// Decimal text filled with blanks on the left to 10 characters; longer numbers stand unpadded.
+// A number as lists hold it: right-aligned in 10 columns, so that texts of up to that width order as numbers do. A
+// number that needs more columns takes them.
 std::string PadNumber(std::int64_t number);
 
 // `text` with each `what` (not empty) replaced by `by`.

@@ -11,7 +11,7 @@ namespace {
 // Marks in a pattern, beyond all that NextFoldedChar gives.
 constexpr char32_t kStar = 0x120000;           // any run of characters
 constexpr char32_t kStarBeforeDot = 0x120001;  // any run without the last dot of the name
-constexpr char32_t kQuestion = 0x120002;       // one character, nothing before a dot or at the end
+constexpr char32_t kQuestion = 0x120002;       // one character but a dot, passed by before a dot and at the end
 constexpr char32_t kDotOrEnd = 0x120003;       // a dot, or nothing at the end
 // Stands behind the last character of a name.
 constexpr char32_t kEnd = 0x120004;

@@ -6,11 +6,11 @@
 
 namespace tresmor {
 
-// One pattern such as "*.jpg". No regard to case, in every path style. The rules, which are those of the Win32 file
-// name matching (the DOS wildcards that FindFirstFile turns its patterns into):
-// - "*.*" is every name, and so is "*".
-// - `?` takes one UTF-8 character (an invalid byte counts as one), but never a dot: before a dot, and at the end of the
-//   name, it takes nothing. So "a?.txt" matches "a.txt".
+// One pattern such as "*.jpg". Letters match in either case, whatever the path style. The rules are those of the DOS
+// wildcards, to which FindFirstFile of Win32 turns its patterns:
+// - "*.*" takes names without a dot too, as "*" does.
+// - `?` stands for a UTF-8 character or a byte that is part of none, and stops at dots: where the name has a dot or is
+//   over, `?` is passed by. So "a?.txt" matches "a.txt".
 // - `*` takes any run of characters, an empty one too. A `*` directly before a dot never takes the last dot of the
 //   name, though it may take earlier ones.
 // - A dot directly before `*` or `?` also matches the end of the name. So "a.*" matches "a".

@@ -15,7 +15,7 @@ enum class ErrorDevice { Terminal, File };
 class ErrorOutput final : public Dialogs {
  public:
   ErrorOutput(std::FILE* file, ErrorDevice device) : file_(file), device_(device) {}
-  ~ErrorOutput();
+  ~ErrorOutput() override;
   ErrorOutput(const ErrorOutput&) = delete;
   ErrorOutput& operator=(const ErrorOutput&) = delete;
 

@@ -1,1 +1,40 @@
-int main() { return 0; }
+#include <unistd.h>
+
+#include <clocale>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+
+#include "cli/console.h"
+#include "cli/interrupt.h"
+#include "platform/posix/event_queue_posix.h"
+#include "platform/posix/posix_file_system.h"
+#include "platform/posix/posix_shell.h"
+
+namespace {
+
+// One that takes the sequences which redraw a line.
+tresmor::ErrorDevice DeviceOfStderr() {
+  const char* term = std::getenv("TERM");
+  const bool redraws = isatty(STDERR_FILENO) != 0 && term != nullptr && std::strcmp(term, "dumb") != 0;
+  return redraws ? tresmor::ErrorDevice::Terminal : tresmor::ErrorDevice::File;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::setlocale(LC_ALL, "");
+  std::signal(SIGPIPE, SIG_IGN);
+  tresmor::CatchInterrupts();
+  const tresmor::PosixFileSystem files;
+  const tresmor::PosixShell shell;
+  tresmor::PosixEventQueue events;
+  tresmor::ErrorOutput err(stderr, DeviceOfStderr());
+  std::error_code nowhere;  // a working folder that is gone: relative paths then don't exist
+  const std::string workingFolder = std::filesystem::current_path(nowhere).string();
+  return tresmor::RunConsole(argc, argv,
+                             {files, shell, events, workingFolder, stdout, isatty(STDOUT_FILENO) != 0, err,
+                              tresmor::Interrupted, tresmor::ReleaseInterrupts});
+}

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <map>
 #include <sstream>
+#include <utility>
 
 #include "base/path.h"
 
@@ -39,8 +40,10 @@ constexpr char kFooter[] =
 // What the options of the command line are parsed into before they mean something together.
 struct Typed {
   FindOptions options;
-  std::vector<SrchType> types;
-  std::string since;
+  std::vector<std::string> types;
+  std::string format = "text";
+  std::string progress = "auto";
+  std::optional<std::string> since;
 };
 
 std::optional<std::int32_t> ReadKb(const std::string& text) {
@@ -54,10 +57,9 @@ std::string CheckKb(const std::string& text) {
   return ReadKb(text) ? "" : "'" + text + "' is no whole number from 0 to 2147483647.";
 }
 
-// A comma-separated list's names; the empty text when they are right.
 void AddScopeOptions(CLI::App& find, Typed& typed) {
   FindOptions& options = typed.options;
-  find.add_option("PATH", options.paths, "Folders whose files are judged")->required();
+  find.add_option("PATH", options.paths, "Folders whose files are judged")->type_name("")->required();
   find.add_option("--area", options.areas, "Also search DIR, only for something to compare with (repeatable)")
       ->type_name("DIR")
       ->allow_extra_args(false);
@@ -73,31 +75,46 @@ void AddScopeOptions(CLI::App& find, Typed& typed) {
   find.add_flag("--no-protect", options.noProtect, "Search the system's own folders too");
 }
 
+// One of the names of a table, told by what is wrong and not in the help.
+template <class Value>
+CLI::Validator OneOf(const std::map<std::string, Value>& names) {
+  return CLI::IsMember(names).description("");
+}
+
 void AddResultOptions(CLI::App& find, Typed& typed) {
   FindOptions& options = typed.options;
   find.add_option("--types", typed.types, "Of zero, duplicates, names, portions; by default the first three")
       ->type_name("TYPE,...")
       ->delimiter(',')
       ->allow_extra_args(false)
-      ->transform(CLI::Transformer(kTypes).description(""))
-      ->check(CLI::IsMember({"0", "1", "2", "3"}).description(""));
+      ->check(OneOf(kTypes));
   find.add_flag("--tolerant", options.tolerant, "Take files that differ in a few places for equal too");
-  find.add_option("--format", options.format, "text, groups, groups0, json or csv")
+  find.add_option("--format", typed.format, "text, groups, groups0, json or csv")
       ->type_name("FORMAT")
-      ->transform(CLI::CheckedTransformer(kFormats).description(""));
-  find.add_option("--progress", options.progress, "auto, always or never")
+      ->check(OneOf(kFormats));
+  find.add_option("--progress", typed.progress, "auto (if stderr is a terminal), always or never")
       ->type_name("WHEN")
-      ->transform(CLI::CheckedTransformer(kProgress).description(""));
+      ->check(OneOf(kProgress));
   find.add_flag("--quiet", options.quiet, "No remarks on stderr, only errors");
 }
 
-// The parser takes "[a,b]" for a list of two; a NUL behind it, which no argument can hold, keeps it whole.
+// The arguments as the parser takes them, from the end. It would take "[a,b]" for a list of two and "++" for a mark: a
+// NUL behind them, which no argument can hold, keeps them as they are. It heeds "--" only before the first path: so
+// what is behind it is told as a path here.
 std::vector<std::string> GuardedArguments(int argc, const char* const* argv) {
   std::vector<std::string> arguments;
-  for (int i = argc - 1; i > 0; --i) {  // the parser takes them from the end
-    arguments.emplace_back(argv[i]);
-    if (arguments.back().starts_with('[')) arguments.back().push_back('\0');
+  bool paths = false;
+  for (int i = 1; i < argc; ++i) {
+    std::string argument = argv[i];
+    if (!paths && argument == "--") {
+      paths = true;
+      continue;
+    }
+    if (paths && argument.starts_with('-')) argument.insert(0, "./");
+    if (argument.starts_with('[') || argument.starts_with('+')) argument.push_back('\0');
+    arguments.push_back(std::move(argument));
   }
+  std::reverse(arguments.begin(), arguments.end());
   return arguments;
 }
 
@@ -108,14 +125,16 @@ void RemoveGuards(FindOptions& options) {
   options.pattern = StripNul(options.pattern);
 }
 
-void TakeTypes(const Typed& typed, FindOptions& options) {
+void TakeTypes(const std::vector<std::string>& names, FindOptions& options) {
   const bool groups = options.format == OutputFormat::Groups || options.format == OutputFormat::Groups0;
-  std::vector<SrchType> types = typed.types;
-  if (types.empty()) {
-    types = {SrchType::Duplicates};
-    if (!groups) types.insert(types.end(), {SrchType::ZeroSize, SrchType::SameName});
+  const auto take = [&](SrchType type) { options.types[static_cast<std::size_t>(type)] = true; };
+  for (const std::string& name : names) take(kTypes.at(name));
+  if (names.empty()) {
+    take(SrchType::Duplicates);
+    if (groups) return;
+    take(SrchType::ZeroSize);
+    take(SrchType::SameName);
   }
-  for (const SrchType type : types) options.types[static_cast<std::size_t>(type)] = true;
   if (groups && std::count(options.types.begin(), options.types.end(), true) != 1) {
     throw WrongUse("This format prints one type: give --types only one.");
   }
@@ -132,13 +151,15 @@ FindOptions Settle(Typed typed) {
   FindOptions options = std::move(typed.options);
   RemoveGuards(options);
   CheckPattern(options.pattern);
-  TakeTypes(typed, options);
+  options.format = kFormats.at(typed.format);
+  options.progress = kProgress.at(typed.progress);
+  TakeTypes(typed.types, options);
   if (!options.minKb.empty() && !options.maxKb.empty() && *ReadKb(options.maxKb) < *ReadKb(options.minKb)) {
     throw WrongUse("Max File Size(" + options.maxKb + ") must be greater than Min File Size(" + options.minKb + ").");
   }
-  if (!typed.since.empty()) {
-    options.since = ParseDate(typed.since);
-    if (!options.since) throw WrongUse("--since: '" + typed.since + "' is no date. Write one like 2024-07-02.");
+  if (typed.since) {
+    options.since = ParseDate(*typed.since);
+    if (!options.since) throw WrongUse("--since: '" + *typed.since + "' is no date. Write one like 2024-07-02.");
   }
   return options;
 }
@@ -166,7 +187,7 @@ std::variant<FindOptions, std::string> ParseCommandLine(int argc, const char* co
     app.exit(asked, text, text);
     return text.str();
   } catch (const CLI::ParseError& error) {
-    throw WrongUse(error.what());
+    throw WrongUse(error.what() + std::string(". Try 'tresmor-cli find --help'."));
   }
   return Settle(std::move(typed));
 }

@@ -11,11 +11,20 @@ constexpr char kHex[] = "0123456789abcdef";
 
 void AppendByte(std::string& visible, unsigned char byte) {
   switch (byte) {
-    case '\n': visible += "\\n"; return;
-    case '\t': visible += "\\t"; return;
-    case '\r': visible += "\\r"; return;
-    case '\\': visible += "\\\\"; return;
-    default: visible.append("\\x").append({kHex[byte >> 4], kHex[byte & 15]});
+    case '\n':
+      visible += "\\n";
+      return;
+    case '\t':
+      visible += "\\t";
+      return;
+    case '\r':
+      visible += "\\r";
+      return;
+    case '\\':
+      visible += "\\\\";
+      return;
+    default:
+      visible.append("\\x").append({kHex[byte >> 4], kHex[byte & 15]});
   }
 }
 

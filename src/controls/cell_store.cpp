@@ -27,14 +27,20 @@ Kind KindOf(CellStore::Cell cell) { return static_cast<Kind>(cell >> kPayloadBit
 std::int64_t Signed(CellStore::Cell cell) { return static_cast<std::int64_t>(cell << 3) >> 3; }
 bool Fits(std::int64_t number) { return number > -kLargest && number < kLargest; }
 
-CellStore::Cell TryNumber(std::string_view text) {
+std::optional<std::int64_t> ParsePadded(std::string_view text) {
   const std::size_t start = text.find_first_not_of(' ');
-  if (text.size() < 10 || text.size() > 20 || start == std::string_view::npos) return CellStore::kAbsent;
+  if (text.size() < 10 || text.size() > 20 || start == std::string_view::npos) return std::nullopt;
   std::int64_t number = 0;
   const char* end = text.data() + text.size();
   const auto [stop, error] = std::from_chars(text.data() + start, end, number);
-  if (error != std::errc() || stop != end || !Fits(number) || PadNumber(number) != text) return CellStore::kAbsent;
-  return Make(Kind::Number, static_cast<std::uint64_t>(number));
+  if (error != std::errc() || stop != end || PadNumber(number) != text) return std::nullopt;
+  return number;
+}
+
+CellStore::Cell TryNumber(std::string_view text) {
+  const std::optional<std::int64_t> number = ParsePadded(text);
+  if (!number || !Fits(*number)) return CellStore::kAbsent;
+  return Make(Kind::Number, static_cast<std::uint64_t>(*number));
 }
 
 CellStore::Cell TryStamp(std::string_view text) {
@@ -116,9 +122,11 @@ bool CellStore::Same(Cell a, Cell b) const {
   return View(a, scratchA) == View(b, scratchB);
 }
 
-std::optional<std::int64_t> CellStore::Number(Cell cell) {
-  if (KindOf(cell) != Kind::Number) return std::nullopt;
-  return Signed(cell);
+std::optional<std::int64_t> CellStore::Number(Cell cell) const {
+  if (KindOf(cell) == Kind::Number) return Signed(cell);
+  if (KindOf(cell) == Kind::Stamp) return std::nullopt;
+  std::string scratch;
+  return ParsePadded(View(cell, scratch));
 }
 
 std::optional<DateStamp> CellStore::Stamp(Cell cell) {

@@ -39,10 +39,12 @@ class CellStore {
   std::string_view View(Cell cell, std::string& scratch) const;
   // Whether the two texts are the same bytes.
   bool Same(Cell a, Cell b) const;
-  // The number or stamp of a cell that is kept as one.
-  static std::optional<std::int64_t> Number(Cell cell);
+  // The number whose PadNumber is the cell's text. A cell that is kept as a number costs no parsing.
+  std::optional<std::int64_t> Number(Cell cell) const;
+  // The stamp of a cell that is kept as one.
   static std::optional<DateStamp> Stamp(Cell cell);
-  // Whether all cells with this text are this very cell, so that work done for one serves them all.
+  // Whether the cell may come up again for an equal text, so that work done for one may serve many. A text that was
+  // packed as Texts::Own stands in its one cell alone, even if an equal one is shared.
   static bool IsShared(Cell cell);
   // Gives back the room of all texts. Single texts are never given back, so a list that is cut down keeps its peak.
   void Clear();

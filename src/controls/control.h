@@ -1,6 +1,6 @@
-// What all controls have in common. A control is plain data that the program's logic reads and writes; a view binds
-// itself to it through notices and holds no copy. A control lives on the thread that made it, and every call is made
-// there; debug builds assert it.
+// What all controls have in common. A control keeps values and knows no toolkit. The program works on these values, and
+// whoever shows them hears of each change by a notice and has none of its own. A control lives on the thread that made
+// it, and every call is made there; debug builds assert it.
 #pragma once
 
 #include <cassert>
@@ -17,7 +17,6 @@ struct Notice {
   enum class What {
     Enabled,
     Visible,
-    Caption,
     Text,
     Value,
     Tag,

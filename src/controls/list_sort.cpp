@@ -134,15 +134,15 @@ class SortTexts {
 
 // Keys that tell the whole order: where all cells are dates, or, in a column of numbers, numbers that are not negative
 // (a minus sign would not sort as text does).
-bool NumericKeys(const std::vector<Cell>& cells, ColumnOf column, std::vector<Entry>& entries) {
-  constexpr std::int64_t bias = std::int64_t{1} << 60;  // dates before the zero date are negative
+bool NumericKeys(const CellStore& store, const std::vector<Cell>& cells, ColumnOf column, std::vector<Entry>& entries) {
+  constexpr std::uint64_t bias = std::uint64_t{1} << 60;  // dates before the zero date are negative
   const bool dates = !cells.empty() && CellStore::Stamp(cells[0]).has_value();
   if (!dates && column == ColumnOf::Texts) return false;
   for (Entry& entry : entries) {
     const Cell cell = entry.row < cells.size() ? cells[entry.row] : CellStore::kAbsent;
-    const std::optional<std::int64_t> value = dates ? CellStore::Stamp(cell) : CellStore::Number(cell);
+    const std::optional<std::int64_t> value = dates ? CellStore::Stamp(cell) : store.Number(cell);
     if (!value || (!dates && *value < 0)) return false;
-    entry.key = static_cast<std::uint64_t>(*value + bias);
+    entry.key = static_cast<std::uint64_t>(*value) + bias;
   }
   return true;
 }
@@ -153,7 +153,7 @@ std::vector<std::uint32_t> SortedOrder(const CellStore& store, const std::vector
                                        ColumnOf column, Direction direction) {
   std::vector<Entry> entries(rows);
   for (std::size_t i = 0; i < rows; ++i) entries[i].row = static_cast<std::uint32_t>(i);
-  if (NumericKeys(cells, column, entries)) {
+  if (NumericKeys(store, cells, column, entries)) {
     SortByKey(entries, {0, rows}, direction);
   } else {
     SortTexts texts(store, column);

@@ -84,27 +84,6 @@ void ListView::RemoveRow(std::int32_t row) {
   });
 }
 
-void ListView::RemoveRows(std::span<const std::int32_t> rows) {
-  if (rows.empty()) return;
-  assert(std::is_sorted(rows.begin(), rows.end(), std::less_equal<>()));
-  At(rows.front());
-  At(rows.back());
-  ChangeRows(Notice::What::RowsReset, 1, Count(), [&] {
-    ForEachVector([&](auto& values, auto) {
-      auto gone = rows.begin();
-      std::size_t kept = 0;
-      for (std::size_t i = 0; i < values.size(); ++i) {
-        if (gone != rows.end() && static_cast<std::size_t>(*gone - 1) == i) {
-          ++gone;
-        } else {
-          values[kept++] = values[i];
-        }
-      }
-      values.resize(kept);
-    });
-  });
-}
-
 void ListView::Clear() {
   CheckThread();
   if (flags_.empty()) return;
@@ -130,7 +109,7 @@ std::string_view ListView::CellView(std::int32_t row, std::int32_t subItem, std:
 }
 
 std::optional<std::int64_t> ListView::CellNumber(std::int32_t row, std::int32_t subItem) const {
-  return CellStore::Number(CellAt(row, subItem));
+  return store_.Number(CellAt(row, subItem));
 }
 
 bool ListView::SameCell(std::int32_t a, std::int32_t b, std::int32_t subItem) const {

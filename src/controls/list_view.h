@@ -45,14 +45,13 @@ class ListView : public Control {
   // Adds a row at the end and gives its position. New rows are neither marked nor selected.
   std::int32_t AddRow(std::string_view text, std::span<const CellValue> subItems = {});
   void RemoveRow(std::int32_t row);
-  // `rows` ascend, each named once. One pass over the list, however many they are.
-  void RemoveRows(std::span<const std::int32_t> rows);
+  // Removes all rows. Headers, Tag and how the list is sorted stay as they are.
   void Clear();
 
   std::string Cell(std::int32_t row, std::int32_t subItem) const;
   // The same without a copy where the cell is kept as text; valid until the list or `scratch` changes.
   std::string_view CellView(std::int32_t row, std::int32_t subItem, std::string& scratch) const;
-  // The number of a cell that holds a padded number, which costs no parsing.
+  // The number of a cell whose text is that number padded.
   std::optional<std::int64_t> CellNumber(std::int32_t row, std::int32_t subItem) const;
   // Whether two rows have the same bytes in a cell.
   bool SameCell(std::int32_t a, std::int32_t b, std::int32_t subItem) const;

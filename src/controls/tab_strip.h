@@ -18,7 +18,7 @@ class TabStrip : public Control {
   void SetCaption(std::int32_t tab, std::string caption);
 
   std::int32_t SelectedTab() const;
-  // Tells its listeners whether the user or the program selects. Nobody hears of the tab that is selected already.
+  // Listeners hear of it whoever selects, but never of the tab that is selected already.
   void Select(std::int32_t tab);
 
  private:

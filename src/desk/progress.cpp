@@ -1,6 +1,7 @@
 #include "desk/progress.h"
 
 #include <cmath>
+#include <utility>
 
 #include "base/date.h"
 #include "base/failure.h"
@@ -8,14 +9,36 @@
 #include "base/text.h"
 
 namespace tresmor {
+namespace {
+
+template <class Step>
+void PassOverFailure(Step&& step) {
+  try {
+    step();
+  } catch (const Failure&) {
+  }
+}
+
+}  // namespace
 
 Progress::Progress(const EventQueue& events, Timer& tmrProgress, Panel& msgBar, ProgressBar& pbMain)
     : events_(events), tmrProgress_(tmrProgress), msgBar_(msgBar), pbMain_(pbMain) {
   tmrProgress_.OnTick = [this] { Tick(); };
 }
 
+void Progress::Template::operator=(std::string text) {
+  owner_.BeginPhase();
+  text_ = std::move(text);
+}
+
+void Progress::SetTag(std::int64_t index) {
+  std::int64_t highest = highest_.load(std::memory_order_relaxed);
+  while (highest < index && !highest_.compare_exchange_weak(highest, index, std::memory_order_relaxed)) {
+  }
+}
+
 void Progress::ClearTag() {
-  posted_.store(kNothing, std::memory_order_relaxed);
+  BeginPhase();
   tmrProgress_.Tag = "";
 }
 
@@ -24,16 +47,19 @@ std::string Progress::Elapsed() const {
 }
 
 void Progress::Tick() {
-  const std::int64_t posted = posted_.exchange(kNothing, std::memory_order_relaxed);
-  if (posted != kNothing) tmrProgress_.Tag = std::to_string(posted);
+  const std::int64_t highest = highest_.load(std::memory_order_relaxed);
+  PassOverFailure([&] {
+    if (highest != kNothing) tmrProgress_.Tag = std::to_string(highest);
+  });
   const std::string tag = tmrProgress_.Tag();
-  msgBar_.Text = ReplaceAll(ProgressMsg, "[value]", tag) + " - " + Elapsed() + " elapsed.";
-  try {
-    // A tag that is no number, or a bar that would be out of its range.
+  PassOverFailure([&] { msgBar_.Text = ReplaceAll(ProgressMsg(), "[value]", tag) + " - " + Elapsed() + " elapsed."; });
+  PassOverFailure([&] {
+    // Fails for a tag that is no number and for a bar that would be out of its range.
     if (!tag.empty()) pbMain_.Value = static_cast<float>(ParseInt32(tag)) / static_cast<float>(pbItemsCnt) * 100;
-  } catch (const Failure&) {
-  }
-  if (CancelSrch) tmrProgress_.Enabled = false;
+  });
+  PassOverFailure([&] {
+    if (CancelSrch) tmrProgress_.Enabled = false;
+  });
 }
 
 }  // namespace tresmor

@@ -1,5 +1,5 @@
-// The progress and cancel channel of long routines: they set a template and a figure, and a timer makes text of it once
-// a second, so that a loop pays one store for each file.
+// What a long routine shows of itself. It leaves a template and a figure, and the text comes about only when a timer
+// ticks, so that a loop may tell the figure for each file.
 #pragma once
 
 #include <atomic>
@@ -21,30 +21,49 @@ class Progress {
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
 
-  std::string ProgressMsg;      // with the placeholder "[value]"
-  std::int32_t pbItemsCnt = 0;  // what the bar's 100 stands for
-  double SrchStartTime = 0;     // as EventQueue::Seconds tells it
-  bool CancelSrch = false;      // the user stopped the search
+  // A template with the placeholder "[value]". Writing it begins a phase, whose figures start afresh.
+  class Template {
+   public:
+    explicit Template(Progress& owner) : owner_(owner) {}
+    Template(const Template&) = delete;
+    const std::string& operator()() const { return text_; }
+    void operator=(std::string text);
+    void operator=(const Template&) = delete;
 
-  // The timer's Tag as text, from the next tick on. Any thread; the last call wins.
-  void SetTag(std::int64_t index) { posted_.store(index, std::memory_order_relaxed); }
-  // Empties the timer's Tag now and takes back what SetTag left for the next tick.
+   private:
+    Progress& owner_;
+    std::string text_;
+  };
+
+  Template ProgressMsg{*this};
+  std::int32_t pbItemsCnt = 0;  // what the bar's 100 stands for
+  // By EventQueue::Seconds, a steady clock: where somebody sets the time of day, or summer time begins, while a search
+  // runs, its duration must not jump or turn negative.
+  double SrchStartTime = 0;
+  bool CancelSrch = false;  // a cancel was asked for: the next tick is the last
+
+  // The timer's Tag as text, from the next tick on. Any thread; the highest figure of a phase wins, since files are
+  // finished in any order.
+  void SetTag(std::int64_t index);
+  // Empties the timer's Tag now and begins a phase.
   void ClearTag();
 
   // "hh:mm:ss" since SrchStartTime.
   std::string Elapsed() const;
 
-  // Shows the progress. No failure ends it: what fails is passed over.
+  // Shows the progress. A step that fails is passed over, and the others are taken all the same.
   void Tick();
 
  private:
   static constexpr std::int64_t kNothing = -1;
 
+  void BeginPhase() { highest_.store(kNothing, std::memory_order_relaxed); }
+
   const EventQueue& events_;
   Timer& tmrProgress_;
   Panel& msgBar_;
   ProgressBar& pbMain_;
-  std::atomic<std::int64_t> posted_{kNothing};
+  std::atomic<std::int64_t> highest_{kNothing};  // of this phase
 };
 
 }  // namespace tresmor

@@ -23,11 +23,11 @@ namespace tresmor {
 enum class EntryKind : std::uint8_t {
   File,    // a regular file
   Folder,  // a folder to enter
-  Other,   // symbolic link, socket, FIFO, device: never opened, never entered, but keeps a folder from being empty
+  Other,   // symbolic link, socket, FIFO, device: left alone, yet a folder with one in it is not empty
 };
 
-// What one file or folder is, whatever path it was reached by. Inode numbers alone may repeat on odd file systems; the
-// size and the change time are compared with them.
+// Which file or folder it is, whatever path led there. There are file systems that make inode numbers up as they go and
+// give one to several files, so who acts on two equal identities compares size and change time as well.
 struct FileIdentity {
   std::uint64_t device = 0;
   std::uint64_t inode = 0;
@@ -44,7 +44,8 @@ struct FileStat {
   FileIdentity identity;
 };
 
-// The entries of one folder in the order in which the file system gave them, without "." and "..".
+// The entries of one folder in the order in which the file system gave them, without "." and "..". A folder that
+// changes meanwhile may give a name twice.
 struct FolderListing {
   struct Entry {
     std::uint32_t offset = 0;  // into names
@@ -52,7 +53,9 @@ struct FolderListing {
     EntryKind kind = EntryKind::Other;
     bool hidden = false;
   };
-  FileIdentity identity;   // of the folder itself
+  FileIdentity identity;  // of the folder itself, as are the next two; they mean what they mean in FileStat
+  std::int64_t size = 0;
+  std::int64_t changedNs = 0;
   bool forbidden = false;  // on a pseudo file system (told by its type): nothing was listed, nobody may enter
   std::string names;
   std::vector<Entry> entries;

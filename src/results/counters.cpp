@@ -1,10 +1,11 @@
 #include "results/counters.h"
 
+#include <charconv>
 #include <clocale>
 #include <limits>
 
 #include "base/failure.h"
-#include "base/number.h"
+#include "base/text.h"
 #include "results/rows.h"
 #include "results/sort_list.h"
 
@@ -35,12 +36,27 @@ void CountList(ResultLists& results, ResultList kind) {
 
 std::int64_t SizeOf(const ListView& lst, std::int32_t row) {
   if (const auto size = lst.CellNumber(row, kSizeItem)) return *size;
-  return ParseInt32(lst.Cell(row, kSizeItem));
+  const std::string cell = lst.Cell(row, kSizeItem);
+  const std::string_view text = TrimBlanks(cell);
+  std::int64_t size = 0;
+  const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), size);
+  if (error == std::errc::invalid_argument || stop != text.data() + text.size()) throw Failure(Errors::TypeMismatch);
+  if (error != std::errc()) throw Failure(Errors::Overflow);
+  return size;
 }
 
-std::int32_t AddSelected(std::int32_t sum, std::int64_t size) {
-  if (size > std::numeric_limits<std::int32_t>::max() - sum) throw Failure(Errors::Overflow);
-  return static_cast<std::int32_t>(sum + size);
+// What a sum may hold.
+struct Bounds {
+  std::int64_t least = 0;
+  std::int64_t most = 0;
+};
+// Whole bytes of a 64-bit fixed-point number with four decimals, the classic currency type.
+constexpr Bounds kMarkSz = {-922'337'203'685'477, 922'337'203'685'477};
+constexpr Bounds kSelSz = {std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()};
+
+std::int64_t Sum(std::int64_t a, std::int64_t b, Bounds bounds) {
+  if (b > bounds.most - a || b < bounds.least - a) throw Failure(Errors::Overflow);
+  return a + b;
 }
 
 void CountMarks(const ListView& lst, ListStats& stats) {
@@ -49,7 +65,7 @@ void CountMarks(const ListView& lst, ListStats& stats) {
   for (std::int32_t row = 1; row <= lst.Count(); ++row) {
     if (!lst.Checked(row)) continue;
     ++stats.MarkCnt;
-    stats.MarkSz += SizeOf(lst, row);
+    stats.MarkSz = Sum(stats.MarkSz, SizeOf(lst, row), kMarkSz);
   }
 }
 
@@ -59,7 +75,7 @@ void CountSelection(const ListView& lst, ListStats& stats) {
   for (std::int32_t row = 1; row <= lst.Count(); ++row) {
     if (!lst.Selected(row)) continue;
     ++stats.SelCnt;
-    stats.SelSz = AddSelected(stats.SelSz, SizeOf(lst, row));
+    stats.SelSz = static_cast<std::int32_t>(Sum(stats.SelSz, SizeOf(lst, row), kSelSz));
   }
 }
 
@@ -95,6 +111,11 @@ std::string GetReportCountStr(const ResultLists& results) {
 }
 
 std::string ByteSizeStr(std::int64_t value) {
+  const std::lconv* locale = std::localeconv();
+  return ByteSizeStr(value, {locale->decimal_point, locale->thousands_sep});
+}
+
+std::string ByteSizeStr(std::int64_t value, NumberMarks marks) {
   std::size_t unit = 0;
   std::int64_t bytes = 1;  // of one unit
   while (unit < kUnits.size() && value > bytes * 1024) {
@@ -103,9 +124,9 @@ std::string ByteSizeStr(std::int64_t value) {
   }
   if (unit >= kUnits.size()) throw Failure(Errors::Subscript);
   if (unit == 0) return std::to_string(value) + " " + kUnits[0];
-  const std::int64_t hundredths = (value * 100 + bytes / 2) / bytes;
+  const std::int64_t hundredths = DivideRoundEven(value * 100, bytes);
   const std::int64_t decimals = hundredths % 100;
-  return std::to_string(hundredths / 100) + std::localeconv()->decimal_point + (decimals < 10 ? "0" : "") +
+  return std::to_string(hundredths / 100).append(marks.decimal) + (decimals < 10 ? "0" : "") +
          std::to_string(decimals) + " " + kUnits[unit];
 }
 

@@ -1,9 +1,10 @@
-// What tells the user how much the lists hold: the captions of the tabs, the status panel and the report of a search.
+// Figures about the result lists, as tabs, status panel and closing report show them.
 #pragma once
 
 #include <cstdint>
 #include <string>
 
+#include "base/number.h"
 #include "results/result_lists.h"
 
 namespace tresmor {
@@ -16,14 +17,17 @@ inline constexpr std::int16_t kAllLists = -1;
 void UpdateCount(ResultLists& results, std::int16_t index);
 
 // Counts marks or selection, or both, of the list on show into StatsArr and writes the figures into the panel. Fails
-// with Overflow where the selected rows have more than 2,147,483,647 bytes and with Subscript where a sum can't be
-// told in ByteSizeStr; the panel then keeps its text.
+// with Overflow where a sum leaves its field (ListStats), with TypeMismatch at a size that is no whole number, and with
+// Subscript where ByteSizeStr can't tell a sum; the panel then keeps its text.
 void UpdateStatus(ResultLists& results, bool bMarks, bool bSel);
 
 // The figures of all lists as five lines, each with CR LF behind it. GroupCnt must be up to date.
 std::string GetReportCountStr(const ResultLists& results);
 
-// "900 Bytes", "1.50 KB" and so on up to GB, two decimals in the locale's form. More than 1024 GB fails with Subscript.
+// "900 Bytes", "1.50 KB" and so on up to GB, with two decimals, halves of a hundredth going to the even one. More than
+// 1024 GB fails with Subscript.
+std::string ByteSizeStr(std::int64_t value, NumberMarks marks);
+// The same by the marks of the process's locale.
 std::string ByteSizeStr(std::int64_t value);
 
 }  // namespace tresmor

@@ -11,12 +11,12 @@
 
 namespace tresmor {
 
-// Marks and selection of one list as they were last counted.
+// Marks and selection of one list as they were last counted. A sum that its field can't hold fails.
 struct ListStats {
   std::int32_t SelCnt = 0;
-  std::int32_t SelSz = 0;  // bytes; a larger sum fails
+  std::int32_t SelSz = 0;  // bytes
   std::int32_t MarkCnt = 0;
-  std::int64_t MarkSz = 0;  // bytes
+  std::int64_t MarkSz = 0;  // bytes, up to 922,337,203,685,477 either way
 };
 
 // Lists have their indexes of ResultList; tab i + 1 belongs to list i.
@@ -30,13 +30,13 @@ struct ResultLists {
   std::array<ListView, kResultLists> lstResult;
   TabStrip tabMain;
   Panel& msgBar;
-  std::int16_t mIntCurFrame = 0;  // index of the list on show
+  std::int16_t mIntCurFrame = 0;  // of the list on show
   std::array<std::int32_t, kResultLists> GroupCnt{};
   std::array<ListStats, kResultLists> StatsArr{};
 };
 
-// Sorts, colours and counts the lists after a search or the loading of a session, and brings up the last list with
-// findings if the one on show has none.
+// Puts lists that were filled anew in order: sorted, coloured, counted. Where the one on show has no rows, the last
+// that has some comes up, read errors apart.
 void ShowResult(ResultLists& results);
 
 }  // namespace tresmor

@@ -10,24 +10,24 @@
 
 namespace tresmor {
 
-// Sub-items of a result row. The full path of the file is the folder directly followed by the name.
+// Sub-items of a result row. Folder and name, joined as they stand, are the file's path.
 enum : std::int16_t {
   kNameItem = 0,     // the row's own text
   kFolderItem = 1,   // with the separator at its end
   kDupGrpItem = 2,   // group number, padded; one blank for none
   kSizeItem = 3,     // bytes, padded
   kDateItem = 4,     // "yyyy/mm/dd hh:mm:ss", UTC
-  kVersionItem = 5,  // missing while versions are not shown; its tag is the version's sort key
+  kVersionItem = 5,  // only where versions were asked for; its tag is VerSortKey of it
 };
 
-// Tag of a list whose version column has been filled.
+// Tag of a list that has rows with versions.
 inline constexpr char kVersionTag[] = "Ver";
 
 // Colours of the rows' texts, which tell neighbouring groups apart.
 inline constexpr std::array<std::uint32_t, 6> GroupColors = {0x009933, 0x0033CC, 0xFF9900,
                                                              0xCC0000, 0x9933FF, 0x000000};
 
-// Adds the row of one finding at the end of `lst`.
+// Adds the row of one finding, as the last.
 void AddResultItem(ListView& lst, const Finding& finding);
 
 constexpr bool HasGroups(ResultList kind) {

@@ -1,7 +1,6 @@
 #include "search/class_split.h"
 
 #include <algorithm>
-#include <compare>
 #include <cstring>
 #include <utility>
 
@@ -81,7 +80,7 @@ class ContentTree {
   std::vector<std::size_t> common_;  // bytes that contents k and k + 1 share
 };
 
-ClassSplit::ClassSplit(std::size_t bytes) : bytes_(bytes), buffer_(std::make_unique_for_overwrite<char[]>(bytes)) {}
+ClassSplit::ClassSplit(std::size_t bytes) : bytes_(bytes), buffer_(std::make_unique_for_overwrite<char[]>(bytes_)) {}
 
 void ClassSplit::Split(const FileClass& fileClass, const BlockGrid& grid, std::size_t piece, OpenFiles& files,
                        SplitOutcome& outcome) {

@@ -31,7 +31,7 @@ struct SplitOutcome {
 // file, and one buffer for each content.
 class ClassSplit {
  public:
-  // At most `bytes` of buffers.
+  // `bytes` of buffers, one at least for each file of a class.
   explicit ClassSplit(std::size_t bytes);
 
   // Reads up to `piece` bytes, fewer where buffers are short, of each file at the class's offset, and closes the files

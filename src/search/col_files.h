@@ -1,7 +1,7 @@
-// The catalogue of one search: the files that the scope rows yield, in the order in which they were first reached, each
-// with the search-target flag of the row that reached it first. The same path is one entry, under the path style's
-// case rule. A million entries must be cheap: names stay where the folder listings put them and folders are kept as a
-// tree, so an entry costs 16 bytes here plus its name, 8 bytes and a bit in the listing.
+// The catalogue of one search: what the walk found, oldest first. Walking over a file again changes nothing, neither
+// its place nor whose target it is; the path style says when a path is one that was there. A million entries must be
+// cheap: names stay where the folder listings put them and folders are kept as a tree, so an entry costs 16 bytes here
+// plus its name, 8 bytes and a bit in the listing.
 #pragma once
 
 #include <cstddef>
@@ -28,12 +28,10 @@ class FolderTree {
   // A folder at the top of a walk; `path` ends with the separator.
   FolderId AddTop(std::string path);
   FolderId AddSub(FolderId parent, std::string_view name, char separator);
-  void Clear() { nodes_.clear(); }
 
   // The full path with the separator at its end, appended to `path`.
   void AppendPath(FolderId folder, std::string& path) const;
   std::string Path(FolderId folder) const;
-  std::size_t Count() const { return nodes_.size(); }
 
  private:
   struct Node {
@@ -63,8 +61,8 @@ class ColFiles {
   // Appends folder and name to `path`.
   void AppendPath(const Item& item, std::string& path) const;
 
-  // Whether some folder was reached under two spellings of its path, so that two entries may be one file even where it
-  // has no second hard link.
+  // Whether some folder was reached under two spellings of its path. Only then can a folder whose listing is kept
+  // already turn up below itself.
   bool ReachedTwice() const { return reachedTwice_; }
 
   // What follows is the walk's. A folder is listed once in a search: paths that are the same under the style's case

@@ -15,13 +15,8 @@ bool OfOneSize(const FileProps& table, const CompareRange& range, const FileClas
                      [&](int file) { return size(file) == size(fileClass.files.front()); });
 }
 
-bool AnyFailed(const std::vector<Parting>& partings) {
-  return std::any_of(partings.begin(), partings.end(), [](const Parting& p) { return p.way == Parting::kFailed; });
-}
-
 // The groups that the range's records have already, as classes to be read on.
-void AddGroups(const FileProps& table, const CompareRange& range, std::int64_t offset,
-               std::vector<FileClass>& classes) {
+std::vector<FileClass> GroupsOf(const FileProps& table, const CompareRange& range, std::int64_t offset) {
   std::map<std::int32_t, FileClass> groups;
   for (std::int32_t i = range.dupStart; i <= range.dupEnd; ++i) {
     if (table[i].DupGrp < range.dupStart) continue;
@@ -29,20 +24,23 @@ void AddGroups(const FileProps& table, const CompareRange& range, std::int64_t o
     group.offset = offset;
     group.files.push_back(i - range.dupStart);
   }
+  std::vector<FileClass> classes;
   for (auto& [number, group] : groups) {
     if (group.files.size() > 1) classes.push_back(std::move(group));
   }
+  return classes;
 }
 
 std::size_t BufferShare(const ComparePorts& ports) {
-  return std::max<std::size_t>(std::min(ports.limits.threadBuffers, ports.limits.buffers / ports.threads), 1);
+  const auto fewest = static_cast<std::size_t>(ports.limits.span) + 2;  // a byte of each file
+  return std::max(fewest, std::min(ports.limits.threadBuffers, ports.limits.buffers / ports.threads));
 }
 
 }  // namespace
 
 FileCompare::FileCompare(const ComparePorts& ports)
     : ports_(ports),
-      open_(ports.files, ports.stop, std::max<std::size_t>(ports.files.OpenLimit() / ports.threads, 2)),
+      open_(ports.files, ports.stop, std::max<std::size_t>(ports.files.OpenLimit() / ports.threads, 1)),
       split_(BufferShare(ports)),
       slices_(BufferShare(ports)) {}
 
@@ -73,20 +71,20 @@ void FileCompare::CompStrict(FileProps& table, const CompareRange& range, SizeRu
 }
 
 // A class of one size is no group and need not be read on, unless it was one until a file failed. Groups that came with
-// the range were equal in the blocks that were compared then, which may be fewer than now.
+// the range are read on whatever they hold: they were equal in the blocks that were compared then, which may be fewer
+// than now.
 void FileCompare::RefinePortions(const FileProps& table, const CompareRange& range, std::vector<FileClass> classes,
                                  const BlockGrid& grid, SplitOutcome& outcome) {
+  std::vector<FileClass> groups = GroupsOf(table, range, grid.block);
   for (std::int64_t until = grid.block; until <= grid.end; until += grid.block) {
     classes = Refine(std::move(classes), grid, until, outcome);
-    if (!AnyFailed(outcome.partings)) {
-      std::erase_if(classes, [&](const FileClass& fileClass) { return OfOneSize(table, range, fileClass); });
-    }
-    if (until == grid.block) AddGroups(table, range, until, classes);
+    groups = Refine(std::move(groups), grid, until, outcome);
+    if (AnyFailed(outcome.partings)) continue;
+    std::erase_if(classes, [&](const FileClass& fileClass) { return OfOneSize(table, range, fileClass); });
   }
 }
 
-// Reads on, class by class, until the files part or `until` is reached, and gives the classes that reached it. Pieces
-// are small at first, where unlike files part, and grow with what was found equal.
+// Pieces are small at first, where unlike files part, and grow with what was found equal.
 std::vector<FileClass> FileCompare::Refine(std::vector<FileClass> classes, const BlockGrid& grid, std::int64_t until,
                                            SplitOutcome& outcome) {
   std::vector<FileClass> finished;

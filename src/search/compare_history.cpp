@@ -1,9 +1,12 @@
 #include "search/compare_history.h"
 
 #include <algorithm>
-#include <map>
 
 namespace tresmor {
+
+bool AnyFailed(const std::vector<Parting>& partings) {
+  return std::any_of(partings.begin(), partings.end(), [](const Parting& p) { return p.way == Parting::kFailed; });
+}
 
 // Where one block parted a file several times, in piece after piece, the last way is the finest and counts.
 void Replay(std::vector<Parting>& partings, Verdict& verdict) {

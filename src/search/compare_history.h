@@ -19,6 +19,8 @@ struct Parting {
   int way = 0;  // kFailed: the file could not be read in this block
 };
 
+bool AnyFailed(const std::vector<Parting>& partings);
+
 // Judges all blocks in order. `partings` is sorted on the way. A file's partings behind the block in which it lost its
 // last partner change nothing, however far some thread had read it.
 void Replay(std::vector<Parting>& partings, Verdict& verdict);

@@ -1,8 +1,9 @@
 #include "search/compare_jobs.h"
 
 #include <algorithm>
-#include <atomic>
 #include <memory>
+#include <mutex>
+#include <span>
 
 #include "search/comp_file_cnt.h"
 #include "search/long_compare.h"
@@ -18,8 +19,8 @@ constexpr std::int64_t kAheadEach = 512 << 10;
 
 class CompareJobs {
  public:
-  CompareJobs(FileProps& table, const CompareChoices& choices, const HeadPorts& ports)
-      : table_(table), choices_(choices), ports_(ports) {
+  CompareJobs(FileProps& table, std::span<const CompareRun> runs, const CompareChoices& choices, const HeadPorts& ports)
+      : table_(table), runs_(runs), choices_(choices), ports_(ports), done_(runs.size()) {
     const std::size_t threads = ports.pool.Threads();
     for (std::size_t k = 0; k < threads; ++k) {
       compares_.push_back(std::make_unique<FileCompare>(ComparePorts{ports.files, ports.stop, ports.limits, threads}));
@@ -41,8 +42,8 @@ class CompareJobs {
 
  private:
   bool SharedByThreads(const CompareRun& run) const {
-    return !choices_.tolerant && compares_.size() > 1 && run.dupEnd - run.dupStart < ports_.limits.span &&
-           IsLong({run.dupStart, run.dupEnd, run.Sz0}, choices_.rule, ports_.limits);
+    return !choices_.tolerant && run.dupEnd - run.dupStart < ports_.limits.span &&
+           IsLong({run.dupStart, run.dupEnd, run.Sz0}, choices_.rule, compares_.front()->Ports());
   }
 
   void CompareLong(const CompareRun& run) {
@@ -76,19 +77,33 @@ class CompareJobs {
   void Close(const CompareRun& run) {
     if (ports_.stop.Stopped()) return DropGroups(run);
     if (!choices_.isAllSrchTarget) ReChkSrchTarget(table_, run.dupStart, run.dupEnd);
-    ports_.observer.SetTag(run.dupEnd);
+    TellDone(static_cast<std::size_t>(&run - runs_.data()));
+  }
+
+  // What the user sees goes along the table, although runs are done in another order.
+  void TellDone(std::size_t run) {
+    const std::lock_guard lock(mutex_);
+    done_[run] = true;
+    for (; told_ < runs_.size() && done_[told_]; ++told_) {
+      ports_.observer.SetTag(std::min(runs_[told_].dupEnd + 1, table_.Last()));
+    }
   }
 
   // Of a run that was stopped half-way nothing is listed as equal.
   void DropGroups(const CompareRun& run) {
-    for (std::int32_t i = run.dupStart + (run.reachesBack ? 1 : 0); i <= run.dupEnd; ++i) {
-      if (table_[i].DupGrp >= 0) table_[i].DupGrp = kNoGroup;
+    for (std::int32_t i = run.dupStart; i <= run.dupEnd; ++i) {
+      // A record in front of the range may have a group of its own from an earlier comparison.
+      if (table_[i].DupGrp >= run.dupStart) table_[i].DupGrp = kNoGroup;
     }
   }
 
   FileProps& table_;
+  const std::span<const CompareRun> runs_;
   const CompareChoices& choices_;
   const HeadPorts& ports_;
+  std::mutex mutex_;
+  std::vector<bool> done_;                              // by run
+  std::size_t told_ = 0;                                // all runs in front of this one are done
   std::vector<std::unique_ptr<FileCompare>> compares_;  // by thread
 };
 
@@ -96,7 +111,7 @@ class CompareJobs {
 
 void CompareRuns(FileProps& table, const std::vector<CompareRun>& runs, const CompareChoices& choices,
                  const HeadPorts& ports) {
-  CompareJobs jobs(table, choices, ports);
+  CompareJobs jobs(table, runs, choices, ports);
   for (std::size_t begin = 0, end; begin < runs.size(); begin = end) {
     for (end = begin + 1; end < runs.size() && !runs[end].reachesBack;) ++end;
     jobs.Compare(std::span(runs).subspan(begin, end - begin));

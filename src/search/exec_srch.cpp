@@ -20,7 +20,7 @@ namespace tresmor {
 
 namespace {
 
-constexpr std::size_t kRowBatch = 4096;  // rows whose dates are read at a time
+constexpr std::size_t kRowBatch = 256;  // rows whose dates are read at a time, between two looks at the stop
 
 class Search {
  public:
@@ -71,7 +71,8 @@ class Search {
 
   void ProtectSystem(ProtectDir& protectDir) {
     const std::string tail = ports_.files.Style().Tail();
-    protectDir.Add(AddTail(ports_.shell.GetWinDir(), tail));
+    const std::string system = ports_.shell.GetWinDir();
+    if (!system.empty()) protectDir.Add(AddTail(system, tail));
     const std::string programs = ports_.shell.GetProgramFilesDir();
     if (programs.empty()) {
       ports_.observer.Box(BoxIcon::None, "", "Error getting program files folder location.");
@@ -87,6 +88,7 @@ class Search {
       ports_.observer.SetProgressMsg("Loading [value] of " + std::to_string(colFiles_.Count()) + " files...");
       table_ = FillTable(colFiles_, ports_.files, ports_.pool, ports_.stop, ports_.observer);
       if (Stopped()) return false;
+      ports_.observer.SetItemsCnt(table_.Last() + 1);
     }
     if (table_.records.empty()) ports_.observer.ShowMessage("No Files found.");
     return !table_.records.empty();
@@ -100,9 +102,10 @@ class Search {
     ports_.observer.ShowList(ResultList::SameName, false);
     const auto same = [&](std::int32_t i) { return EqualText(table_[i].Name(), table_[i - 1].Name()); };
     ScanRuns(1, table_.Last(), same, [&](std::int32_t dupStart, std::int32_t dupEnd) {
-      if (Stopped() || !ChkSrchTarget(table_, dupStart, dupEnd, request_.isAllSrchTarget)) return;
-      for (std::int32_t k = dupStart; k <= dupEnd; ++k) AddResultItem(ResultList::SameName, k);
-      ports_.observer.SetTag(dupEnd);
+      if (ChkSrchTarget(table_, dupStart, dupEnd, request_.isAllSrchTarget)) {
+        for (std::int32_t k = dupStart; k <= dupEnd && !Stopped(); ++k) AddResultItem(ResultList::SameName, k);
+      }
+      ports_.observer.SetTag(std::min(dupEnd + 1, table_.Last()));
     });
     FlushRows();
     ports_.observer.ShowList(ResultList::SameName, true);
@@ -117,7 +120,7 @@ class Search {
     FlushRows();
   }
 
-  // False if the search was stopped before it came here.
+  // False if the search was stopped before the duplicates that it was to find.
   bool FindDuplicates() {
     ports_.observer.SetProgressMsg("Search duplicate files in [value] of " + Count() + " files...");
     if (!Wants(SrchType::Duplicates)) return true;
@@ -169,8 +172,8 @@ class Search {
     CompareRuns(table_, runs, {request_.tolerant, request_.isAllSrchTarget, rule}, headPorts_);
   }
 
-  // Groups go to their list and failures to list 4. Groups are taken back, so that the next phase starts afresh;
-  // failures stay, and are listed by each phase.
+  // Groups go to their list and failures to the list of read errors. A group's number is taken off once it is shown, or
+  // the next phase would take it for its own; a failure stays, and each phase lists it again.
   void ShowGroups(ResultList list) {
     for (std::int32_t i = 0; i <= table_.Last(); ++i) {
       if (table_[i].DupGrp == kReadError) AddResultItem(ResultList::ReadErrors, i);
@@ -200,7 +203,9 @@ class Search {
   void FlushRows() {
     if (rows_.empty()) return;
     ports_.pool.ParallelFor(rows_.size(), 16, [&](std::size_t k, std::size_t) {
-      rows_[k].modified = GetFileDate(ports_.files, rows_[k].folder + rows_[k].name);
+      const std::string path = rows_[k].folder + rows_[k].name;
+      rows_[k].modified = GetFileDate(ports_.files, path);
+      if (request_.versions) rows_[k].version = ports_.versions.GetFileVer(path);
     });
     ports_.observer.AddRows(std::exchange(rows_, {}));
   }

@@ -9,6 +9,7 @@
 #include "base/thread_pool.h"
 #include "platform/file_system.h"
 #include "platform/shell.h"
+#include "platform/version_reader.h"
 #include "search/limits.h"
 #include "search/scope_row.h"
 #include "search/search_observer.h"
@@ -26,6 +27,7 @@ struct SearchRequest {
   bool tolerant = false;         // the loose comparison
   bool hidden = false;           // hidden files and folders too
   bool protectWinDir = true;     // keep out of the system's own folders
+  bool versions = false;         // read the version of each file that is listed
   bool isAllSrchTarget = false;  // every row, excluded ones included, is a search target
 
   bool Wants(SrchType type) const { return types[static_cast<std::size_t>(type)]; }
@@ -34,15 +36,16 @@ struct SearchRequest {
 struct SearchPorts {
   const FileSystem& files;
   const Shell& shell;
+  const VersionReader& versions;
   ThreadPool& pool;
   const StopToken& stop;
   SearchObserver& observer;
 };
 
 // Runs a whole search on the calling thread and the pool. Gives the highest index of the table, that is, one less than
-// the files catalogued; 0 if there were none or the search was stopped before the duplicate phase. What was found until
-// a stop has been handed to the observer. The findings are the same with any number of threads.
-// Throws Failure for a scope row that can't be read.
+// the records in it; 0 if there were none, or if the search was stopped while they were loaded or before the
+// duplicates that it was to find. What was found until a stop has been handed to the observer. The findings are the
+// same with any number of threads. Throws Failure for a scope row that can't be read.
 std::int64_t ExecSrch(const SearchRequest& request, const SearchPorts& ports, const SearchLimits& limits = {});
 
 }  // namespace tresmor

@@ -4,13 +4,10 @@
 
 namespace tresmor {
 
-DateStamp FileDateOf(const FileStat& stat) {
-  return stat.kind == EntryKind::File && !stat.hidden ? UtcStamp(stat.modified) : kZeroDate;
-}
-
 DateStamp GetFileDate(const FileSystem& files, const std::string& path) {
   FileStat stat;
-  return files.Stat(path, stat) == Errors::None ? FileDateOf(stat) : kZeroDate;
+  if (files.Stat(path, stat) != Errors::None || stat.kind != EntryKind::File || stat.hidden) return kZeroDate;
+  return UtcStamp(stat.modified);
 }
 
 bool ExistsFile(const FileSystem& files, const std::string& path) {

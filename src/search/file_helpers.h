@@ -11,8 +11,6 @@ namespace tresmor {
 
 // Last write on the UTC clock. The zero date for a file that is hidden, gone, no regular file or can't be told.
 DateStamp GetFileDate(const FileSystem& files, const std::string& path);
-// The same from a Stat that was made already.
-DateStamp FileDateOf(const FileStat& stat);
 
 // Whether a file stands there that is no folder. The name is taken exactly: '*' and '?' are ordinary characters.
 bool ExistsFile(const FileSystem& files, const std::string& path);

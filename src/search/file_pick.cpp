@@ -11,8 +11,9 @@ namespace tresmor {
 
 namespace {
 
-// Entries between two looks at the stop token; few enough that a slow network share answers for all of them in time.
-constexpr std::uint32_t kPiece = 256;
+// Entries between two looks at the stop token. A share that takes ten milliseconds for an answer is done with them in
+// less than a second.
+constexpr std::uint32_t kPiece = 64;
 // Pieces judged between two texts to the user.
 constexpr std::size_t kWave = 256;
 

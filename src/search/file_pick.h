@@ -12,9 +12,9 @@
 
 namespace tresmor {
 
-// For each pattern in order the tree is gone through depth first: what the sub-folders hold comes before the files of
-// the folder itself, all in the order of the listings. Judging runs on the pool, adding on the calling thread. A file
-// is asked for size and date at most once, whatever the number of patterns, and not at all without such criteria.
+// Each pattern goes through the whole tree before the next one does, and adds a folder's own files last, behind all
+// that lies below it; listings are never reordered. Judging runs on the pool, adding on the calling thread. A file is
+// asked for size and date at most once, whatever the number of patterns, and not at all without such criteria.
 class FilePick {
  public:
   FilePick(ColFiles& colFiles, const std::vector<WalkNode>& nodes, const RowCriteria& row, bool hidden,

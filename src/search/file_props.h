@@ -10,14 +10,15 @@
 
 namespace tresmor {
 
-// Values of DupGrp below 0. 0 or more is a group: the table index of the group's first record, its leader.
+// DupGrp of a record that is in no group. A group goes by the index of its lowest record, the leader, so that its
+// number needs no counter and the leader is the record whose DupGrp is its own index.
 inline constexpr std::int32_t kNoGroup = -1;
 inline constexpr std::int32_t kDropped = -2;  // only while a block is being judged
 inline constexpr std::int32_t kReadError = -3;
 
 // One catalogued file. 32 bytes, since a search may hold millions.
 struct FileProp {
-  std::int64_t Sz = 0;  // bytes, read when the table is filled
+  std::int64_t Sz = 0;  // bytes; what the file grows or shrinks by afterwards goes unseen until it is opened
   const char* name = nullptr;
   FolderId folder = 0;
   std::int32_t DupGrp = kNoGroup;

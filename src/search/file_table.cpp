@@ -1,7 +1,8 @@
 #include "search/file_table.h"
 
-#include <algorithm>
-#include <unordered_map>
+#include <bit>
+#include <string>
+#include <utility>
 
 #include "search/file_helpers.h"
 
@@ -9,7 +10,8 @@ namespace tresmor {
 
 namespace {
 
-constexpr std::size_t kBatch = 256;  // files of one folder that are looked up at a time
+constexpr std::size_t kBatch = 64;  // files of one folder that are looked up at a time, between two looks at the stop
+constexpr std::uint32_t kFree = 0xFFFFFFFF;
 
 // Catalogue entries side by side that lie in one folder.
 struct Batch {
@@ -27,14 +29,11 @@ std::vector<Batch> BatchesOf(const std::vector<ColFiles::Item>& items) {
   return batches;
 }
 
-// What one file is, to tell whether another entry is the same. Inodes alone may repeat on odd file systems.
-struct Sameness {
-  std::uint32_t item = 0;
-  FileIdentity identity;
-  std::int64_t size = 0;
-  std::int64_t changedNs = 0;
-  auto Key() const { return std::tie(identity.device, identity.inode, size, changedNs); }
-};
+// A number that is equal for two entries of one file, and hardly ever otherwise. Never 0.
+std::uint64_t Fingerprint(const FileIdentity& identity) {
+  const std::uint64_t mixed = (identity.inode ^ (identity.device << 40)) * 0x9E3779B97F4A7C15;
+  return mixed == 0 ? 1 : mixed;
+}
 
 class TableFill {
  public:
@@ -46,9 +45,9 @@ class TableFill {
     table_.folders = &colFiles_.Folders();
     table_.records.resize(colFiles_.Items().size());
     failures_.resize(colFiles_.Items().size(), Errors::None);
-    sameness_.resize(pool_.Threads());
+    fingerprints_.resize(colFiles_.Items().size());
     const std::vector<Batch> batches = BatchesOf(colFiles_.Items());
-    pool_.ParallelFor(batches.size(), 1, [&](std::size_t k, std::size_t thread) { Look(batches[k], thread); });
+    pool_.ParallelFor(batches.size(), 1, [&](std::size_t k, std::size_t) { Look(batches[k]); });
     if (stop_.Stopped()) return {};
     TellFailures();
     LeaveOutTwins();
@@ -57,7 +56,7 @@ class TableFill {
   }
 
  private:
-  void Look(const Batch& batch, std::size_t thread) {
+  void Look(const Batch& batch) {
     if (stop_.Stopped()) return;
     const auto& items = colFiles_.Items();
     const std::size_t count = batch.end - batch.begin;
@@ -66,11 +65,11 @@ class TableFill {
     for (std::size_t k = 0; k < count; ++k) names[k] = items[batch.begin + k].Name();
     files_.StatAll(colFiles_.Folders().Path(items[batch.begin].folder), names, stats,
                    std::span(failures_).subspan(batch.begin, count));
-    for (std::size_t k = 0; k < count; ++k) Take(batch.begin + k, stats[k], thread);
+    for (std::size_t k = 0; k < count; ++k) Take(batch.begin + k, stats[k]);
     observer_.SetTag(static_cast<std::int64_t>(batch.end));
   }
 
-  void Take(std::size_t item, const FileStat& stat, std::size_t thread) {
+  void Take(std::size_t item, const FileStat& stat) {
     if (failures_[item] != Errors::None) return;
     if (stat.kind != EntryKind::File) {
       failures_[item] = Errors::FileNotFound;  // something else stands in its place by now
@@ -78,30 +77,48 @@ class TableFill {
     }
     const ColFiles::Item& from = colFiles_.Items()[item];
     table_.records[item] = {stat.size, from.name, from.folder, kNoGroup, from.nameLength, from.isSrchTarget};
-    if (stat.links > 1 || colFiles_.ReachedTwice()) {
-      sameness_[thread].push_back({static_cast<std::uint32_t>(item), stat.identity, stat.size, stat.changedNs});
-    }
+    fingerprints_[item] = Fingerprint(stat.identity);
   }
 
   void TellFailures() {
     for (std::size_t k = 0; k < failures_.size(); ++k) {
       if (failures_[k] == Errors::None) continue;
-      std::string path;
-      colFiles_.AppendPath(colFiles_.Items()[k], path);
-      const std::string text = LengthFailureText(failures_[k], path);
+      if (stop_.Stopped()) return;
+      const std::string text = LengthFailureText(failures_[k], PathOf(k));
       if (!text.empty()) observer_.Box(BoxIcon::Critical, "", text);
     }
   }
 
+  // Every entry goes into a hash table of its fingerprint. The few that meet an equal one there are looked at again.
   void LeaveOutTwins() {
-    std::vector<Sameness> all;
-    for (const auto& part : sameness_) all.insert(all.end(), part.begin(), part.end());
-    std::sort(all.begin(), all.end(), [](const Sameness& a, const Sameness& b) {
-      return a.Key() != b.Key() ? a.Key() < b.Key() : a.item < b.item;
-    });
-    for (std::size_t k = 1; k < all.size(); ++k) {
-      if (all[k].Key() == all[k - 1].Key()) failures_[all[k].item] = Errors::KeyExists;
+    std::vector<std::uint32_t> slots(std::bit_ceil(2 * fingerprints_.size()), kFree);
+    const int shift = 64 - std::countr_zero(slots.size());
+    for (std::uint32_t k = 0; k < fingerprints_.size(); ++k) {
+      if (fingerprints_[k] == 0) continue;
+      std::size_t at = shift < 64 ? fingerprints_[k] >> shift : 0;
+      while (slots[at] != kFree && !(fingerprints_[slots[at]] == fingerprints_[k] && AreOneFile(slots[at], k))) {
+        at = (at + 1) % slots.size();
+      }
+      if (slots[at] == kFree) {
+        slots[at] = k;
+      } else {
+        failures_[k] = Errors::KeyExists;
+      }
     }
+  }
+
+  // Inodes alone may repeat on odd file systems.
+  bool AreOneFile(std::size_t a, std::size_t b) const {
+    FileStat first;
+    FileStat second;
+    if (files_.Stat(PathOf(a), first) != Errors::None || files_.Stat(PathOf(b), second) != Errors::None) return false;
+    return first.identity == second.identity && first.size == second.size && first.changedNs == second.changedNs;
+  }
+
+  std::string PathOf(std::size_t item) const {
+    std::string path;
+    colFiles_.AppendPath(colFiles_.Items()[item], path);
+    return path;
   }
 
   void Compact() {
@@ -118,8 +135,8 @@ class TableFill {
   const StopToken& stop_;
   SearchObserver& observer_;
   FileProps table_;
-  std::vector<Errors> failures_;                 // by catalogue entry: why it isn't in the table
-  std::vector<std::vector<Sameness>> sameness_;  // by thread: entries that may be one file with another
+  std::vector<Errors> failures_;             // by catalogue entry: why it isn't in the table
+  std::vector<std::uint64_t> fingerprints_;  // by catalogue entry: of its file's identity; 0 if that isn't known
 };
 
 }  // namespace

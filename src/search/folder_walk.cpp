@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <unordered_set>
 #include <utility>
 
 namespace tresmor {
@@ -10,6 +11,23 @@ namespace {
 
 // Folders listed between two texts to the user.
 constexpr std::size_t kWave = 256;
+// How often a folder may lie below itself by its identity, each time changed, and still pass for folders of one inode
+// number. Twice and more only happens on odd file systems and in a circle that somebody keeps writing to.
+constexpr int kMostAlike = 32;
+
+// Leaves the first of several entries of one path. A folder that changes while it is read may give a name twice, and
+// without regard to case two names may be one. Files of exact names are left alone, which saves a look at each: the
+// table tells by its identity that it has a file already.
+void DropRepeats(FolderListing& listing, PathStyle style) {
+  std::unordered_set<std::string> paths;
+  std::erase_if(listing.entries, [&](const FolderListing::Entry& entry) {
+    const bool isFolder = entry.kind == EntryKind::Folder;
+    if (!isFolder && (entry.kind != EntryKind::File || !style.ignoreCase)) return false;
+    std::string path = style.Key(listing.Name(entry));
+    if (isFolder) path += style.separator;
+    return !paths.insert(std::move(path)).second;
+  });
+}
 
 bool LiesInTrash(const FileSystem& files, std::string_view folder) {
   const char separator = files.Style().separator;
@@ -55,6 +73,7 @@ void FolderWalk::Visit(WalkNode& node, std::optional<FolderListing>& fresh) cons
   if (node.listing != ColFiles::kNoListing) return;
   // A folder that can't be listed gives nothing, one that fails half-way what came until then.
   (void)ports_.files.List(path, fresh.emplace());
+  DropRepeats(*fresh, ports_.files.Style());
   fresh->names.shrink_to_fit();
   fresh->entries.shrink_to_fit();
 }
@@ -66,20 +85,26 @@ bool FolderWalk::IsBarred(const std::string& folder) const {
 void FolderWalk::Settle(std::size_t at, std::optional<FolderListing> fresh) {
   WalkNode& node = nodes_[at];
   if (fresh) {
-    if (colFiles_.Knows(fresh->identity) && IsOwnAncestor(node, fresh->identity)) return;
+    if (colFiles_.Knows(fresh->identity) && IsOwnAncestor(node, *fresh)) return;
     node.listing = colFiles_.KeepListing(node.folder, std::move(*fresh));
   } else if (node.listing == ColFiles::kNoListing) {
     return;
-  } else if (colFiles_.ReachedTwice() && IsOwnAncestor(node, colFiles_.Listing(node.listing).identity)) {
+  } else if (colFiles_.ReachedTwice() && IsOwnAncestor(node, colFiles_.Listing(node.listing))) {
     node.listing = ColFiles::kNoListing;
     return;
   }
   if (recursive_) AddChildren(at);
 }
 
-bool FolderWalk::IsOwnAncestor(const WalkNode& node, const FileIdentity& identity) const {
-  for (std::uint32_t above = node.parent; above != WalkNode::kNoParent; above = nodes_[above].parent) {
-    if (colFiles_.Listing(nodes_[above].listing).identity == identity) return true;
+// Whether the folder lies below itself, as one that is mounted into its own tree does. One that was written to since it
+// was met above is entered once more, and known the next time round.
+bool FolderWalk::IsOwnAncestor(const WalkNode& node, const FolderListing& folder) const {
+  int alike = 0;
+  for (std::uint32_t at = node.parent; at != WalkNode::kNoParent; at = nodes_[at].parent) {
+    const FolderListing& above = colFiles_.Listing(nodes_[at].listing);
+    if (above.identity != folder.identity) continue;
+    const bool unchanged = above.size == folder.size && above.changedNs == folder.changedNs;
+    if (unchanged || ++alike == kMostAlike) return true;
   }
   return false;
 }

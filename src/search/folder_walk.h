@@ -43,7 +43,7 @@ class FolderWalk {
   void Visit(WalkNode& node, std::optional<FolderListing>& fresh) const;
   bool IsBarred(const std::string& folder) const;
   void Settle(std::size_t at, std::optional<FolderListing> fresh);
-  bool IsOwnAncestor(const WalkNode& node, const FileIdentity& identity) const;
+  bool IsOwnAncestor(const WalkNode& node, const FolderListing& folder) const;
   void AddChildren(std::size_t at);
 
   ColFiles& colFiles_;

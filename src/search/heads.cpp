@@ -11,18 +11,20 @@ namespace tresmor {
 
 namespace {
 
-// Fills `into` from `offset`, with zero bytes where the file has none. All zero, and false, if it can't be read.
-bool ReadPart(const FileSystem& files, const std::string& path, std::int64_t offset, std::span<char> into) {
+// Fills `into` from `offset`, with zero bytes where the file has none. All zero, and false, if it can't be read. A lack
+// of descriptors is waited out, unless the search is stopped.
+bool ReadPart(const FileSystem& files, const StopToken& stop, const std::string& path, std::int64_t offset,
+              std::span<char> into) {
   std::memset(into.data(), 0, into.size());
   Errors failure = Errors::None;
   auto reader = files.Open(path, failure);
-  while (!reader && failure == Errors::TooManyFiles) {
+  while (!reader && failure == Errors::TooManyFiles && !stop.Stopped()) {
     std::this_thread::sleep_for(std::chrono::milliseconds(1));
     reader = files.Open(path, failure);
   }
   if (reader && reader->ReadAt(offset, into).failure == Errors::None) return true;
   std::memset(into.data(), 0, into.size());
-  return false;
+  return failure == Errors::TooManyFiles;
 }
 
 // Refines an order of records by one part of their heads after the other.
@@ -92,7 +94,7 @@ class HeadOrder {
 
   void ReadRecord(std::uint32_t record, std::int64_t offset, std::span<char> into) {
     const std::int32_t index = first_ + static_cast<std::int32_t>(record);
-    if (!ReadPart(ports_.files, table_.Path(index), offset, into)) table_[index].DupGrp = kReadError;
+    if (!ReadPart(ports_.files, ports_.stop, table_.Path(index), offset, into)) table_[index].DupGrp = kReadError;
     ports_.observer.SetTag(index);
   }
 
@@ -129,9 +131,9 @@ std::vector<std::uint32_t> RankHeads(FileProps& table, std::int32_t first, std::
   return HeadOrder(table, first, last, ports).Rank();
 }
 
-std::string ReadHead(const FileProps& table, std::int32_t index, const FileSystem& files, const SearchLimits& limits) {
-  std::string head(limits.head, '\0');
-  ReadPart(files, table.Path(index), 0, head);
+std::string ReadHead(const FileProps& table, std::int32_t index, const HeadPorts& ports) {
+  std::string head(ports.limits.head, '\0');
+  ReadPart(ports.files, ports.stop, table.Path(index), 0, head);
   return head;
 }
 

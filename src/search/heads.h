@@ -23,12 +23,12 @@ struct HeadPorts {
 };
 
 // For each record from `first` to `last` a number that orders the heads as their bytes do and is equal for equal heads.
-// A head shorter than limits.head is filled with zero bytes; one that can't be read is all zero, and its record becomes
+// A head shorter than limits.head is filled with zero bytes, and so is what can't be read of one, whose record becomes
 // a read error. Memory stays bounded: where all heads don't fit, a share of each is read and only those that are still
 // equal are read on. After a stop the ranks mean nothing.
 std::vector<std::uint32_t> RankHeads(FileProps& table, std::int32_t first, std::int32_t last, const HeadPorts& ports);
 
 // The head of one file, filled with zero bytes.
-std::string ReadHead(const FileProps& table, std::int32_t index, const FileSystem& files, const SearchLimits& limits);
+std::string ReadHead(const FileProps& table, std::int32_t index, const HeadPorts& ports);
 
 }  // namespace tresmor

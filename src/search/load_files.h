@@ -10,10 +10,11 @@
 
 namespace tresmor {
 
-// Walks every included row whose SearchTarget says bSrchTarget, from first to last, and adds what passes its criteria.
-// `hidden`: also take hidden files and enter hidden folders. Tells in the progress text where it is, highlights each
-// row that is walked and moves the bar by rows. The catalogue is the same with any number of threads. A stop leaves
-// what was found so far. Throws Failure for a size or date cell that can't convert and, with number 6, at row 32,768.
+// One of the two walks of a search: that of the targets, or that of the areas, as bSrchTarget says. Adds the files of
+// its rows in the order of the list. `hidden` opens hidden files and folders to it. Tells in the progress text where it
+// is, highlights each row that is walked and moves the bar by rows. The catalogue is the same with any number of
+// threads. A stop leaves what was found so far. Throws Failure for a size or date cell that is none, and Overflow at
+// row 32,768.
 void LoadPathList(ColFiles& colFiles, const ProtectDir& protectDir, bool bSrchTarget, bool hidden,
                   const std::vector<ScopeRow>& rows, const WalkPorts& ports);
 

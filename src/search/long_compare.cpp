@@ -6,8 +6,9 @@
 
 namespace tresmor {
 
-bool IsLong(const CompareRange& range, SizeRule rule, const SearchLimits& limits) {
-  return rule == SizeRule::SameSize && range.Sz0 >= 2 * limits.segment;
+bool IsLong(const CompareRange& range, SizeRule rule, const ComparePorts& ports) {
+  return rule == SizeRule::SameSize && range.Sz0 >= 2 * ports.limits.segment && ports.threads > 1 &&
+         range.Count() * ports.threads <= ports.files.OpenLimit();
 }
 
 // One comparison whose stretches are refined by several threads at once. Each stretch starts from what all finished
@@ -92,6 +93,9 @@ void CompLongFiles(FileProps& table, const CompareRange& range, std::vector<std:
   });
   for (auto& compare : compares) compare->Finish();
   if (ports.stop.Stopped()) return KeepFailures(table, range, shared.Partings());
+  // Which failures count depends on who still had a partner in front of them, and stretches that run side by side can't
+  // tell each other. Where all is well the groups are those of equal files, in whatever order that came out.
+  if (AnyFailed(shared.Partings())) return compares.front()->CompFileCnt(table, range, false, SizeRule::SameSize);
   JudgeStrict(table, range, SizeRule::SameSize, shared.Partings(), shared.LastWay());
 }
 

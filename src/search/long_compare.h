@@ -9,11 +9,12 @@
 
 namespace tresmor {
 
-// Whether a comparison of this range is long enough to be shared among threads.
-bool IsLong(const CompareRange& range, SizeRule rule, const SearchLimits& limits);
+// Whether a comparison of this range is long enough to be shared among threads, and descriptors are enough for it.
+bool IsLong(const CompareRange& range, SizeRule rule, const ComparePorts& ports);
 
-// The strict comparison of a range of duplicates, each thread on stretches of its own: compares[k] is thread k's. The
-// verdicts are those of FileCompare::CompFileCnt.
+// The strict comparison of a range of duplicates, each thread on stretches of its own: compares[k] is thread k's. Every
+// thread must be able to keep all files open. The verdicts are those of FileCompare::CompFileCnt, which has the last
+// word where a file fails.
 void CompLongFiles(FileProps& table, const CompareRange& range, std::vector<std::unique_ptr<FileCompare>>& compares,
                    ThreadPool& pool);
 

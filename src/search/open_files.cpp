@@ -28,12 +28,11 @@ void OpenFiles::CloseAll() {
 
 // Other threads hold descriptors too. Giving back our own before waiting keeps two comparisons from waiting for each
 // other.
-std::unique_ptr<FileReader> OpenFiles::Open(int file) {
+std::unique_ptr<FileReader> OpenFiles::Open(int file, Errors& failure) {
   const FileProp& record = (*table_)[first_ + file];
   path_.clear();
   table_->folders->AppendPath(record.folder, path_);
   path_.append(record.Name());
-  Errors failure = Errors::None;
   auto reader = files_.Open(path_, failure);
   while (!reader && failure == Errors::TooManyFiles && !stop_.Stopped()) {
     CloseAll();
@@ -45,13 +44,15 @@ std::unique_ptr<FileReader> OpenFiles::Open(int file) {
 }
 
 OpenFiles::Bytes OpenFiles::Read(int file, std::int64_t offset, std::span<char> into) {
+  if (stop_.Stopped()) return {};
   const std::int64_t left = std::max<std::int64_t>((*table_)[first_ + file].Sz - offset, 0);
   const std::size_t want = std::min(into.size(), static_cast<std::size_t>(left));
   auto& kept = readers_[static_cast<std::size_t>(file)];
   std::unique_ptr<FileReader> passing;
   if (!kept) {
-    auto reader = Open(file);
-    if (!reader) return {0, true};
+    Errors failure = Errors::None;
+    auto reader = Open(file, failure);
+    if (!reader) return {0, failure != Errors::TooManyFiles};
     if (open_ < limit_) {
       kept = std::move(reader);
       ++open_;

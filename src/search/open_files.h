@@ -31,11 +31,11 @@ class OpenFiles {
   };
   // Reads at `offset` as far as `into` and the recorded size go. Anything that keeps bytes of the recorded size from
   // coming is a failure: a file that can't be opened, isn't as long as its record says, or ends early. A lack of
-  // descriptors is waited out; the search's stop ends the wait as a failure.
+  // descriptors is none and is waited out. Once the search is stopped nothing is read and nothing fails.
   Bytes Read(int file, std::int64_t offset, std::span<char> into);
 
  private:
-  std::unique_ptr<FileReader> Open(int file);
+  std::unique_ptr<FileReader> Open(int file, Errors& failure);
 
   const FileSystem& files_;
   const StopToken& stop_;

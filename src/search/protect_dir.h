@@ -9,8 +9,8 @@
 
 namespace tresmor {
 
-// Folders that the walk must not enter and that no row may start in, each with a separator at its end. A second equal
-// key counts as present.
+// Texts of folders. The walk asks by paths with a separator at the end, so a text without one bars rows alone. Adding
+// one again does nothing. An empty one begins every text.
 class ProtectDir {
  public:
   explicit ProtectDir(PathStyle style) : style_(style) {}

@@ -40,7 +40,7 @@ class WalkPattern {
 struct RowCriteria {
   std::string folder;  // with the separator at its end
   std::vector<WalkPattern> patterns;
-  std::int32_t minSz = -1;  // kilobytes, exclusive; -1 = none
+  std::int32_t minSz = -1;  // rounded kilobytes that a file must exceed or stay below; -1 asks for nothing
   std::int32_t maxSz = -1;
   std::optional<DateStamp> modDate;  // on the local clock
   bool recursive = false;

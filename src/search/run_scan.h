@@ -5,10 +5,9 @@
 
 namespace tresmor {
 
-// Goes through indexes `first` to `last`; same(i) tells whether record i is like record i - 1, so first is at least 1.
-// handle(dupStart, dupEnd) is called for each run, both ends inclusive. A run that is still open at `last` always ends
-// there, even if the last record is unlike its neighbour: that record joins the run, and those that handle runs know
-// it.
+// Hands out the runs among the records from first - 1 (so `first` is at least 1) to `last`: handle(dupStart, dupEnd)
+// gets the first and the last index of each, same(i) compares a record with the one before it. Beware of the end of the
+// table: a run that reaches record last - 1 takes record `last` along unasked. Those that handle runs know it.
 template <class Same, class Handle>
 void ScanRuns(std::int32_t first, std::int32_t last, Same same, Handle handle) {
   std::int32_t dupStart = -1;

@@ -6,15 +6,15 @@
 namespace tresmor {
 
 struct ScopeRow {
-  std::string Text;          // folder with a separator at its end, directly followed by patterns parted by ';'
+  std::string Text;          // such as "/home/ann/*.jpg;*.gif", or "/home/ann/" of a folder kept out
   std::string SubFolder;     // "Yes" or "No"
-  std::string MinSize;       // kilobytes, exclusive; empty = none
-  std::string MaxSize;       // kilobytes, exclusive; empty = none
-  std::string Date;          // a date text, empty = any
+  std::string MinSize;       // kilobytes that a file must exceed, if any
+  std::string MaxSize;       // kilobytes that it must stay below, if any
+  std::string Date;          // since which it was modified, if any
   std::string SearchTarget;  // "Yes" or "No"
   int SmallIcon = kIncluded;
 
-  // The icon is the only sign that tells a folder to search from one to keep out.
+  // A row is kept out or searched by its icon alone, whatever its cells say.
   static constexpr int kIncluded = 1;
   static constexpr int kExcluded = 2;
 };

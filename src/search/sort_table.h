@@ -12,17 +12,16 @@ namespace tresmor {
 enum class FileKey {
   Size = 0,  // by Sz
   Name = 1,  // by file name, without regard to case
-  Head = 2,  // by the bytes of the head, then by Sz
 };
 
-// -1, 0 or 1. For Head the caller gives the ranks of the two heads.
+// -1, 0 or 1.
 int CompareFileProp(const FileProp& a, const FileProp& b, FileKey key);
 
 // Sort records l to r, both inclusive, in place.
 void QuickSortBySize(FileProps& table, std::int32_t l, std::int32_t r);
 void QuickSortByName(FileProps& table, std::int32_t l, std::int32_t r);
-// ranks[k] belongs to record l + k: a number that orders the heads as their bytes do, equal for equal heads. The ranks
-// are moved along with the records.
+// By head, then by size. ranks[k] belongs to record l + k: a number that orders the heads as their bytes do, equal for
+// equal heads. The ranks are moved along with the records.
 void QuickSortByHead(FileProps& table, std::int32_t l, std::int32_t r, std::span<std::uint32_t> ranks);
 
 }  // namespace tresmor

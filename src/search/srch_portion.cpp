@@ -28,7 +28,7 @@ std::vector<CompareRun> CutByHeads(FileProps& table, std::int32_t SrchStart, std
   const auto rank = [&](std::int32_t i) { return ranks[static_cast<std::size_t>(i - SrchStart)]; };
   const auto head = [&](std::int32_t i) {
     const bool known = i >= SrchStart || headsRead.Holds(i);
-    return known ? ReadHead(table, i, ports.files, ports.limits) : std::string(ports.limits.head, '\0');
+    return known ? ReadHead(table, i, ports) : std::string(ports.limits.head, '\0');
   };
   const auto same = [&](std::int32_t i) { return i > SrchStart ? rank(i) == rank(i - 1) : head(i) == head(i - 1); };
   std::vector<CompareRun> runs;

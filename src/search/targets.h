@@ -1,4 +1,4 @@
-// Search targets: what the user wants judged, as against areas that only serve to compare with.
+// Search targets: a finding of files outside of them alone is none.
 #pragma once
 
 #include <cstdint>
@@ -7,11 +7,11 @@
 
 namespace tresmor {
 
-// Whether the records dupStart to dupEnd, both inclusive, need work at all: one of them is a target.
+// Whether a finding may come of the records dupStart to dupEnd, both included. Asked before any of them is read.
 bool ChkSrchTarget(const FileProps& table, std::int32_t dupStart, std::int32_t dupEnd, bool isAllSrchTarget);
 
-// Dissolves every group of the range that holds no target. Read errors of the range that belong to no kept group are
-// forgotten with them; with areas in the scope they are not reported.
+// Takes back the groups among the records dupStart to dupEnd that hold no target. That takes back read errors too: they
+// are in no group, and so go unreported as soon as a scope has areas.
 void ReChkSrchTarget(FileProps& table, std::int32_t dupStart, std::int32_t dupEnd);
 
 }  // namespace tresmor

@@ -17,7 +17,7 @@ namespace tresmor {
 // that begin behind its end are empty and equal.
 class SliceTable {
  public:
-  // At most about `bytes` of buffers.
+  // `bytes` of buffers, or what three slices of each file take if that is more.
   explicit SliceTable(std::size_t bytes) : bytes_(bytes) {}
 
   // Reads `length` bytes (1 or more) at `offset` of each of `files`, of the `count` files that `open` knows.

@@ -32,6 +32,7 @@ struct FrmMain {
   CheckBox chkTolerant;
   CheckBox chkHidden;
   CheckBox chkProtectWinDir{true};
+  CheckBox chkVer;  // read the versions of the files that are listed
   Timer tmrProgress{1000};
   Panel msgBar;
   ProgressBar pbMain;

@@ -9,47 +9,47 @@
 namespace tresmor {
 
 void JobObserver::ShowMessage(std::string text) {
-  line_.Post([this, text = std::move(text)] { frm_.msgBar.Text = text; });
+  line_.Post([text = std::move(text)](const SearchDesk& desk) { desk.frm.msgBar.Text = text; });
 }
 
 void JobObserver::SetProgressMsg(std::string text) {
-  line_.Post([this, text = std::move(text)] { progress_.ProgressMsg = text; });
+  line_.Post([text = std::move(text)](const SearchDesk& desk) { desk.progress.ProgressMsg = text; });
 }
 
 void JobObserver::SetItemsCnt(std::int64_t count) {
   if (count > std::numeric_limits<std::int32_t>::max()) throw Failure(Errors::Overflow);
-  line_.Post([this, count] { progress_.pbItemsCnt = static_cast<std::int32_t>(count); });
+  line_.Post([count](const SearchDesk& desk) { desk.progress.pbItemsCnt = static_cast<std::int32_t>(count); });
 }
 
 void JobObserver::ClearTag() {
-  line_.Post([this] { progress_.ClearTag(); });
+  line_.Post([](const SearchDesk& desk) { desk.progress.ClearTag(); });
 }
 
 void JobObserver::SetBar(int percent) {
-  line_.Post([this, percent] { frm_.pbMain.Value = static_cast<float>(percent); });
+  line_.Post([percent](const SearchDesk& desk) { desk.frm.pbMain.Value = static_cast<float>(percent); });
 }
 
 void JobObserver::EnableTimer(bool on) {
-  line_.Post([this, on] { frm_.tmrProgress.Enabled = on; });
+  line_.Post([on](const SearchDesk& desk) { desk.frm.tmrProgress.Enabled = on; });
 }
 
 void JobObserver::ShowList(ResultList list, bool visible) {
-  line_.Post([this, list, visible] { frm_.results.List(list).Visible = visible; });
+  line_.Post([list, visible](const SearchDesk& desk) { desk.frm.results.List(list).Visible = visible; });
 }
 
 void JobObserver::HighlightRow(int row) {
-  line_.Post([this, row] { frm_.lstPath.SetSelected(row, true); });
+  line_.Post([row](const SearchDesk& desk) { desk.frm.lstPath.SetSelected(row, true); });
 }
 
 void JobObserver::AddRows(std::vector<Finding> rows) {
-  line_.Post([this, rows = std::move(rows)] {
-    for (const Finding& row : rows) AddResultItem(frm_.results.List(row.list), row);
+  line_.Post([rows = std::move(rows)](const SearchDesk& desk) {
+    for (const Finding& row : rows) AddResultItem(desk.frm.results.List(row.list), row);
   });
 }
 
 void JobObserver::Box(BoxIcon icon, std::string title, std::string text) {
-  line_.Ask([this, icon, title = std::move(title), text = std::move(text)] {
-    dialogs_.MessageBox(text, icon, title, BoxButtons::Ok);
+  line_.Ask([icon, title = std::move(title), text = std::move(text)](const SearchDesk& desk) {
+    desk.dialogs.MessageBox(text, icon, title, BoxButtons::Ok);
   });
 }
 

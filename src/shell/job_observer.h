@@ -13,13 +13,18 @@
 
 namespace tresmor {
 
-// A change of the controls, to be made on the interface thread.
-using ControlChange = std::function<void()>;
+// What a search changes. Interface thread.
+struct SearchDesk {
+  FrmMain& frm;
+  Progress& progress;
+  Dialogs& dialogs;
+};
+// Made there, some time after the search told it and maybe after the search has ended.
+using DeskChange = std::function<void(const SearchDesk&)>;
 
 class JobObserver final : public SearchObserver {
  public:
-  JobObserver(JobLine<ControlChange>& line, FrmMain& frm, Progress& progress, Dialogs& dialogs)
-      : line_(line), frm_(frm), progress_(progress), dialogs_(dialogs) {}
+  JobObserver(JobLine<DeskChange>& line, Progress& progress) : line_(line), progress_(progress) {}
 
   void ShowMessage(std::string text) override;
   void SetProgressMsg(std::string text) override;
@@ -35,10 +40,8 @@ class JobObserver final : public SearchObserver {
   void Box(BoxIcon icon, std::string title, std::string text) override;
 
  private:
-  JobLine<ControlChange>& line_;
-  FrmMain& frm_;
-  Progress& progress_;
-  Dialogs& dialogs_;
+  JobLine<DeskChange>& line_;
+  Progress& progress_;  // for SetTag alone
 };
 
 }  // namespace tresmor

@@ -38,6 +38,7 @@ SearchRequest ReadControls(const FrmMain& frm) {
   request.tolerant = frm.chkTolerant.Value();
   request.hidden = frm.chkHidden.Value();
   request.protectWinDir = frm.chkProtectWinDir.Value();
+  request.versions = frm.chkVer.Value();
   return request;
 }
 
@@ -52,8 +53,7 @@ void SearchControl::RunSearch() {
   srchFileCnt_ = RunOnWorker();
   frm_.pbMain.Value = 0;
   frm_.tmrProgress.Enabled = false;
-  frm_.msgBar.Text =
-      "Completed in " + progress_.Elapsed() + ", searched " + std::to_string(srchFileCnt_) + " files.";
+  frm_.msgBar.Text = "Completed in " + progress_.Elapsed() + ", searched " + std::to_string(srchFileCnt_) + " files.";
   ShowResult(frm_.results);
 }
 
@@ -75,15 +75,16 @@ void SearchControl::EmptyLists() {
 
 std::int64_t SearchControl::RunOnWorker() {
   const SearchRequest request = ReadControls(frm_);
+  const SearchDesk desk{frm_, progress_, ports_.dialogs};
   std::int64_t figure = 0;
-  const auto search = [&](JobLine<ControlChange>& line) {
+  const auto search = [&](JobLine<DeskChange>& line) {
     ThreadPool pool;
-    JobObserver observer(line, frm_, progress_, ports_.dialogs);
-    figure = ExecSrch(request, {ports_.files, ports_.shell, pool, stop_, observer});
+    JobObserver observer(line, progress_);
+    figure = ExecSrch(request, {ports_.files, ports_.shell, ports_.versions, pool, stop_, observer});
   };
   try {
-    RunJob<ControlChange>(
-        ports_.events, stop_, search, [](ControlChange&& change) { change(); }, kChangesWaiting);
+    RunJob<DeskChange>(
+        ports_.events, stop_, search, [&](DeskChange&& change) { change(desk); }, kChangesWaiting);
   } catch (...) {
     frm_.tmrProgress.Enabled = false;
     for (ListView& lst : frm_.results.lstResult) lst.Visible = true;

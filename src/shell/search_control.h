@@ -9,6 +9,7 @@
 #include "platform/event_queue.h"
 #include "platform/file_system.h"
 #include "platform/shell.h"
+#include "platform/version_reader.h"
 #include "shell/frm_main.h"
 
 namespace tresmor {
@@ -16,6 +17,7 @@ namespace tresmor {
 struct SearchControlPorts {
   const FileSystem& files;
   const Shell& shell;
+  const VersionReader& versions;
   EventQueue& events;
   Dialogs& dialogs;
 };
@@ -29,8 +31,8 @@ class SearchControl {
   SearchControl(const SearchControl&) = delete;
   SearchControl& operator=(const SearchControl&) = delete;
 
-  // Empties the result lists, searches what the controls say, and leaves the lists sorted, coloured and counted. Runs on
-  // all cores while this thread pumps its events; it must be told by CancelSearch, from such an event, to end early,
+  // Empties the result lists, searches what the controls say, and leaves the lists sorted, coloured and counted. Runs
+  // on all cores while this thread pumps its events; it must be told by CancelSearch, from such an event, to end early,
   // and then keeps what it found so far.
   // Throws the search's Failure; the lists then hold what came before it, unsorted.
   void RunSearch();

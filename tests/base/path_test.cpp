@@ -91,6 +91,8 @@ TEST_P(PathText, ANameMayBeginOrEndWithADot) {
 TEST_P(PathText, FindsNameFolderAndExtension) {
   EXPECT_EQ(Name("c:/a.txt"), "a.txt");
   EXPECT_EQ(Folder("c:/a.txt"), Styled("c:/"));
+  EXPECT_EQ(Name("/a"), "a");
+  EXPECT_EQ(Folder("/a"), Styled("/"));
   EXPECT_EQ(Name("a.txt"), "a.txt");
   EXPECT_EQ(Folder("a.txt"), "");
   EXPECT_EQ(Name("/a/b/"), "");

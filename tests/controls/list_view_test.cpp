@@ -135,6 +135,32 @@ TEST_F(ListViewTest, TellsTheNumberOfAPaddedCellHoweverItWasWritten) {
   EXPECT_EQ(lst.CellNumber(row, 3), std::nullopt);
 }
 
+constexpr std::int64_t k2To59 = std::int64_t{1} << 59;
+
+TEST_F(ListViewTest, TellsNumbersThatAreTooLargeForACell) {
+  for (const std::int64_t number : {k2To59 - 1, k2To59, kLargest, -k2To59, -kLargest - 1}) {
+    const std::int32_t row = lst.AddRow(std::to_string(number));
+    lst.SetCell(row, 1, PaddedNumber{number});
+    lst.SetCell(row, 2, std::to_string(number));
+    for (const std::int32_t subItem : {0, 1, 2}) {
+      EXPECT_EQ(lst.CellNumber(row, subItem), number);
+      EXPECT_EQ(lst.Cell(row, subItem), std::to_string(number));
+    }
+    EXPECT_TRUE(lst.SameCell(row, row, 1));
+  }
+}
+
+TEST_F(ListViewTest, TellsNoNumberOfAnyOtherText) {
+  for (const char* text : {"", "5", "         05", "        +3", "        -0", "9223372036854775808", "12345678901 ",
+                           "576460752303423488x", "2003/07/02 10:11:12"}) {
+    const std::int32_t row = lst.AddRow(text);
+    lst.SetCell(row, 2, text);
+    EXPECT_EQ(lst.CellNumber(row, 0), std::nullopt) << text;
+    EXPECT_EQ(lst.CellNumber(row, 2), std::nullopt) << text;
+    EXPECT_EQ(lst.CellNumber(row, 3), std::nullopt) << "a missing cell";
+  }
+}
+
 TEST_F(ListViewTest, AMissingCellReadsAsEmptyAndIsNotCounted) {
   lst.AddRow("a");
   EXPECT_EQ(lst.Cell(1, 3), "");
@@ -215,21 +241,6 @@ TEST_F(ListViewTest, RemovesOneRowWithAllThatBelongsToIt) {
   ExpectMarked(lst, 1, "c");
 }
 
-TEST_F(ListViewTest, RemovesManyRowsAtOnce) {
-  for (const char* text : {"a", "bb", "c", "dd", "e"}) AddMarked(lst, text);
-  AddMarked(lst, "ff", true);
-  lst.RemoveRows(std::vector<std::int32_t>{1, 3, 5});
-  ASSERT_EQ(lst.Count(), 3);
-  ExpectMarked(lst, 1, "bb");
-  ExpectMarked(lst, 2, "dd");
-  ExpectMarked(lst, 3, "ff", true);
-  lst.RemoveRows({});
-  lst.RemoveRows(std::vector<std::int32_t>{1, 2, 3});
-  EXPECT_EQ(lst.Count(), 0);
-  AddMarked(lst, "g");
-  ExpectMarked(lst, 1, "g");
-}
-
 TEST_F(ListViewTest, ASortMovesAllThatBelongsToARow) {
   for (const char* text : {"dd", "a", "c"}) AddMarked(lst, text);
   AddMarked(lst, "bb", true);
@@ -264,6 +275,15 @@ TEST_F(ListViewTest, InAColumnOfNumbersALongerNumberIsTheGreater) {
   SortBy(lst, 2, kDescending);
   EXPECT_EQ(Texts(lst, 2), std::vector<std::string>(up.rbegin(), up.rend()));
 
+  // So does one that is too large to be kept as a number.
+  for (const std::int64_t size : {kLargest, k2To59, k2To59 - 1}) lst.SetCell(lst.AddRow("x"), 2, PaddedNumber{size});
+  std::vector<std::string> large = up;
+  for (const std::int64_t size : {k2To59 - 1, k2To59, kLargest}) large.push_back(std::to_string(size));
+  SortBy(lst, 2, kAscending);
+  EXPECT_EQ(Texts(lst, 2), large);
+  SortBy(lst, 2, kDescending);
+  EXPECT_EQ(Texts(lst, 2), std::vector<std::string>(large.rbegin(), large.rend()));
+
   // The rule stays where other texts stand among the numbers.
   lst.AddRow("missing");
   for (const char* text : {" ", "x", "        -3", "5", "\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"}) {
@@ -280,7 +300,10 @@ TEST_F(ListViewTest, InAColumnOfNumbersALongerNumberIsTheGreater) {
                                           "\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF",
                                           "10000000000",
                                           "99999999999",
-                                          "123456789012"};
+                                          "123456789012",
+                                          "576460752303423487",
+                                          "576460752303423488",
+                                          "9223372036854775807"};
   EXPECT_EQ(Texts(lst, 2), mixed);
 }
 
@@ -392,9 +415,17 @@ TEST_F(ListViewTest, ComparesTwoCellsByTheirBytes) {
 
 TEST_F(ListViewTest, ClearForgetsRowsButNotColumns) {
   for (const char* text : {"a", "bb"}) AddMarked(lst, text);
+  lst.SetColumnText(2, "v In Folder");
+  lst.Tag = "Ver";
+  SortBy(lst, 1, kDescending);
   lst.Clear();
+  lst.SetSorted(false);
   EXPECT_EQ(lst.Count(), 0);
   EXPECT_EQ(lst.Columns(), 4);
+  EXPECT_EQ(lst.Column(2).text, "v In Folder");
+  EXPECT_EQ(lst.Tag(), "Ver");
+  EXPECT_EQ(lst.SortKey(), 1);
+  EXPECT_EQ(lst.SortOrder(), kDescending);
   lst.AddRow("new");
   EXPECT_EQ(lst.Cell(1, 0), "new");
   EXPECT_EQ(lst.Cell(1, 1), "");
@@ -430,9 +461,10 @@ TEST_F(ListNotices, TellRowsBeforeAndAfter) {
   EXPECT_EQ(heard, (std::vector<Heard>{{What::RowsRemoved, When::Before, 2, 2, 4},
                                        {What::RowsRemoved, When::After, 2, 2, 3}}));
   heard.clear();
-  lst.RemoveRows(std::vector<std::int32_t>{1, 3});
+  lst.Clear();
   EXPECT_EQ(heard,
-            (std::vector<Heard>{{What::RowsReset, When::Before, 1, 3, 3}, {What::RowsReset, When::After, 1, 3, 1}}));
+            (std::vector<Heard>{{What::RowsReset, When::Before, 1, 3, 3}, {What::RowsReset, When::After, 1, 3, 0}}));
+  lst.AddRow("e");
   heard.clear();
   lst.SetCell(1, 1, "f");
   lst.SetChecked(1, true);
@@ -443,7 +475,6 @@ TEST_F(ListNotices, TellRowsBeforeAndAfter) {
 TEST_F(ListNotices, StaySilentWhereNothingChanges) {
   lst.SetChecked(1, false);
   lst.SetForeColor(1, kWindowText);
-  lst.RemoveRows({});
   EXPECT_TRUE(heard.empty());
   lst.SortOrder = kAscending;
   SortBy(lst, 0, kAscending);

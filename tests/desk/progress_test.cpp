@@ -2,8 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <numeric>
+#include <random>
+#include <string>
 #include <thread>
+#include <vector>
 
+#include "base/failure.h"
 #include "desk/bind_timer.h"
 #include "desk/scripted_event_queue.h"
 
@@ -25,7 +31,7 @@ class ProgressTest : public testing::Test {
   void TickAt(double seconds) {
     events.seconds = 500 + seconds;
     ASSERT_EQ(events.timers.size(), 1U);
-    events.timers.begin()->second.tick();
+    events.Tick();
   }
 
   ScriptedEventQueue events;
@@ -58,7 +64,7 @@ TEST_F(ProgressTest, AnEmptyTagTakesThePlaceholderAwayAndLeavesTheBar) {
   EXPECT_EQ(pbMain.Value(), 40);
 }
 
-TEST_F(ProgressTest, ATagStaysUntilTheNextIsSet) {
+TEST_F(ProgressTest, ATagStaysUntilAHigherIsSet) {
   progress.SetTag(1);
   progress.SetTag(2);
   TickAt(1);
@@ -86,13 +92,106 @@ TEST_F(ProgressTest, PassesOverFailuresAndStillLooksForTheCancel) {
   TickAt(2);
   progress.pbItemsCnt = 0;
   TickAt(3);
-  progress.SetTag(0);
   progress.CancelSrch = true;
   TickAt(4);
   EXPECT_EQ(pbMain.Value(), 40);
-  EXPECT_EQ(msgBar.Text(), "Loading 0 of 200 files... - 00:00:04 elapsed.");
+  EXPECT_EQ(msgBar.Text(), "Loading 201 of 200 files... - 00:00:04 elapsed.");
   EXPECT_FALSE(tmrProgress.Enabled());
   EXPECT_TRUE(events.timers.empty());
+}
+
+// Fails on every change of one value of a control.
+void FailOn(Control& control, Notice::What what) {
+  control.Listen([what](const Notice& notice) {
+    if (notice.what == what && notice.when == Notice::When::Before) throw Failure(Errors::Device);
+  });
+}
+
+TEST_F(ProgressTest, AFailingTagLeavesTheOtherSteps) {
+  tmrProgress.Tag = "7";
+  progress.SetTag(50);
+  FailOn(tmrProgress, Notice::What::Tag);
+  progress.CancelSrch = true;
+  TickAt(1);
+  EXPECT_EQ(msgBar.Text(), "Loading 7 of 200 files... - 00:00:01 elapsed.");
+  EXPECT_EQ(pbMain.Value(), 3.5F);
+  EXPECT_FALSE(tmrProgress.Enabled());
+}
+
+TEST_F(ProgressTest, AFailingTextLeavesTheOtherSteps) {
+  progress.SetTag(50);
+  FailOn(msgBar, Notice::What::Text);
+  progress.CancelSrch = true;
+  TickAt(1);
+  EXPECT_EQ(tmrProgress.Tag(), "50");
+  EXPECT_EQ(pbMain.Value(), 25);
+  EXPECT_FALSE(tmrProgress.Enabled());
+}
+
+TEST_F(ProgressTest, AFailingBarLeavesTheOtherSteps) {
+  progress.SetTag(50);
+  FailOn(pbMain, Notice::What::Value);
+  progress.CancelSrch = true;
+  TickAt(1);
+  EXPECT_EQ(msgBar.Text(), "Loading 50 of 200 files... - 00:00:01 elapsed.");
+  EXPECT_FALSE(tmrProgress.Enabled());
+}
+
+TEST_F(ProgressTest, AFailingStopIsPassedOverToo) {
+  progress.SetTag(50);
+  FailOn(tmrProgress, Notice::What::Enabled);
+  progress.CancelSrch = true;
+  EXPECT_NO_THROW(TickAt(1));
+  EXPECT_EQ(pbMain.Value(), 25);
+  EXPECT_TRUE(tmrProgress.Enabled());
+}
+
+TEST_F(ProgressTest, TheFigureOfAPhaseNeverFalls) {
+  progress.SetTag(9);
+  progress.SetTag(4);
+  TickAt(1);
+  EXPECT_EQ(tmrProgress.Tag(), "9");
+  progress.SetTag(8);
+  TickAt(2);
+  EXPECT_EQ(tmrProgress.Tag(), "9");
+}
+
+TEST_F(ProgressTest, ANewTemplateOrAClearedTagBeginsAfresh) {
+  progress.SetTag(90);
+  TickAt(1);
+  progress.ProgressMsg = "Next [value]";
+  TickAt(2);
+  EXPECT_EQ(msgBar.Text(), "Next 90 - 00:00:02 elapsed.");
+  progress.SetTag(2);
+  TickAt(3);
+  EXPECT_EQ(msgBar.Text(), "Next 2 - 00:00:03 elapsed.");
+  progress.ClearTag();
+  progress.SetTag(1);
+  TickAt(4);
+  EXPECT_EQ(tmrProgress.Tag(), "1");
+}
+
+// In no order, as files of different sizes are finished, and while the figure is shown.
+TEST_F(ProgressTest, TheHighestFigureOfAllThreadsWins) {
+  std::vector<std::thread> job;
+  for (unsigned seed = 0; seed < 4; ++seed) {
+    job.emplace_back([this, seed] {
+      std::vector<int> figures(201);
+      std::iota(figures.begin(), figures.end(), 0);
+      std::shuffle(figures.begin(), figures.end(), std::mt19937(seed));
+      for (const int figure : figures) progress.SetTag(figure);
+    });
+  }
+  int shown = 0;
+  for (int i = 0; i < 50; ++i) {
+    TickAt(i);
+    const int now = tmrProgress.Tag().empty() ? 0 : std::stoi(tmrProgress.Tag());
+    EXPECT_GE(now, shown);
+    shown = now;
+  }
+  for (std::thread& thread : job) thread.join();
+  TickAt(60);
+  EXPECT_EQ(tmrProgress.Tag(), "200");
 }
 
 TEST_F(ProgressTest, TakesTagsFromAnyThread) {
@@ -117,7 +216,7 @@ TEST(BindTimer, RunsATimerExactlyWhileItIsEnabled) {
     timer.Enabled = true;
     ASSERT_EQ(events.timers.size(), 1U);
     EXPECT_EQ(events.timers.begin()->second.interval, std::chrono::milliseconds(250));
-    events.timers.begin()->second.tick();
+    events.Tick();
     EXPECT_EQ(ticks, 1);
     timer.Tag = "x";
     EXPECT_EQ(events.timers.size(), 1U);
@@ -127,6 +226,21 @@ TEST(BindTimer, RunsATimerExactlyWhileItIsEnabled) {
     EXPECT_EQ(events.timers.size(), 1U);
   }
   EXPECT_TRUE(events.timers.empty());
+}
+
+TEST(BindTimer, ATimerMayStopItselfByItsTick) {
+  ScriptedEventQueue events;
+  Timer timer(1000);
+  int ticks = 0;
+  timer.OnTick = [&] {
+    timer.Enabled = false;
+    ++ticks;
+  };
+  BindTimer(timer, events);
+  timer.Enabled = true;
+  events.Tick();
+  events.Tick();
+  EXPECT_EQ(ticks, 1);
 }
 
 TEST(BindTimer, TakesUpATimerThatIsEnabledAlready) {

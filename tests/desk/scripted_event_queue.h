@@ -36,6 +36,13 @@ class ScriptedEventQueue : public EventQueue {
   void StopTimer(TimerId id) override { timers.erase(id); }
   double Seconds() const override { return seconds; }
 
+  // Every timer once. What runs is a copy, since a tick may stop its own timer.
+  void Tick() {
+    for (const auto& [id, timer] : std::map(timers)) {
+      if (timers.contains(id)) timer.tick();
+    }
+  }
+
   int Wakes() const {
     const std::lock_guard lock(mutex_);
     return wakes_;

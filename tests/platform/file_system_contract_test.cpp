@@ -102,6 +102,8 @@ TEST_P(FileSystemContract, ListTellsNameKindAndHidden) {
                                    Row{".cave", EntryKind::Folder, true}));
   EXPECT_FALSE(listing.forbidden);
   EXPECT_EQ(listing.identity, Stat(At("top")).identity);
+  EXPECT_EQ(listing.size, Stat(At("top")).size);
+  EXPECT_EQ(listing.changedNs, Stat(At("top")).changedNs);
 }
 
 TEST_P(FileSystemContract, ListReplacesWhatTheListingHeld) {

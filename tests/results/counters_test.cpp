@@ -1,6 +1,7 @@
 #include "results/counters.h"
 
 #include <functional>
+#include <limits>
 
 #include "base/failure.h"
 #include "results/result_fixture.h"
@@ -31,9 +32,25 @@ TEST(ByteSizeStr, StepsUpAbove1024) {
 
 TEST(ByteSizeStr, RoundsToTwoDecimals) {
   EXPECT_EQ(ByteSizeStr(1024 + 56), "1.05 KB");
-  EXPECT_EQ(ByteSizeStr(1152), "1.13 KB");
   EXPECT_EQ(ByteSizeStr(2047), "2.00 KB");
   EXPECT_EQ(ByteSizeStr(10'240 + 92), "10.09 KB");
+}
+
+TEST(ByteSizeStr, RoundsHalvesOfAHundredthToTheEvenOne) {
+  EXPECT_EQ(ByteSizeStr(1024 + 128), "1.12 KB");            // 1.125
+  EXPECT_EQ(ByteSizeStr(1024 + 384), "1.38 KB");            // 1.375
+  EXPECT_EQ(ByteSizeStr(1024 + 129), "1.13 KB");            // just above
+  EXPECT_EQ(ByteSizeStr(1024 * (1024 + 128)), "1.12 MB");   // 1.125
+  EXPECT_EQ(ByteSizeStr(3 * 1024 + 896 + 128), "4.00 KB");  // no half
+}
+
+TEST(ByteSizeStr, WritesTheDecimalMarkOfTheLocale) {
+  EXPECT_EQ(ByteSizeStr(1536, {",", "."}), "1,50 KB");
+  EXPECT_EQ(ByteSizeStr(1025, {"\xD9\xAB", ""}),
+            "1\xD9\xAB"
+            "00 KB");                                             // of two bytes
+  EXPECT_EQ(ByteSizeStr(1024 * 1024, {",", "."}), "1024,00 KB");  // no thousands marks
+  EXPECT_EQ(ByteSizeStr(900, {",", "."}), "900 Bytes");
 }
 
 TEST(ByteSizeStr, HasNoUnitAbove1024GB) {
@@ -139,8 +156,49 @@ TEST_F(CountersTest, TakesSizesFromTheCellsAsTheyStand) {
   zero.SetChecked(1, true);
   UpdateStatus(results, true, true);
   EXPECT_EQ(results.StatsArr[0].MarkSz, 700);
-  zero.SetCell(1, kSizeItem, "none");
-  EXPECT_EQ(FailureOf([&] { UpdateStatus(results, true, true); }), Errors::TypeMismatch);
+  zero.SetCell(1, kSizeItem, "  5000000000 ");
+  UpdateStatus(results, true, true);
+  EXPECT_EQ(results.StatsArr[0].MarkSz, 5'000'000'000);
+  for (const char* none : {"none", "", " ", "12 3", "1.5", "7x"}) {
+    zero.SetCell(1, kSizeItem, none);
+    EXPECT_EQ(FailureOf([&] { UpdateStatus(results, true, true); }), Errors::TypeMismatch) << none;
+  }
+  zero.SetCell(1, kSizeItem, "9223372036854775808");
+  EXPECT_EQ(FailureOf([&] { UpdateStatus(results, true, true); }), Errors::Overflow);
+}
+
+// Sums as session files of odd sizes may bring them about.
+TEST_F(CountersTest, MarkedBytesEndWhereTheirFieldDoes) {
+  constexpr std::int64_t kMost = 922'337'203'685'477;
+  constexpr std::int64_t kLargest = std::numeric_limits<std::int64_t>::max();
+  for (int i = 0; i < 2; ++i) zero.SetChecked(zero.AddRow("z"), true);
+  const auto failureFor = [&](std::int64_t first, std::int64_t second) {
+    zero.SetCell(1, kSizeItem, PaddedNumber{first});
+    zero.SetCell(2, kSizeItem, PaddedNumber{second});
+    return FailureOf([&] { UpdateStatus(results, true, false); });
+  };
+  EXPECT_EQ(failureFor(kMost, 0), Errors::Subscript);  // the sum is kept, though it has no unit
+  EXPECT_EQ(results.StatsArr[0].MarkSz, kMost);
+  EXPECT_EQ(failureFor(kMost, 1), Errors::Overflow);
+  EXPECT_EQ(failureFor(1, kLargest), Errors::Overflow);
+  EXPECT_EQ(failureFor(-1, -kLargest - 1), Errors::Overflow);
+  EXPECT_EQ(failureFor(-kMost, -1), Errors::Overflow);
+  EXPECT_EQ(failureFor(-kMost, kMost), Errors::None);
+}
+
+TEST_F(CountersTest, SelectedBytesOverflowAfterEachRowAndBothWays) {
+  for (int i = 0; i < 2; ++i) zero.SetSelected(zero.AddRow("z"), true);
+  const auto failureFor = [&](std::int64_t first, std::int64_t second) {
+    zero.SetCell(1, kSizeItem, PaddedNumber{first});
+    zero.SetCell(2, kSizeItem, PaddedNumber{second});
+    return FailureOf([&] { UpdateStatus(results, false, true); });
+  };
+  EXPECT_EQ(failureFor(-2147483648, 0), Errors::None);
+  EXPECT_EQ(results.StatsArr[0].SelSz, std::numeric_limits<std::int32_t>::min());
+  EXPECT_EQ(failureFor(-2147483648, -1), Errors::Overflow);
+  EXPECT_EQ(failureFor(2147483648, -1), Errors::Overflow);
+  EXPECT_EQ(failureFor(-1, 2147483648), Errors::None);
+  EXPECT_EQ(failureFor(1, std::numeric_limits<std::int64_t>::max()), Errors::Overflow);
 }
 
 TEST_F(CountersTest, MoreThanTwoGigabytesSelectedFailAndLeaveThePanel) {

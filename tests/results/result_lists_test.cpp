@@ -1,6 +1,7 @@
 #include "results/result_lists.h"
 
 #include "results/result_fixture.h"
+#include "results/sort_list.h"
 
 namespace tresmor {
 namespace {
@@ -62,6 +63,17 @@ TEST_F(ResultListsTest, ShowResultSortsThenColoursThenCounts) {
   EXPECT_EQ(Captions(), (std::vector<std::string>{"Zero Size(2)", "Duplicates(4/2)", "Same Name(4/2)", "Portions(2/2)",
                                                   "Report - read errors(2)"}));
   EXPECT_EQ(results.mIntCurFrame, 0);
+}
+
+TEST_F(ResultListsTest, ShowResultMarksTheHeadersOfEmptyListsToo) {
+  SortList(zero, 2, kDescending);
+  ShowResult(results);
+  EXPECT_EQ(zero.Column(1).text, "^ Name");
+  EXPECT_EQ(zero.Column(2).text, "In Folder");
+  EXPECT_EQ(duplicates.Column(3).text, "^ Duplicate #");
+  EXPECT_EQ(sameName.Column(1).text, "^ Name");
+  EXPECT_EQ(portions.Column(3).text, "^ Duplicate #");
+  EXPECT_EQ(errors.Column(1).text, "Name");
 }
 
 TEST_F(ResultListsTest, ShowResultBringsUpTheLastListWithRows) {

@@ -93,6 +93,20 @@ TEST_F(SortListTest, AnEmptyListSortsAndGetsItsMark) {
   EXPECT_TRUE(zero.Sorted());
 }
 
+TEST_F(SortListTest, MarkAndDirectionOutliveTheRows) {
+  Add(ResultList::ZeroSize, "a");
+  AddVersion(ResultList::ZeroSize, "b", "1.0");
+  ClickColumn(zero, 2);
+  zero.Clear();
+  zero.SetSorted(false);
+  EXPECT_EQ(Headers(zero), (std::vector<std::string>{"Name", "v In Folder", "Duplicate #", "Size (Bytes)",
+                                                     "Date Modified", "File Version"}));
+  EXPECT_EQ(zero.Tag(), kVersionTag);
+  ClickColumn(zero, 1);
+  EXPECT_EQ(Headers(zero), (std::vector<std::string>{"^ Name", "In Folder", "Duplicate #", "Size (Bytes)",
+                                                     "Date Modified", "File Version"}));
+}
+
 TEST_F(SortListTest, ACaptionThatBeginsLikeAMarkLosesTwoCharacters) {
   zero.SetColumnText(2, "value");
   zero.SetColumnText(3, "v");

@@ -35,7 +35,6 @@ TEST(FolderTree, ComposesPathsFromTheirParts) {
   std::string text = "In ";
   tree.AppendPath(sub, text);
   EXPECT_EQ(text, "In C:\\Docs\\Letters\\");
-  EXPECT_EQ(tree.Count(), 4u);
 }
 
 TEST(FolderTree, HoldsATreeOfAHundredThousandLevels) {
@@ -114,7 +113,6 @@ TEST(ColFiles, ClearForgetsAll) {
   files.KeepListing(files.AddTop("/b/"), ListingOf({"x"}, {1, 7}));
   files.Clear();
   EXPECT_EQ(files.Count(), 0);
-  EXPECT_EQ(files.Folders().Count(), 0u);
   EXPECT_FALSE(files.ReachedTwice());
   EXPECT_FALSE(files.Knows({1, 7}));
   EXPECT_EQ(files.FindListing(files.AddTop("/a/")), ColFiles::kNoListing);

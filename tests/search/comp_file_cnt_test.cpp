@@ -5,7 +5,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <map>
+#include <memory>
+#include <thread>
 
 #include "search/long_compare.h"
 #include "search/search_world.h"
@@ -45,6 +48,7 @@ class Range {
       table.records[k].nameLength = static_cast<std::uint16_t>(names_[k].size());
     }
     const CompareRange range{0, table.Last(), records_.front().Sz};
+    stop_.Reset();
     ThreadPool pool(threads == Threads::One ? 1 : 3);
     std::vector<std::unique_ptr<FileCompare>> compares;
     for (std::size_t k = 0; k < pool.Threads(); ++k) {
@@ -60,8 +64,19 @@ class Range {
     return groups;
   }
 
-  void SetGroup(std::size_t record, std::int32_t group) { records_[record].DupGrp = group; }
-  std::string PathOf(int k) const { return "/d/" + names_[static_cast<std::size_t>(k)]; }
+  bool Stopped() const { return stop_.Stopped(); }
+  void StopWhenOpening() {
+    files_.SetHook([this](const MemoryFileSystem::Call& call) {
+      if (call.op == MemoryFileSystem::Op::Open) stop_.Stop();
+    });
+  }
+  // Stops the comparison in front of the given number of reads.
+  void StopAfter(int reads) {
+    auto left = std::make_shared<std::atomic<int>>(reads);
+    files_.SetHook([this, left](const MemoryFileSystem::Call& call) {
+      if (call.op == MemoryFileSystem::Op::Read && --*left == 0) stop_.Stop();
+    });
+  }
 
  private:
   const std::string& NameFor(const std::string& name) {
@@ -253,16 +268,51 @@ TEST(CompFileCntTolerant, FirstBlockIsAGateWithoutABudget) {
   EXPECT_THAT(range.Compare(SizeRule::SameSize, true), ElementsAre(-1, -1));
 }
 
-TEST(CompFileCntTolerant, MemoryStaysBoundedWithManyLongBlocks) {
-  SearchLimits limits;
-  limits.buffers = 4 << 20;
-  Range range(limits);
+// Whole blocks of forty such files would be forty megabytes; what is held of all of them together is a tenth of that.
+// The changed slices lie all over the block, so that none may be read from the wrong place.
+TEST(CompFileCntTolerant, BlocksAreReadInSharesThatFitTheBuffers) {
+  Range range;
   for (int k = 0; k < 40; ++k) {
-    range.Add(999'999,
-              [k](std::int64_t, std::span<char> into) { std::fill(into.begin(), into.end(), k % 2 ? 'a' : 'b'); });
+    const int spoilt = k % 2 == 0 ? 29 : 30;  // of a hundred slices, others in each file
+    range.Add(999'999, [k, spoilt](std::int64_t offset, std::span<char> into) {
+      for (std::size_t i = 0; i < into.size(); ++i) {
+        const std::int64_t at = offset + static_cast<std::int64_t>(i);
+        const std::int64_t slice = (at + 1) / 10'000 - 1;  // of ten thousand bytes, from byte 9,999 on
+        const bool changed = k > 0 && slice >= 0 && slice * 37 % 99 < spoilt;
+        into[i] = static_cast<char>(at % 251 + (changed ? k : 0));
+      }
+    });
   }
   const auto groups = range.Compare(SizeRule::SameSize, true);
-  for (int k = 0; k < 40; ++k) EXPECT_EQ(groups[static_cast<std::size_t>(k)], k % 2);
+  for (int k = 2; k < 40; k += 2) EXPECT_EQ(groups[static_cast<std::size_t>(k)], 0) << k;
+  for (int k = 1; k < 40; k += 2) EXPECT_NE(groups[static_cast<std::size_t>(k)], 0) << k;
+  for (const auto& call : range.Files().Calls()) EXPECT_LE(40 * call.length, 4'000'000);
+}
+
+// Seven of twenty blocks are half spoilt: too many for the budget of a file of twenty blocks, but few slices of a file
+// that is one block.
+TEST(CompFileCntTolerant, FileBelowAMillionBytesIsOneBlock) {
+  for (const auto& [size, group] : {std::pair{999'999, 0}, {1'000'000, -1}}) {
+    std::string content(static_cast<std::size_t>(size), 'x');
+    std::string other = content;
+    for (std::ptrdiff_t block = 1; block <= 7; ++block) std::fill_n(other.begin() + block * 50'000, 25'000, '!');
+    Range range;
+    range.Add(content);
+    range.Add(other);
+    EXPECT_THAT(range.Compare(SizeRule::SameSize, true), ElementsAre(group, group)) << size;
+  }
+}
+
+TEST(CompFileCntTolerant, TwoMillionBytesHaveABudgetOfTwelve) {
+  for (const auto& [bad, group] : {std::pair{12, 0}, {13, -1}}) {
+    std::string content(2'000'000, 'x');
+    std::string other = content;
+    std::fill_n(other.begin() + 50'000, bad * 50'000, '!');
+    Range range;
+    range.Add(content);
+    range.Add(other);
+    EXPECT_THAT(range.Compare(SizeRule::SameSize, true), ElementsAre(group, group)) << bad;
+  }
 }
 
 // --- portions
@@ -354,6 +404,41 @@ TEST(CompFileCntCost, FewDescriptorsAreEnough) {
   EXPECT_LE(range.Files().PeakOpenFiles(), 8U);
 }
 
+// --- stops
+// ------------------------------------------------------------------------------------------------------------
+
+// Of a comparison that was stopped anywhere nothing is left but failures.
+TEST(CompFileCntStop, LeavesNoGroup) {
+  const std::string content(1'200'000, 'x');
+  for (const SizeRule rule : {SizeRule::SameSize, SizeRule::DifferentSizes}) {
+    for (const bool tolerant : {false, true}) {
+      int stopped = 0;
+      for (int reads = 1;; reads += 3) {
+        Range range;
+        range.Add(content);
+        range.Add(content);
+        range.Add(rule == SizeRule::SameSize ? content : content + "more");
+        range.Files().FailRead("/d/1", 60'000, Errors::Device);
+        range.StopAfter(reads);
+        const auto groups = range.Compare(rule, tolerant);
+        if (!range.Stopped()) break;  // it was done before
+        EXPECT_THAT(groups, testing::Each(testing::Lt(0))) << reads;
+        ++stopped;
+      }
+      EXPECT_GT(stopped, 5);
+    }
+  }
+}
+
+TEST(CompFileCntStop, EndsAWaitForDescriptorsWithoutAFailure) {
+  Range range;
+  range.Add("same");
+  range.Add("same");
+  range.Files().SetOpenLimit(0);
+  range.StopWhenOpening();
+  EXPECT_THAT(range.Compare(), ElementsAre(-1, -1));
+}
+
 // --- long files, shared by threads
 // ------------------------------------------------------------------------------------
 
@@ -363,28 +448,44 @@ SearchLimits ShortSegments() {
   return limits;
 }
 
-TEST(CompLongFiles, VerdictsAreThoseOfOneThread) {
+void FillLongRange(Range& range) {
   const std::string content(2'350'000, 'x');
-  const auto fill = [&](Range& range) {
-    range.Add(content);
-    range.Add(Changed(content, 2'349'999));
-    range.Add(content);
-    range.Add(Changed(content, 120'000));
-    range.Add(Changed(content, 2'349'999));
-    range.Add(Changed(Changed(content, 120'000), 2'000'000));
-    range.Add(content);
-    range.Files().FailRead("/d/6", 1'700'000, Errors::Device);
-    range.Add(Changed(content, 120'000));
-  };
-  Range alone;
-  fill(alone);
-  const auto expected = alone.Compare();
-  EXPECT_THAT(expected, ElementsAre(0, 1, 0, 3, 1, -1, -3, 3));
+  range.Add(content);
+  range.Add(Changed(content, 2'349'999));
+  range.Add(content);
+  range.Add(Changed(content, 120'000));
+  range.Add(Changed(content, 2'349'999));
+  range.Add(Changed(Changed(content, 120'000), 2'000'000));
+  range.Add(content);
+  range.Add(Changed(content, 120'000));
+}
+
+TEST(CompLongFiles, VerdictsAreThoseOfOneThread) {
   for (int round = 0; round < 5; ++round) {
     Range shared(ShortSegments());
-    fill(shared);
-    EXPECT_EQ(shared.Compare(SizeRule::SameSize, false, Range::Threads::Shared), expected);
+    FillLongRange(shared);
+    EXPECT_THAT(shared.Compare(SizeRule::SameSize, false, Range::Threads::Shared),
+                ElementsAre(0, 1, 0, 3, 1, -1, 0, 3));
     for (const auto& [path, bytes] : BytesRead(shared.Files())) EXPECT_LE(bytes, 2'350'000) << path;
+  }
+}
+
+TEST(CompLongFiles, FailureIsJudgedAsByOneThreadInWhateverOrderStretchesAreDone) {
+  Range alone;
+  FillLongRange(alone);
+  alone.Files().FailRead("/d/6", 1'700'000, Errors::Device);
+  alone.Files().FailRead("/d/0", 2'100'000, Errors::Device);
+  const auto expected = alone.Compare();
+  EXPECT_THAT(expected, ElementsAre(-3, 0, -1, 3, 0, -1, -3, 3));
+  for (int round = 0; round < 10; ++round) {
+    Range shared(ShortSegments());
+    FillLongRange(shared);
+    shared.Files().FailRead("/d/6", 1'700'000, Errors::Device);
+    shared.Files().FailRead("/d/0", 2'100'000, Errors::Device);
+    shared.Files().SetHook([round](const MemoryFileSystem::Call& call) {
+      if (call.offset / 100'000 % 3 == round % 3) std::this_thread::yield();
+    });
+    EXPECT_EQ(shared.Compare(SizeRule::SameSize, false, Range::Threads::Shared), expected);
   }
 }
 

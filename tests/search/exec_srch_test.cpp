@@ -78,19 +78,20 @@ TEST(ExecSrch, LastLargerFileTakesNoPartInTheRunOfSizes) {
   EXPECT_TRUE(run->log.RowsOf(ResultList::ReadErrors).empty());
 }
 
+// So many that as a run they would be cut by their heads.
 TEST(ExecSrch, ZeroSizeFilesAreSkippedEvenIfNotAskedFor) {
   MemoryFileSystem files;
-  for (const char* path : {"/d/a", "/d/b", "/d/c"}) files.MakeFile(path, "");
+  for (int k = 0; k < 300; ++k) files.MakeFile("/d/empty" + std::to_string(k), "");
   files.MakeFile("/d/x", "1");
   files.MakeFile("/d/y", "1");
   SearchRequest request = Only(SrchType::Duplicates);
   request.types[static_cast<std::size_t>(SrchType::Portions)] = true;
   const auto run = RunSearch(files, request);
-  EXPECT_THAT(run->log.Names(ResultList::Duplicates), UnorderedElementsAre("x:3", "y:3"));
+  EXPECT_THAT(run->log.Names(ResultList::Duplicates), UnorderedElementsAre("x:300", "y:300"));
   EXPECT_TRUE(run->log.RowsOf(ResultList::ZeroSize).empty());
   for (const auto& call : files.Calls()) {
     if (call.op == MemoryFileSystem::Op::Open) {
-      EXPECT_THAT(call.path, Not(HasSubstr("/a")));
+      EXPECT_THAT(call.path, Not(HasSubstr("empty")));
     }
   }
 }
@@ -184,6 +185,26 @@ TEST(ExecSrch, PairInTheAreaIsNotReportedAndNotEvenRead) {
   for (const auto& call : files.Calls()) EXPECT_NE(call.op, MemoryFileSystem::Op::Open) << call.path;
 }
 
+TEST(ExecSrch, BigRunOfTheAreaIsNotReadEither) {
+  MemoryFileSystem files;
+  files.MakeFile("/d/target", "x");
+  for (int k = 0; k < 300; ++k) files.MakeFile("/e/" + std::to_string(k), "pair");
+  const auto run = RunSearch(files, Only(SrchType::Duplicates, {RowOf("/d/"), RowOf("/e/", false)}));
+  EXPECT_TRUE(run->log.rows.empty());
+  for (const auto& call : files.Calls()) EXPECT_NE(call.op, MemoryFileSystem::Op::Open) << call.path;
+}
+
+TEST(ExecSrch, VersionsAreReadOnlyIfAsked) {
+  MemoryFileSystem files;
+  files.MakeFile("/d/a", "same");
+  files.MakeFile("/d/b", "same");
+  auto request = Only(SrchType::Duplicates);
+  EXPECT_EQ(RunSearch(files, request)->log.rows.front().version, std::nullopt);
+  request.versions = true;
+  const auto run = RunSearch(files, request);
+  for (const Finding& row : run->log.rows) EXPECT_EQ(row.version, row.name);
+}
+
 TEST(ExecSrch, PairOfTargetAndAreaIsReported) {
   MemoryFileSystem files;
   files.MakeFile("/d/1", "pair");
@@ -248,7 +269,7 @@ TEST(ExecSrch, MissingProgramsFolderIsToldAndTheSearchGoesOn) {
   FakeShell shell;
   shell.programFilesDir = "";
   SearchLog log;
-  ExecSrch(Only(SrchType::Duplicates), {files, shell, pool, stop, log});
+  ExecSrch(Only(SrchType::Duplicates), {files, shell, FakeVersions(), pool, stop, log});
   EXPECT_THAT(log.boxes, ElementsAre("|Error getting program files folder location."));
   EXPECT_EQ(log.rows.size(), 2U);
 }
@@ -332,7 +353,7 @@ std::unique_ptr<StoppedRun> StopAt(MemoryFileSystem& files, const SearchRequest&
   });
   ThreadPool pool(1);
   FakeShell shell;
-  run->figure = ExecSrch(request, {files, shell, pool, stop, run->log});
+  run->figure = ExecSrch(request, {files, shell, FakeVersions(), pool, stop, run->log});
   files.SetHook(nullptr);
   return run;
 }
@@ -352,12 +373,44 @@ TEST(ExecSrchStop, DuringTheWalkOrTheTableNothingIsListed) {
 TEST(ExecSrchStop, ComparisonThatWasStoppedListsNoGroup) {
   MemoryFileSystem files;
   for (const char* path : {"/d/a", "/d/b", "/d/c"}) files.MakeFile(path, std::string(200'000, 'x'));
-  files.FailOpen("/d/b", Errors::PermissionDenied);
-  files.MakeFile("/d/0", "");
   const auto run = StopAt(files, Everything("/d/"), MemoryFileSystem::Op::Read, "/d/c");
-  EXPECT_EQ(run->figure, 3);  // it falls through the phases behind
-  EXPECT_TRUE(run->log.RowsOf(ResultList::Duplicates).empty());
-  EXPECT_THAT(run->log.Names(ResultList::ZeroSize), ElementsAre("0:-1"));
+  EXPECT_EQ(run->figure, 2);  // it falls through the phases behind, and shows the first record if that is in a group
+  EXPECT_TRUE(run->log.rows.empty());
+}
+
+TEST(ExecSrchStop, BehindTheTableItEndsBeforeTheDuplicatesAndKeepsWhatIsListed) {
+  MemoryFileSystem files;
+  for (const char* path : {"/d/1/a", "/d/2/a", "/d/3/b", "/d/4/b", "/d/5/c"}) files.MakeFile(path, "same");
+  for (const bool duplicates : {true, false}) {
+    SearchRequest request = Only(SrchType::SameName);
+    request.types[static_cast<std::size_t>(SrchType::Duplicates)] = duplicates;
+    StopToken stop;
+    ThreadPool pool(1);
+    FakeShell shell;
+    SearchLog log;
+    log.onTag = [&](std::int64_t) {
+      if (log.events.back() == "hide 2") stop.Stop();  // behind the first run of names
+    };
+    const auto figure = ExecSrch(request, {files, shell, FakeVersions(), pool, stop, log});
+    EXPECT_EQ(figure, duplicates ? 0 : 4);
+    EXPECT_THAT(log.Names(ResultList::SameName), ElementsAre("a:-1", "a:-1"));
+    EXPECT_EQ(log.events.back() == "tag cleared", !duplicates);
+  }
+}
+
+TEST(ExecSrchStop, NoFurtherBoxOnceOneWasAnsweredByACancel) {
+  MemoryFileSystem files;
+  for (const char* path : {"/d/a", "/d/b", "/d/c"}) {
+    files.MakeFile(path, "same");
+    files.FailStat(path, Errors::PermissionDenied);
+  }
+  StopToken stop;
+  ThreadPool pool(1);
+  FakeShell shell;
+  SearchLog log;
+  log.onBox = [&] { stop.Stop(); };
+  ExecSrch(Only(SrchType::Duplicates), {files, shell, FakeVersions(), pool, stop, log});
+  EXPECT_EQ(log.boxes.size(), 1U);
 }
 
 TEST(ExecSrchStop, RowsAddedBeforeAStopWhileShowingStay) {
@@ -372,7 +425,7 @@ TEST(ExecSrchStop, RowsAddedBeforeAStopWhileShowingStay) {
     showing |= std::find(log.events.begin(), log.events.end(), "hide 1") != log.events.end();
     if (showing && index == 3) stop.Stop();
   };
-  const auto figure = ExecSrch(Only(SrchType::Duplicates), {files, shell, pool, stop, log});
+  const auto figure = ExecSrch(Only(SrchType::Duplicates), {files, shell, FakeVersions(), pool, stop, log});
   EXPECT_EQ(figure, 9);
   EXPECT_EQ(log.RowsOf(ResultList::Duplicates).size(), 4U);
 }
@@ -389,6 +442,7 @@ TEST(ExecSrchThreads, ResultIsTheSameWithAnyNumber) {
     files.MakeFile(path, content);
     if (k % 97 == 0) files.FailOpen(path, Errors::Device);
   }
+  files.SetOpenLimit(24);
   const auto rowsOf = [&](std::size_t threads) {
     std::vector<std::string> rows;
     const auto run = RunSearch(files, Everything("/d/"), {}, threads);
@@ -400,6 +454,12 @@ TEST(ExecSrchThreads, ResultIsTheSameWithAnyNumber) {
   const auto alone = rowsOf(1);
   EXPECT_GT(alone.size(), 500U);
   for (std::size_t threads : {2, 3, 8}) EXPECT_EQ(rowsOf(threads), alone) << threads << " threads";
+  files.SetCached(CacheState::Cold);  // a thread that reads ahead joins in
+  files.ClearCalls();
+  for (std::size_t threads : {1, 2}) EXPECT_EQ(rowsOf(threads), alone) << threads << " threads";
+  bool askedAhead = false;
+  for (const auto& call : files.Calls()) askedAhead |= call.op == MemoryFileSystem::Op::ReadAhead;
+  EXPECT_TRUE(askedAhead);
 }
 
 }  // namespace

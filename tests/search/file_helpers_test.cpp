@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "search/zone_guard.h"
 #include "support/memory_file_system.h"
 
 namespace tresmor {
@@ -10,6 +11,7 @@ namespace {
 constexpr std::int64_t kSomeDay = 1'057'104'000;  // 2003-07-02
 
 TEST(FileDate, IsTheLastWriteOnTheUtcClock) {
+  const ZoneGuard guard("AAA-2");  // two hours ahead of UTC
   MemoryFileSystem files;
   files.MakeFile("/a/x", "");
   files.SetModified("/a/x", kSomeDay);

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <functional>
 #include <thread>
 
 #include "search/walk_support.h"
@@ -17,16 +18,20 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using Op = MemoryFileSystem::Op;
 
-// Passes all on to another file system, but for one folder that stands for another one, as after "mount --bind".
-class BoundFileSystem final : public FileSystem {
+// Passes all on to another file system, but can let one folder stand for another one, as after "mount --bind", and
+// change what a listing says.
+class OddFileSystem final : public FileSystem {
  public:
-  BoundFileSystem(const FileSystem& files, std::string at, std::string source)
+  explicit OddFileSystem(const FileSystem& files) : files_(files) {}
+  OddFileSystem(const FileSystem& files, std::string at, std::string source)
       : files_(files), at_(std::move(at)), source_(std::move(source)) {}
 
   PathStyle Style() const override { return files_.Style(); }
   Errors List(const std::string& folder, FolderListing& listing) const override {
-    ++listed_;
-    return files_.List(Bound(folder), listing);
+    const int number = ++listed_;
+    const Errors failure = files_.List(Bound(folder), listing);
+    if (onListed) onListed(listing, number);
+    return failure;
   }
   Errors Stat(const std::string& path, FileStat& stat) const override { return files_.Stat(Bound(path), stat); }
   void StatAll(const std::string& folder, std::span<const std::string_view> names, std::span<FileStat> stats,
@@ -45,8 +50,12 @@ class BoundFileSystem final : public FileSystem {
 
   int Listed() const { return listed_; }
 
+  // The number counts the listings made so far, this one included.
+  std::function<void(FolderListing& listing, int number)> onListed;
+
  private:
   std::string Bound(std::string path) const {
+    if (at_.empty()) return path;
     for (std::size_t found = path.rfind(at_); found != path.npos; found = path.rfind(at_)) {
       path.replace(0, found + at_.size(), source_);
     }
@@ -64,7 +73,7 @@ TEST(BoundFolders, ACircleIsNotEnteredAgain) {
   files.MakeFile("/t/1", "");
   files.MakeFile("/t/s/2", "");
   files.MakeFile("/t/s/ring/covered", "");
-  const BoundFileSystem bound(files, "/ring/", "/t/");
+  const OddFileSystem bound(files, "/ring/", "/t/");
   Walk walk(bound);
   walk.Load({Row("/t/*.*")});
   EXPECT_THAT(walk.Paths(), ElementsAre("/t/s/2", "/t/1"));
@@ -77,22 +86,110 @@ TEST(BoundFolders, ACircleThatAnotherRowStartedInIsNotEnteredAgain) {
   files.MakeFile("/t/1.jpg", "");
   files.MakeFile("/t/2.gif", "");
   files.MakeFolder("/t/s/ring");
-  const BoundFileSystem bound(files, "/ring/", "/t/");
+  const OddFileSystem bound(files, "/ring/", "/t/");
   Walk walk(bound);
   walk.Load({Row("/t/s/ring/*.jpg"), Row("/t/*.*")});
   EXPECT_THAT(walk.Paths(), ElementsAre("/t/s/ring/1.jpg", "/t/1.jpg", "/t/2.gif"));
   EXPECT_TRUE(walk.catalogue.ReachedTwice());
 }
 
+TEST(BoundFolders, ACircleThatChangedMeanwhileIsKnownTheNextTimeRound) {
+  MemoryFileSystem files;
+  files.MakeFile("/t/1", "");
+  files.MakeFolder("/t/s/ring");
+  OddFileSystem odd(files, "/ring/", "/t/");
+  odd.onListed = [](FolderListing& listing, int number) {
+    if (number > 1) ++listing.changedNs;
+  };
+  Walk walk(odd, 1);
+  walk.Load({Row("/t/*.*")});
+  EXPECT_THAT(walk.Paths(), ElementsAre("/t/s/ring/1", "/t/1"));
+  EXPECT_EQ(odd.Listed(), 4);  // "s" comes up a second time as it was
+  EXPECT_TRUE(walk.catalogue.ReachedTwice());
+}
+
+TEST(BoundFolders, ACircleThatAlwaysChangesEndsToo) {
+  MemoryFileSystem files;
+  files.MakeFile("/t/1", "");
+  files.MakeFolder("/t/s/ring");
+  OddFileSystem odd(files, "/ring/", "/t/");
+  odd.onListed = [](FolderListing& listing, int number) { listing.changedNs += number; };
+  Walk walk(odd);
+  walk.Load({Row("/t/*.*")});
+  EXPECT_THAT(walk.Paths(), testing::Contains("/t/1"));
+  EXPECT_LT(odd.Listed(), 100);
+}
+
+TEST(BoundFolders, FoldersOfOneInodeNumberAreNoCircle) {
+  MemoryFileSystem files;
+  files.MakeFile("/t/a/b/c/d/1", "");
+  files.MakeFile("/t/a/b/2", "");
+  OddFileSystem odd(files);
+  odd.onListed = [](FolderListing& listing, int) { listing.identity = {1, 7}; };
+  Walk walk(odd);
+  walk.Load({Row("/t/*.*"), Row("/t/a/*.*")});
+  EXPECT_THAT(walk.Paths(), ElementsAre("/t/a/b/c/d/1", "/t/a/b/2"));
+}
+
 TEST(BoundFolders, ASecondPathBesideTheFirstIsWalkedAndNoted) {
   MemoryFileSystem files;
   files.MakeFile("/t/a/1", "");
   files.MakeFolder("/t/b");
-  const BoundFileSystem bound(files, "/t/b/", "/t/a/");
+  const OddFileSystem bound(files, "/t/b/", "/t/a/");
   Walk walk(bound);
   walk.Load({Row("/t/*.*")});
   EXPECT_THAT(walk.Paths(), ElementsAre("/t/a/1", "/t/b/1"));
   EXPECT_TRUE(walk.catalogue.ReachedTwice());
+}
+
+void AppendEntry(FolderListing& listing, std::string_view name, EntryKind kind) {
+  listing.entries.push_back(
+      {static_cast<std::uint32_t>(listing.names.size()), static_cast<std::uint16_t>(name.size()), kind, false});
+  listing.names += name;
+}
+
+TEST(RepeatedNames, ASubFolderGivenTwiceIsWalkedOnce) {
+  for (const PathStyle style : {PathStyle::Posix(), PathStyle::Windows()}) {
+    const std::string top = style.separator == '/' ? "/t/" : "C:\\t\\";
+    MemoryFileSystem files(style);
+    files.MakeFile(top + "sub" + style.separator + "1", "");
+    OddFileSystem odd(files);
+    odd.onListed = [](FolderListing& listing, int number) {
+      if (number == 1) AppendEntry(listing, "sub", EntryKind::Folder);
+    };
+    Walk walk(odd);
+    walk.Load({Row(top + "*.*")});
+    EXPECT_THAT(walk.Paths(), ElementsAre(top + "sub" + style.separator + "1"));
+    EXPECT_EQ(odd.Listed(), 2);
+    EXPECT_FALSE(walk.catalogue.ReachedTwice());
+  }
+}
+
+TEST(RepeatedNames, NamesThatDifferInCaseAreOneEntryWhereTheStyleSaysSo) {
+  MemoryFileSystem files(PathStyle::Windows());
+  files.MakeFile("C:\\t\\A", "");
+  files.MakeFile("C:\\t\\B", "");
+  files.MakeFile("C:\\t\\Sub\\1", "");
+  OddFileSystem odd(files);
+  odd.onListed = [](FolderListing& listing, int number) {
+    if (number != 1) return;
+    AppendEntry(listing, "a", EntryKind::File);
+    AppendEntry(listing, "B", EntryKind::File);
+    AppendEntry(listing, "sUB", EntryKind::Folder);
+    AppendEntry(listing, "SUB", EntryKind::File);  // no folder, so another path
+  };
+  Walk walk(odd);
+  walk.Load({Row("c:\\T\\*.*"), Row("C:\\t\\*.*")});
+  EXPECT_THAT(walk.Paths(), ElementsAre("c:\\T\\Sub\\1", "c:\\T\\A", "c:\\T\\B", "c:\\T\\SUB"));
+  EXPECT_EQ(odd.Listed(), 2);
+}
+
+TEST(RepeatedNames, NamesThatDifferInCaseAreTwoWhereTheyAreExact) {
+  MemoryFileSystem files;
+  for (const char* path : {"/t/A", "/t/a", "/t/S/1", "/t/s/1"}) files.MakeFile(path, "");
+  Walk walk(files);
+  walk.Load({Row("/t/*.*")});
+  EXPECT_THAT(walk.Paths(), ElementsAre("/t/S/1", "/t/s/1", "/t/A", "/t/a"));
 }
 
 void MakeForest(MemoryFileSystem& files, const std::string& folder, int levels) {
@@ -159,6 +256,21 @@ TEST(Stop, WhileAskingForFilesEndsTheWalk) {
   walk.Load({row});
   EXPECT_THAT(walk.Paths(), IsEmpty());
   EXPECT_EQ(asked, 4);  // the one folder that was being asked for
+}
+
+TEST(Stop, WhileAskingForABigFolderIsNoticedSoon) {
+  MemoryFileSystem files;
+  for (int i = 0; i < 500; ++i) files.MakeFile("/t/" + std::to_string(i), "");
+  Walk walk(files, 1);
+  int asked = 0;
+  files.SetHook([&](const MemoryFileSystem::Call& call) {
+    if (call.op == Op::Stat && asked++ == 0) walk.stop.Stop();
+  });
+  ScopeRow row = Row("/t/*.*");
+  row.MaxSize = "5";
+  walk.Load({row});
+  EXPECT_LE(asked, 64);
+  EXPECT_THAT(walk.Paths(), IsEmpty());
 }
 
 TEST(Stop, InABoxEndsTheWalk) {

@@ -71,6 +71,18 @@ TEST_P(LoadFiles, PatternsAreTrimmedAndEmptyOnesFindNothing) {
   EXPECT_THAT(walk.Paths(), IsEmpty());
 }
 
+TEST_P(LoadFiles, AStarAloneTakesNamesWithADotOnlyInTheRowsOwnFolder) {
+  Make({"t/a.txt", "t/a", "t/s/b.txt", "t/s/b", "t/s/q/c.txt", "t/s/q/c"});
+  walk.Load({Row(At("t/*"))});
+  EXPECT_EQ(walk.Paths(), All({"t/s/q/c", "t/s/b", "t/a.txt", "t/a"}));
+}
+
+TEST_P(LoadFiles, ARowMayStartAtTheRoot) {
+  Make({"1", "s/2"});
+  walk.Load({Row(At("*.*"))});
+  EXPECT_EQ(walk.Paths(), All({"s/2", "1"}));
+}
+
 TEST_P(LoadFiles, PatternsHaveNoRegardToCase) {
   Make({"t/1.JPG", "t/2.jpg", "t/s/3.Jpg"});
   walk.Load({Row(At("t/*.jPg"))});
@@ -255,6 +267,15 @@ TEST_P(LoadFiles, ARowThatStartsInAProtectedFolderIsDropped) {
   EXPECT_THAT(walk.observer.highlighted, IsEmpty());
 }
 
+TEST_P(LoadFiles, AnEmptyTextKeptOutDropsEveryRow) {
+  Make({"t/1"});
+  walk.protectDir.Add("");
+  walk.Load({Row(At("t/*.*")), Row(""), ExcludedRow("")});
+  EXPECT_THAT(walk.Paths(), IsEmpty());
+  EXPECT_THAT(Called(Op::List), IsEmpty());
+  EXPECT_THAT(walk.observer.bars, ElementsAre(33, 66));
+}
+
 TEST_P(LoadFiles, ProtectionIsOfWholeFolderNames) {
   Make({"Data/1", "Dat/2"});
   walk.protectDir.Add(At("Dat/"));
@@ -352,6 +373,14 @@ TEST_P(LoadFiles, TellsWhereItIs) {
   EXPECT_TRUE(walk.observer.Told("Searching " + At("t/report")));
   EXPECT_TRUE(walk.observer.Told("Searching " + At("t/s/report.")));
   EXPECT_TRUE(walk.observer.Told("Searching " + At("t/*.gif")));
+}
+
+TEST_P(LoadFiles, AnEmptyPatternIsAWalkThatTellsTheBareFolder) {
+  Make({"t/1.jpg", "t/2.gif"});
+  walk.Load({Row(At("t/*.jpg;;*.gif"))});
+  EXPECT_THAT(walk.observer.texts, ElementsAre("Searching " + At("t/*.jpg"), "Searching " + At("t/*.jpg"),
+                                               "Searching " + At("t/"), "Searching " + At("t/*.gif")));
+  EXPECT_EQ(walk.Paths(), All({"t/1.jpg", "t/2.gif"}));
 }
 
 // --- Trouble with single files

@@ -2,11 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <ctime>
-#include <optional>
-
 #include "search/walk_support.h"
+#include "search/zone_guard.h"
 
 namespace tresmor {
 namespace {
@@ -20,6 +17,7 @@ using Texts = std::vector<std::string>;
 
 TEST(WalkPattern, IsCutAndJoinedAtEachStep) {
   EXPECT_EQ(Steps("*.jpg"), (Texts{"*.jpg", "*.jpg", "*.jpg", "*.jpg", "*.jpg"}));
+  EXPECT_EQ(Steps("*"), (Texts{"*", "*.", "*.", "*.", "*."}));
   EXPECT_EQ(Steps("report"), (Texts{"report", "report.", "report.", "report.", "report."}));
   EXPECT_EQ(Steps(".txt"), (Texts{".txt", "txt", "txt.", "txt.", "txt."}));
   EXPECT_EQ(Steps("a.b.c"), (Texts{"a.b.c", "a.b.c", "a.b.c", "a.b.c", "a.b.c"}));
@@ -95,6 +93,9 @@ TEST(Sizes, BothBoundsAreExclusiveAndOnRoundedKilobytes) {
   EXPECT_FALSE(passes("10", "10", 10'240));
   EXPECT_TRUE(passes("9", "11", 10'240));
   EXPECT_FALSE(passes("", "0", 0));
+  EXPECT_TRUE(passes("-2", "", 0));  // only -1 is no bound, and every size is above and none below this one
+  EXPECT_FALSE(passes("", "-2", 0));
+  EXPECT_TRUE(passes("", "-1", 0));
   EXPECT_TRUE(passes("2000000", "", std::int64_t{5} << 30));
   EXPECT_TRUE(passes("2000000000", "", std::int64_t{1} << 60));
 }
@@ -104,23 +105,6 @@ TEST(Sizes, OnlyFilesPass) {
   stat.kind = EntryKind::Folder;
   EXPECT_FALSE(ReadRow(Row("/a/*.*"), PathStyle::Posix()).Passes(stat));
 }
-
-// Runs with a clock of this zone, and ends with the clock as it was.
-class ZoneGuard {
- public:
-  explicit ZoneGuard(const char* zone) {
-    if (const char* before = std::getenv("TZ")) before_ = before;
-    setenv("TZ", zone, 1);
-    tzset();
-  }
-  ~ZoneGuard() {
-    before_ ? setenv("TZ", before_->c_str(), 1) : unsetenv("TZ");
-    tzset();
-  }
-
- private:
-  std::optional<std::string> before_;
-};
 
 TEST(Dates, AreComparedOnTheLocalClock) {
   const ZoneGuard guard("XXX-10");  // ten hours ahead of UTC

@@ -21,6 +21,14 @@ class FakeShell final : public Shell {
   std::string programFilesDir = "/opt";
 };
 
+// Every file's version is its name.
+class FakeVersions final : public VersionReader {
+ public:
+  std::string GetFileVer(const std::string& path) const override {
+    return std::string(GetFileNameOf(path, PathStyle::Posix()));
+  }
+};
+
 // Keeps all that the search says, in order.
 class SearchLog final : public SearchObserver {
  public:
@@ -42,7 +50,10 @@ class SearchLog final : public SearchObserver {
   void AddRows(std::vector<Finding> added) override {
     for (Finding& row : added) rows.push_back(std::move(row));
   }
-  void Box(BoxIcon, std::string title, std::string text) override { boxes.push_back(title + "|" + text); }
+  void Box(BoxIcon, std::string title, std::string text) override {
+    boxes.push_back(title + "|" + text);
+    if (onBox) onBox();
+  }
 
   std::vector<Finding> RowsOf(ResultList list) const {
     std::vector<Finding> found;
@@ -65,6 +76,7 @@ class SearchLog final : public SearchObserver {
   std::vector<std::string> boxes;
   std::int64_t itemsCnt = -1;
   std::function<void(std::int64_t)> onTag;
+  std::function<void()> onBox;
 
  private:
   std::mutex mutex_;
@@ -94,7 +106,7 @@ inline std::unique_ptr<SearchRun> RunSearch(const FileSystem& files, const Searc
   auto run = std::make_unique<SearchRun>();
   StopToken stop;
   FakeShell shell;
-  run->figure = ExecSrch(request, {files, shell, pool, stop, run->log}, limits);
+  run->figure = ExecSrch(request, {files, shell, FakeVersions(), pool, stop, run->log}, limits);
   return run;
 }
 

@@ -153,7 +153,7 @@ TEST(SrchPortion, StopWhileHeadsAreReadComparesNothing) {
   ThreadPool pool(1);
   FakeShell shell;
   SearchLog log;
-  EXPECT_EQ(ExecSrch(Portions(), {files, shell, pool, stop, log}), 19);
+  EXPECT_EQ(ExecSrch(Portions(), {files, shell, FakeVersions(), pool, stop, log}), 19);
   EXPECT_THAT(log.rows, IsEmpty());
   for (const auto& call : files.Calls()) {
     if (call.op == MemoryFileSystem::Op::Read) {

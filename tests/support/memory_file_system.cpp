@@ -370,6 +370,8 @@ Errors MemoryFileSystem::List(const std::string& folder, FolderListing& listing)
   if (node.kind != EntryKind::Folder) return Errors::PathAccess;
   if (node.unreadable) return Errors::PermissionDenied;
   listing.identity = {1, node.inode};
+  listing.size = node.size;
+  listing.changedNs = node.changed * 1'000'000'000;
   listing.forbidden = node.forbidden;
   if (node.forbidden) return Errors::None;
   const bool fails = node.listFailure != Errors::None;

@@ -35,16 +35,19 @@ EntryKind KindOfMode(mode_t mode) {
 
 FileIdentity IdentityOf(const struct stat& info) { return {info.st_dev, info.st_ino}; }
 
+// Wraps for a time centuries away instead of overflowing; it is only ever compared for equality.
+std::int64_t ChangedNs(const struct stat& info) {
+  const auto seconds = static_cast<std::uint64_t>(info.st_ctim.tv_sec);
+  return static_cast<std::int64_t>(seconds * 1'000'000'000 + static_cast<std::uint64_t>(info.st_ctim.tv_nsec));
+}
+
 FileStat ToFileStat(const struct stat& info, bool hidden) {
   FileStat stat;
   stat.kind = KindOfMode(info.st_mode);
   stat.hidden = hidden;
   stat.size = info.st_size;
   stat.modified = info.st_mtim.tv_sec;
-  // Wraps for a time centuries away instead of overflowing; it is only ever compared for equality.
-  const auto seconds = static_cast<std::uint64_t>(info.st_ctim.tv_sec);
-  stat.changedNs =
-      static_cast<std::int64_t>(seconds * 1'000'000'000 + static_cast<std::uint64_t>(info.st_ctim.tv_nsec));
+  stat.changedNs = ChangedNs(info);
   stat.links = info.st_nlink;
   stat.identity = IdentityOf(info);
   return stat;
@@ -181,6 +184,8 @@ PosixFileSystem::PosixFileSystem() : openLimit_(RaiseOpenLimit()), trashHome_(Tr
 
 Errors PosixFileSystem::List(const std::string& folder, FolderListing& listing) const {
   listing.identity = {};
+  listing.size = 0;
+  listing.changedNs = 0;
   listing.forbidden = false;
   listing.names.clear();
   listing.entries.clear();
@@ -190,6 +195,8 @@ Errors PosixFileSystem::List(const std::string& folder, FolderListing& listing) 
   struct stat info {};
   if (!opened.IsOpen() || fstat(opened.Number(), &info) != 0) return PathFailure(errno);
   listing.identity = IdentityOf(info);
+  listing.size = info.st_size;
+  listing.changedNs = ChangedNs(info);
   listing.forbidden = IsOnPseudoFileSystem(opened.Number(), info.st_dev);
   return listing.forbidden ? Errors::None : ReadEntries(opened.Number(), listing);
 }

@@ -1,4 +1,4 @@
-#include "search/told_search.h"
+#include "search/plain_search.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,7 +12,7 @@ namespace tresmor {
 namespace {
 
 struct Record {
-  const ToldFile* file = nullptr;
+  const PlainFile* file = nullptr;
   std::int64_t Sz = 0;
   int DupGrp = -1;
   std::string Head;
@@ -21,18 +21,18 @@ struct Record {
 
 int Sign(int x) { return (x > 0) - (x < 0); }
 
-class Told {
+class Plain {
  public:
-  Told(const std::vector<ToldFile>& files, const SearchRequest& request, const SearchLimits& limits)
+  Plain(const std::vector<PlainFile>& files, const SearchRequest& request, const SearchLimits& limits)
       : request_(request), limits_(limits) {
-    for (const ToldFile& file : files) {
+    for (const PlainFile& file : files) {
       table_.push_back(
           {&file, static_cast<std::int64_t>(file.content.size()), -1, std::string(limits.head, '\0'), file.isTarget});
     }
     last_ = static_cast<int>(table_.size()) - 1;
   }
 
-  ToldResult Run() {
+  PlainResult Run() {
     if (request_.Wants(SrchType::SameName) && last_ >= 1) SameNames();
     QuickSort(0, last_, 0);
     int kept = 0;
@@ -182,7 +182,7 @@ class Told {
         });
   }
 
-  bool ReadHead(const ToldFile& file, std::string& head) {
+  bool ReadHead(const PlainFile& file, std::string& head) {
     if (!file.opens) return false;
     std::string content = file.content;
     if (!file.rightLength) content.pop_back();
@@ -198,7 +198,7 @@ class Told {
 
   // The byte from which on a file can't be had.
   std::int64_t FailsFrom(int k) {
-    const ToldFile& file = *table_[k].file;
+    const PlainFile& file = *table_[k].file;
     if (!file.opens || !file.rightLength) return 0;
     return file.failsAt >= 0 && file.failsAt < table_[k].Sz ? file.failsAt : kNever;
   }
@@ -364,13 +364,13 @@ class Told {
   const SearchLimits& limits_;
   std::vector<Record> table_;
   int last_ = 0;
-  ToldResult result_;
+  PlainResult result_;
 };
 
 }  // namespace
 
-ToldResult ToldSearch(const std::vector<ToldFile>& files, const SearchRequest& request, const SearchLimits& limits) {
-  return Told(files, request, limits).Run();
+PlainResult PlainSearch(const std::vector<PlainFile>& files, const SearchRequest& request, const SearchLimits& limits) {
+  return Plain(files, request, limits).Run();
 }
 
 }  // namespace tresmor

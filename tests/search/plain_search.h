@@ -11,7 +11,7 @@
 
 namespace tresmor {
 
-struct ToldFile {
+struct PlainFile {
   std::string folder;
   std::string name;
   std::string content;
@@ -20,25 +20,25 @@ struct ToldFile {
   bool rightLength = true;    // false: one byte shorter by the time it is opened
   std::int64_t failsAt = -1;  // reading fails from this byte on; -1: never
 
-  friend bool operator==(const ToldFile&, const ToldFile&) = default;
+  friend bool operator==(const PlainFile&, const PlainFile&) = default;
 };
 
-struct ToldRow {
+struct PlainRow {
   int list = 0;
   std::string path;
   std::int32_t dupGrp = -1;
   std::int64_t size = 0;
-  friend auto operator<=>(const ToldRow&, const ToldRow&) = default;
+  friend auto operator<=>(const PlainRow&, const PlainRow&) = default;
 };
 
 // The rows of all lists in the order of adding, and the figure that the search returns.
-struct ToldResult {
-  std::vector<ToldRow> rows;
+struct PlainResult {
+  std::vector<PlainRow> rows;
   std::int64_t figure = 0;
-  friend bool operator==(const ToldResult&, const ToldResult&) = default;
+  friend bool operator==(const PlainResult&, const PlainResult&) = default;
 };
 
 // `files` in the order of the catalogue, one at least.
-ToldResult ToldSearch(const std::vector<ToldFile>& files, const SearchRequest& request, const SearchLimits& limits);
+PlainResult PlainSearch(const std::vector<PlainFile>& files, const SearchRequest& request, const SearchLimits& limits);
 
 }  // namespace tresmor

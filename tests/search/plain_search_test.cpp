@@ -7,30 +7,30 @@
 #include <set>
 
 #include "base/text.h"
+#include "search/plain_search.h"
 #include "search/search_world.h"
-#include "search/told_search.h"
 
 namespace tresmor {
 namespace {
 
 // Every rule that turns on a figure is in reach of a dozen files of a few bytes.
-SearchLimits SmallLimits() {
+// With a scale above 1 blocks have more than a hundred bytes, and the loose comparison slices of more than one.
+SearchLimits SmallLimits(int scale) {
   SearchLimits limits;
-  limits.wholeBelow = 24;
-  limits.block = 8;
+  limits.wholeBelow = 24 * scale;
+  limits.block = 8 * scale;
   limits.span = 6;
   limits.head = 5;
-  limits.portionFrom = 6;
-  limits.firstPiece = 3;
-  limits.largestPiece = 11;
+  limits.portionFrom = 6 * scale;
+  limits.firstPiece = 3 * static_cast<std::size_t>(scale);
+  limits.largestPiece = 11 * static_cast<std::size_t>(scale);
   limits.segment = 1 << 20;
-  limits.threadBuffers = 1 << 12;
   return limits;
 }
 
 class World {
  public:
-  explicit World(unsigned seed) : random_(seed) {
+  explicit World(unsigned seed) : random_(seed), scale(Pick(0, 4) == 0 ? 30 : 1) {
     const int count = Pick(1, 24);
     const std::vector<std::int64_t> sizes = {0, Pick(1, 12), Pick(1, 30), 24, Pick(24, 60), 8, 9, 16, 17, 32};
     const bool fewSizes = Pick(0, 2) == 0;
@@ -38,34 +38,40 @@ class World {
     const bool areas = Pick(0, 1) == 0;
     const char* names[] = {"a", "b", "A", "c.txt", "C.TXT", "d"};
     for (int k = 0; k < count; ++k) {
-      ToldFile file;
+      PlainFile file;
       file.isTarget = !areas || Pick(0, 2) == 0;
       file.folder = std::string(file.isTarget ? "/t/" : "/u/") + std::to_string(k) + "/";
       file.name = names[Pick(0, 5)];
       const auto size = sizes[static_cast<std::size_t>(Pick(0, fewSizes ? 2 : 9))];
-      file.content = Content(size);
+      file.content = Content(size * scale);
       if (size > 0 && Pick(1, 12) <= failures) Spoil(file);
       files.push_back(file);
     }
     // The walk takes targets first.
-    std::stable_partition(files.begin(), files.end(), [](const ToldFile& file) { return file.isTarget; });
+    std::stable_partition(files.begin(), files.end(), [](const PlainFile& file) { return file.isTarget; });
   }
 
   int Pick(int from, int to) { return std::uniform_int_distribution<int>(from, to)(random_); }
 
-  std::vector<ToldFile> files;
+  std::vector<PlainFile> files;
+
+ private:
+  std::mt19937 random_;
+
+ public:
+  const int scale;
 
  private:
   // Few different beginnings and few changes, so that files agree for a while and then part.
   std::string Content(std::int64_t size) {
     std::string content(static_cast<std::size_t>(size), Pick(0, 5) == 0 ? '\0' : 'x');
-    for (int change = Pick(0, 2); change > 0 && size > 0; --change) {
+    for (int change = Pick(0, 2) * (scale > 1 ? Pick(1, 40) : 1); change > 0 && size > 0; --change) {
       content[static_cast<std::size_t>(Pick(0, static_cast<int>(size) - 1))] = static_cast<char>('0' + Pick(0, 1));
     }
     return content;
   }
 
-  void Spoil(ToldFile& file) {
+  void Spoil(PlainFile& file) {
     switch (Pick(0, 3)) {
       case 0:
         file.opens = false;
@@ -77,13 +83,11 @@ class World {
         file.failsAt = Pick(0, static_cast<int>(file.content.size()) - 1);
     }
   }
-
-  std::mt19937 random_;
 };
 
-void Make(MemoryFileSystem& memory, const std::vector<ToldFile>& files) {
+void Make(MemoryFileSystem& memory, const std::vector<PlainFile>& files) {
   auto shrinking = std::make_shared<std::map<std::string, std::string>>();
-  for (const ToldFile& file : files) {
+  for (const PlainFile& file : files) {
     const std::string path = file.folder + file.name;
     memory.MakeFile(path, file.content);
     if (!file.opens) memory.FailOpen(path, Errors::PermissionDenied);
@@ -97,8 +101,8 @@ void Make(MemoryFileSystem& memory, const std::vector<ToldFile>& files) {
   });
 }
 
-ToldResult ResultOf(const SearchRun& run) {
-  ToldResult result;
+PlainResult ResultOf(const SearchRun& run) {
+  PlainResult result;
   result.figure = run.figure;
   for (const Finding& row : run.log.rows) {
     result.rows.push_back({static_cast<int>(row.list), row.folder + row.name, row.dupGrp, row.size});
@@ -108,57 +112,60 @@ ToldResult ResultOf(const SearchRun& run) {
 
 // Read errors of one phase come between its groups, but in the table's order within their own list; what counts is the
 // order within each list.
-std::vector<ToldRow> ByList(std::vector<ToldRow> rows) {
-  std::stable_sort(rows.begin(), rows.end(), [](const ToldRow& a, const ToldRow& b) { return a.list < b.list; });
+std::vector<PlainRow> ByList(std::vector<PlainRow> rows) {
+  std::stable_sort(rows.begin(), rows.end(), [](const PlainRow& a, const PlainRow& b) { return a.list < b.list; });
   return rows;
 }
 
-std::string Print(const std::vector<ToldFile>& files, const std::vector<ToldRow>& rows) {
+std::string Print(const std::vector<PlainFile>& files, const std::vector<PlainRow>& rows) {
   std::string text;
-  for (const ToldFile& file : files) {
+  for (const PlainFile& file : files) {
     text += file.folder + file.name + " '" + ReplaceAll(file.content, std::string_view("\0", 1), "_") + "'" +
             (file.opens ? "" : " shut") + (file.rightLength ? "" : " shrinks") +
             (file.failsAt >= 0 ? " fails at " + std::to_string(file.failsAt) : "") + "\n";
   }
-  for (const ToldRow& row : rows) {
+  for (const PlainRow& row : rows) {
     text += std::to_string(row.list) + " " + row.path + " " + std::to_string(row.dupGrp) + "\n";
   }
   return text;
 }
 
-class ToldSearchTest : public testing::TestWithParam<int> {};
+class PlainSearchTest : public testing::TestWithParam<int> {};
 
 constexpr int kWorldsEach = 2500;
 
-TEST_P(ToldSearchTest, FastSearchGivesWhatThePlainOneGives) {
+TEST_P(PlainSearchTest, FastSearchGivesWhatThePlainOneGives) {
   ThreadPool alone(1);
   ThreadPool together(2);
+  ThreadPool many(5);
   for (int k = 0; k < kWorldsEach; ++k) {
     const auto seed = static_cast<unsigned>(GetParam() * kWorldsEach + k);
     World world(seed);
-    auto request = RequestFor({RowOf("/t/"), RowOf("/u/", false)}, true, world.Pick(0, 4) > 0, world.Pick(0, 1) == 0,
-                              world.Pick(0, 1) == 0);
+    auto request = RequestFor({RowOf("/t/"), RowOf("/u/", false)}, world.Pick(0, 1) == 0, world.Pick(0, 4) > 0,
+                              world.Pick(0, 1) == 0, world.Pick(0, 1) == 0);
     request.tolerant = world.Pick(0, 2) == 0;
     request.isAllSrchTarget = world.files.back().isTarget && world.Pick(0, 1) == 0;
-    SearchLimits limits = SmallLimits();
-    if (world.Pick(0, 3) == 0) limits.segment = 8;
-    const ToldResult told = ToldSearch(world.files, request, limits);
-    for (ThreadPool* pool : {&alone, &together}) {
+    SearchLimits limits = SmallLimits(world.scale);
+    limits.threadBuffers = static_cast<std::size_t>(world.Pick(0, 2) == 0 ? 64 : 4096);
+    if (world.Pick(0, 3) == 0) limits.segment = 8 * world.scale;
+    const PlainResult plain = PlainSearch(world.files, request, limits);
+    for (ThreadPool* pool : {&alone, seed % 4 == 0 ? &many : &together}) {
       MemoryFileSystem memory;
       Make(memory, world.files);
+      memory.SetOpenLimit(seed % 3 == 0 ? 8 : 100);
       const auto run = RunSearch(memory, request, limits, *pool);
-      const ToldResult result = ResultOf(*run);
-      ASSERT_TRUE(ByList(result.rows) == ByList(told.rows))
+      const PlainResult result = ResultOf(*run);
+      ASSERT_TRUE(ByList(result.rows) == ByList(plain.rows))
           << "seed " << seed << ", threads " << pool->Threads() << (request.tolerant ? ", tolerant" : "")
           << (request.isAllSrchTarget ? "" : ", areas") << "\n"
-          << Print(world.files, told.rows) << "but found\n"
+          << Print(world.files, plain.rows) << "but found\n"
           << Print({}, result.rows);
-      ASSERT_EQ(result.figure, told.figure) << "seed " << seed;
+      ASSERT_EQ(result.figure, plain.figure) << "seed " << seed;
     }
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Worlds, ToldSearchTest, testing::Range(0, 8));
+INSTANTIATE_TEST_SUITE_P(Worlds, PlainSearchTest, testing::Range(0, 8));
 
 }  // namespace
 }  // namespace tresmor

@@ -1,0 +1,70 @@
+#include <array>
+
+#include "base/failure.h"
+#include "base/text.h"
+#include "cli/formats.h"
+#include "cli/result_reader.h"
+#include "cli/visible.h"
+#include "results/counters.h"
+#include "results/rows.h"
+
+namespace tresmor {
+namespace {
+
+constexpr std::array<const char*, kResultLists> kHeadings = {"Zero size", "Duplicates", "Same name", "Portions",
+                                                             "Read errors"};
+
+std::string CountOf(std::int64_t count, const char* what) {
+  return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+}
+
+// Units end at GB; what is past them stands in bytes.
+std::string ReadableSize(std::int64_t bytes) {
+  try {
+    return ByteSizeStr(bytes);
+  } catch (const Failure&) {
+    return std::to_string(bytes) + " Bytes";
+  }
+}
+
+std::string PadLeft(const std::string& text, std::size_t width) {
+  return std::string(width - std::min(width, text.size()), ' ') + text;
+}
+
+void PrintGroup(Output& out, ResultReader& reader, RowGroup group) {
+  std::int64_t bytes = 0;
+  for (std::int32_t row = group.first; row <= group.last; ++row) bytes += reader.Size(row);
+  out.Write("\n" + CountOf(group.Rows(), "file") + ", " + ReadableSize(bytes) + "\n");
+}
+
+void PrintList(Output& out, const ResultLists& lists, ResultList kind) {
+  const auto i = static_cast<std::size_t>(kind);
+  const ListView& lst = lists.List(kind);
+  const std::string groups = HasGroups(kind) ? " in " + CountOf(lists.GroupCnt[i], "group") : "";
+  const std::string heading = kHeadings[i] + (": " + CountOf(lst.Count(), "file")) + groups;
+  out.Write(heading + "\n" + std::string(heading.size(), '=') + "\n");
+  ResultReader reader(lst);
+  ForEachGroup(lists, kind, [&](RowGroup group) {
+    if (HasGroups(kind)) PrintGroup(out, reader, group);
+    for (std::int32_t row = group.first; row <= group.last; ++row) {
+      const std::string date(reader.Date(row).value_or("-"));
+      out.Write(PadLeft(ReadableSize(reader.Size(row)), 12) + "  " + PadLeft(date, 19) + "  " +
+                Visible(reader.Path(row)) + "\n");
+    }
+  });
+  out.Write('\n');
+}
+
+}  // namespace
+
+void PrintText(Output& out, const FindOptions& options, const FindResult& result) {
+  for (int i = 0; i < kResultLists; ++i) {
+    const auto kind = static_cast<ResultList>(i);
+    const bool wanted =
+        kind == ResultList::ReadErrors ? result.lists.List(kind).Count() > 0 : options.Wants(static_cast<SrchType>(i));
+    if (wanted) PrintList(out, result.lists, kind);
+  }
+  out.Write(result.message + "\n" + ReplaceAll(GetReportCountStr(result.lists), "\r\n", "\n"));
+}
+
+}  // namespace tresmor

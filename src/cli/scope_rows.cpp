@@ -1,0 +1,95 @@
+#include "cli/scope_rows.h"
+
+#include "base/path.h"
+#include "search/file_helpers.h"
+#include "search/protect_dir.h"
+#include "search/scope_row.h"
+
+namespace tresmor {
+namespace {
+
+// As text alone: "." and doubled separators say nothing and go, but ".." stays, since what it means hangs on links.
+std::string AbsoluteFolder(const std::string& typed, const ScopePorts& ports) {
+  const PathStyle style = ports.files.Style();
+  const std::string whole =
+      typed.starts_with(style.separator) ? typed : AddTail(ports.workingFolder, style.Tail()) + typed;
+  std::string folder = style.Tail();
+  for (std::size_t begin = 0; begin < whole.size();) {
+    const std::size_t end = std::min(whole.find(style.separator, begin), whole.size());
+    const std::string_view part = std::string_view(whole).substr(begin, end - begin);
+    if (!part.empty() && part != ".") folder.append(part).append(style.Tail());
+    begin = end + 1;
+  }
+  return folder;
+}
+
+std::string FolderOf(const std::string& typed, const ScopePorts& ports) {
+  if (typed.empty()) throw WrongUse("Path '' does not exist.");
+  std::string folder = AbsoluteFolder(typed, ports);
+  FileStat stat;
+  // The folder may be a link to one, which only a name below it sees through.
+  const Errors failure = ports.files.Stat(folder + ".", stat);
+  if (failure == Errors::None) return folder;
+  if (failure == Errors::PermissionDenied) throw WrongUse("Path '" + typed + "' may not be entered.");
+  const std::string_view name = std::string_view(folder).substr(0, folder.size() - 1);
+  throw WrongUse("Path '" + typed +
+                 (ExistsPath(ports.files, std::string(name)) ? "' is no folder." : "' does not exist."));
+}
+
+void AddRow(ListView& lstPath, const ScopeRow& row) {
+  const std::vector<CellValue> cells = {row.SubFolder, row.MinSize, row.MaxSize, row.Date, row.SearchTarget};
+  lstPath.SetSmallIcon(lstPath.AddRow(row.Text, cells), ScopeRow::kIncluded);
+}
+
+void AddExcludedRow(ListView& lstPath, const std::string& folder) {
+  const std::vector<CellValue> cells = {"Yes"};
+  lstPath.SetSmallIcon(lstPath.AddRow(folder, cells), ScopeRow::kExcluded);
+}
+
+}  // namespace
+
+void AddScopeRows(FrmMain& frm, const FindOptions& options, const ScopePorts& ports) {
+  ScopeRow row;
+  row.SubFolder = options.noSubfolders ? "No" : "Yes";
+  row.MinSize = options.minKb;
+  row.MaxSize = options.maxKb;
+  if (options.since) row.Date = FormatStamp(*options.since);
+  const auto add = [&](const std::vector<std::string>& folders, const char* searchTarget) {
+    row.SearchTarget = searchTarget;
+    for (const std::string& typed : folders) {
+      row.Text = FolderOf(typed, ports) + options.pattern;
+      AddRow(frm.lstPath, row);
+    }
+  };
+  add(options.paths, "Yes");
+  add(options.areas, "No");
+  for (const std::string& typed : options.excludes) AddExcludedRow(frm.lstPath, FolderOf(typed, ports));
+}
+
+std::vector<std::string> RowsLeftOut(const FrmMain& frm, const ScopePorts& ports) {
+  const PathStyle style = ports.files.Style();
+  ProtectDir system(style);
+  if (frm.chkProtectWinDir.Value()) {
+    for (const std::string& folder : {ports.shell.GetWinDir(), ports.shell.GetProgramFilesDir()}) {
+      if (!folder.empty()) system.Add(AddTail(folder, style.Tail()));
+    }
+  }
+  ProtectDir excluded(style);
+  const ListView& lstPath = frm.lstPath;
+  for (std::int32_t row = 1; row <= lstPath.Count(); ++row) {
+    if (lstPath.SmallIcon(row) == ScopeRow::kExcluded) excluded.Add(lstPath.Cell(row, kScopeTextItem));
+  }
+  std::vector<std::string> sentences;
+  for (std::int32_t row = 1; row <= lstPath.Count(); ++row) {
+    if (lstPath.SmallIcon(row) == ScopeRow::kExcluded) continue;
+    const std::string text = lstPath.Cell(row, kScopeTextItem);
+    const std::string start = "'" + std::string(GetFolderOf(text, style)) + "' is not searched: ";
+    if (system.HoldsStartOf(text))
+      sentences.push_back(start + "it lies in one of the system's own folders; --no-protect searches them.");
+    else if (excluded.HoldsStartOf(text))
+      sentences.push_back(start + "it lies in a folder given to --exclude.");
+  }
+  return sentences;
+}
+
+}  // namespace tresmor

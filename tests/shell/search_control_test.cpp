@@ -1,0 +1,392 @@
+// Searches through the controls, over a file system in memory.
+#include "shell/search_control.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "desk/bind_timer.h"
+#include "desk/scripted_event_queue.h"
+#include "results/counters.h"
+#include "results/rows.h"
+#include "search/search_world.h"
+#include "support/memory_file_system.h"
+
+namespace tresmor {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
+
+// Answers the boxes that a test expects, in order; any other fails the test.
+class ScriptedDialogs final : public Dialogs {
+ public:
+  BoxAnswer MessageBox(const std::string& text, BoxIcon icon, const std::string& title, BoxButtons buttons) override {
+    if (expected.empty()) {
+      ADD_FAILURE() << "unexpected box: " << title << ": " << text;
+      return BoxAnswer::Ok;
+    }
+    EXPECT_EQ(text, expected.front());
+    expected.erase(expected.begin());
+    EXPECT_EQ(buttons, BoxButtons::Ok);
+    icons.push_back(icon);
+    if (onBox) onBox();
+    return BoxAnswer::Ok;
+  }
+
+  std::vector<std::string> expected;
+  std::vector<BoxIcon> icons;
+  std::function<void()> onBox;
+};
+
+class SearchControlTest : public testing::Test {
+ protected:
+  SearchControlTest() {
+    BindTimer(frm.tmrProgress, events);
+    frm.msgBar.Listen([this](const Notice& notice) {
+      if (notice.when == Notice::When::After) messages.push_back(frm.msgBar.Text());
+    });
+  }
+  ~SearchControlTest() override { EXPECT_THAT(dialogs.expected, IsEmpty()) << "a box that was expected never came"; }
+
+  void AddRow(const std::string& text, const char* target = "Yes") {
+    const std::vector<CellValue> cells = {"Yes", "", "", "", target};
+    frm.lstPath.SetSmallIcon(frm.lstPath.AddRow(text, cells), ScopeRow::kIncluded);
+  }
+  void AddExcluded(const std::string& folder) {
+    const std::vector<CellValue> cells = {"Yes"};
+    frm.lstPath.SetSmallIcon(frm.lstPath.AddRow(folder, cells), ScopeRow::kExcluded);
+  }
+  void MakeFiles(int count) {
+    for (int i = 0; i < count; ++i) files.MakeFile("/data/f" + std::to_string(i), std::string(1, 'x'));
+  }
+  std::vector<std::string> Names(ResultList list) {
+    std::vector<std::string> names;
+    for (std::int32_t row = 1; row <= frm.results.List(list).Count(); ++row) {
+      names.push_back(frm.results.List(list).Cell(row, kNameItem));
+    }
+    return names;
+  }
+
+  // Cancels once the search has got to its first call of one kind, and lets it go on only then.
+  void CancelAtFirst(MemoryFileSystem::Op op) {
+    files.SetHook([this, op](const MemoryFileSystem::Call& call) {
+      if (call.op != op || reached.exchange(true)) return;
+      events.Wake();
+      cancelled.wait(false);
+    });
+    events.onPump = [this] {
+      if (!reached || cancelled) return;
+      control.CancelSearch();
+      cancelled = true;
+      cancelled.notify_all();
+    };
+  }
+
+  tests::ScriptedEventQueue events;
+  MemoryFileSystem files;
+  FakeShell shell;
+  FakeVersions versions;
+  ScriptedDialogs dialogs;
+  FrmMain frm;
+  Progress progress{events, frm.tmrProgress, frm.msgBar, frm.pbMain};
+  SearchControl control{frm, progress, {files, shell, versions, events, dialogs}};
+  std::vector<std::string> messages;
+  std::atomic<bool> reached{false};
+  std::atomic<bool> cancelled{false};
+};
+
+TEST_F(SearchControlTest, ControlsStartWithTheirDesignValues) {
+  EXPECT_TRUE(frm.lstSrchType.Ticked(0) && frm.lstSrchType.Ticked(1) && frm.lstSrchType.Ticked(2));
+  EXPECT_FALSE(frm.lstSrchType.Ticked(3));
+  EXPECT_TRUE(frm.chkProtectWinDir.Value());
+  EXPECT_FALSE(frm.chkTolerant.Value() || frm.chkHidden.Value() || frm.chkVer.Value());
+  EXPECT_EQ(frm.tmrProgress.Interval(), 1000);
+  EXPECT_FALSE(frm.tmrProgress.Enabled());
+  EXPECT_EQ(frm.lstPath.Columns(), 6);
+}
+
+TEST_F(SearchControlTest, FindsEveryKindAndShowsIt) {
+  files.MakeFile("/data/a/one.txt", "same");
+  files.MakeFile("/data/b/two.txt", "same");
+  files.MakeFile("/data/b/one.txt", "else");
+  files.MakeFile("/data/empty", "");
+  files.MakeFile("/data/zebra", "longer");
+  AddRow("/data/*.*");
+  control.RunSearch();
+  EXPECT_THAT(Names(ResultList::ZeroSize), ElementsAre("empty"));
+  EXPECT_THAT(Names(ResultList::Duplicates), UnorderedElementsAre("one.txt", "two.txt"));
+  EXPECT_THAT(Names(ResultList::SameName), ElementsAre("one.txt", "one.txt"));
+  EXPECT_EQ(frm.results.tabMain.Caption(2), "Duplicates(2/1)");
+  EXPECT_EQ(frm.results.List(ResultList::Duplicates).ForeColor(1), GroupColors[0]);
+  EXPECT_EQ(control.SrchFileCnt(), 4);
+}
+
+TEST_F(SearchControlTest, BringsUpAListWithFindings) {
+  files.MakeFile("/data/a", "same");
+  files.MakeFile("/data/b", "same");
+  AddRow("/data/*.*");
+  control.RunSearch();
+  EXPECT_EQ(frm.results.mIntCurFrame, 1);
+}
+
+TEST_F(SearchControlTest, OneFileReportsNoneSearched) {
+  MakeFiles(1);
+  AddRow("/data/*.*");
+  control.RunSearch();
+  EXPECT_EQ(frm.msgBar.Text(), "Completed in 00:00:00, searched 0 files.");
+}
+
+TEST_F(SearchControlTest, HundredFilesReportNinetyNine) {
+  MakeFiles(100);
+  AddRow("/data/*.*");
+  control.RunSearch();
+  EXPECT_EQ(frm.msgBar.Text(), "Completed in 00:00:00, searched 99 files.");
+}
+
+TEST_F(SearchControlTest, TellsItsPhasesInThePanel) {
+  MakeFiles(3);
+  AddRow("/data/*.*");
+  frm.lstSrchType.SetTicked(3, true);
+  control.RunSearch();
+  EXPECT_THAT(messages, ElementsAre("Start ...", "Loading files ...", "Searching same file name  ...",
+                                    "Searching duplicated files ...", "Searching file portions ...",
+                                    "Showing search result - file portions... [value] of 3 files...",
+                                    "Completed in 00:00:00, searched 2 files."));
+}
+
+TEST_F(SearchControlTest, TellsThatThereAreNoFiles) {
+  files.MakeFolder("/data");
+  AddRow("/data/*.*");
+  control.RunSearch();
+  EXPECT_THAT(messages, ElementsAre("Start ...", "Loading files ...", "No Files found.",
+                                    "Completed in 00:00:00, searched 0 files."));
+}
+
+TEST_F(SearchControlTest, LeavesBarAndTimerAtRest) {
+  MakeFiles(5);
+  AddRow("/data/*.*");
+  control.RunSearch();
+  EXPECT_EQ(frm.pbMain.Value(), 0);
+  EXPECT_FALSE(frm.tmrProgress.Enabled());
+  EXPECT_EQ(frm.tmrProgress.Tag(), "");
+  EXPECT_THAT(events.timers, IsEmpty());
+}
+
+TEST_F(SearchControlTest, TicksShowTheWalkAndThenTheFigure) {
+  MakeFiles(4);
+  AddRow("/data/*.*");
+  std::map<MemoryFileSystem::Op, std::string> seen;
+  std::atomic<int> waiting{-1};
+  files.SetHook([&](const MemoryFileSystem::Call& call) {
+    if (call.op != MemoryFileSystem::Op::List && call.op != MemoryFileSystem::Op::Read) return;
+    int none = -1;
+    if (!waiting.compare_exchange_strong(none, static_cast<int>(call.op))) return;
+    events.Wake();
+    waiting.wait(static_cast<int>(call.op));
+  });
+  events.onPump = [&] {
+    const int op = waiting;
+    if (op < 0) return;
+    events.seconds += 1;
+    for (const auto& [id, timer] : events.timers) timer.tick();
+    seen.emplace(static_cast<MemoryFileSystem::Op>(op), frm.msgBar.Text());
+    waiting = -1;
+    waiting.notify_all();
+  };
+  control.RunSearch();
+  EXPECT_EQ(seen[MemoryFileSystem::Op::List], "Searching /data/*.* - 00:00:01 elapsed.");
+  EXPECT_THAT(seen[MemoryFileSystem::Op::Read],
+              testing::MatchesRegex("Search duplicate files in [0-9]* of 4 files... - "
+                                    "00:00:0[0-9] elapsed."));
+  EXPECT_EQ(progress.pbItemsCnt, 4);
+}
+
+TEST_F(SearchControlTest, EmptiesTheListsFirst) {
+  files.MakeFile("/data/a", "");
+  AddRow("/data/*.*");
+  control.RunSearch();
+  files.Remove("/data/a");
+  control.RunSearch();
+  EXPECT_THAT(Names(ResultList::ZeroSize), IsEmpty());
+  EXPECT_EQ(frm.results.tabMain.Caption(1), "Zero Size(0)");
+}
+
+TEST_F(SearchControlTest, HighlightsTheRowsItWalks) {
+  MakeFiles(1);
+  AddExcluded("/data/out/");
+  AddRow("/data/out/*.*");
+  AddRow("/data/*.*");
+  control.RunSearch();
+  EXPECT_FALSE(frm.lstPath.Selected(1) || frm.lstPath.Selected(2));
+  EXPECT_TRUE(frm.lstPath.Selected(3));
+}
+
+TEST_F(SearchControlTest, GroupsWithoutATargetAreLeftOut) {
+  files.MakeFile("/area/a", "same");
+  files.MakeFile("/area/b", "same");
+  files.MakeFile("/data/c", "else");
+  AddRow("/data/*.*");
+  AddRow("/area/*.*", "No");
+  control.RunSearch();
+  EXPECT_THAT(Names(ResultList::Duplicates), IsEmpty());
+}
+
+// With all rows as targets a read error is reported; with an excluded row among them the range may be dissolved.
+TEST_F(SearchControlTest, AnExcludedRowMeansThatNotAllAreTargets) {
+  files.MakeFile("/data/a", "same");
+  files.MakeFile("/data/b", "else");
+  files.FailOpen("/data/a", Errors::PermissionDenied);
+  AddRow("/data/*.*");
+  control.RunSearch();
+  EXPECT_THAT(Names(ResultList::ReadErrors), ElementsAre("a"));
+  AddExcluded("/data/out/");
+  control.RunSearch();
+  EXPECT_THAT(Names(ResultList::ReadErrors), IsEmpty());
+}
+
+TEST_F(SearchControlTest, ReadsTheTicksOfItsCheckBoxes) {
+  files.MakeFile("/data/.hidden", "");
+  files.MakeFile("/usr/a", "");
+  AddRow("/data/*.*");
+  AddRow("/usr/*.*");
+  control.RunSearch();
+  EXPECT_THAT(Names(ResultList::ZeroSize), IsEmpty());
+  frm.chkHidden.Value = true;
+  frm.chkProtectWinDir.Value = false;
+  control.RunSearch();
+  EXPECT_THAT(Names(ResultList::ZeroSize), ElementsAre(".hidden", "a"));
+  frm.lstSrchType.SetTicked(0, false);
+  control.RunSearch();
+  EXPECT_THAT(Names(ResultList::ZeroSize), IsEmpty());
+}
+
+TEST_F(SearchControlTest, ReadsVersionsIfTicked) {
+  files.MakeFile("/data/a", "");
+  AddRow("/data/*.*");
+  ListView& zero = frm.results.List(ResultList::ZeroSize);
+  control.RunSearch();
+  EXPECT_LT(zero.SubItems(1), kVersionItem);
+  frm.chkVer.Value = true;
+  control.RunSearch();
+  EXPECT_EQ(zero.Cell(1, kVersionItem), "a");
+  EXPECT_EQ(zero.Tag(), kVersionTag);
+}
+
+TEST_F(SearchControlTest, ManyRowsAllArrive) {
+  for (int i = 0; i < 10'000; ++i) files.MakeFile("/data/" + std::to_string(i), "");
+  AddRow("/data/*.*");
+  control.RunSearch();
+  EXPECT_EQ(frm.results.List(ResultList::ZeroSize).Count(), 10'000);
+}
+
+TEST_F(SearchControlTest, TheSearchStandsStillWhileABoxIsOpen) {
+  MakeFiles(2);
+  shell.programFilesDir.clear();
+  dialogs.expected = {"Error getting program files folder location."};
+  dialogs.onBox = [&] {
+    events.Pump(std::chrono::milliseconds(0));
+    EXPECT_THAT(files.Calls(), IsEmpty());
+  };
+  AddRow("/data/*.*");
+  control.RunSearch();
+  EXPECT_THAT(dialogs.icons, ElementsAre(BoxIcon::None));
+  EXPECT_EQ(control.SrchFileCnt(), 1);
+}
+
+TEST_F(SearchControlTest, CancelDuringTheWalkGivesTheFigureNought) {
+  MakeFiles(100);
+  AddRow("/data/*.*");
+  CancelAtFirst(MemoryFileSystem::Op::List);
+  control.RunSearch();
+  EXPECT_EQ(control.SrchFileCnt(), 0);
+  EXPECT_THAT(messages, testing::Contains("Stopping ..."));
+  EXPECT_EQ(frm.msgBar.Text(), "Completed in 00:00:00, searched 0 files.");
+  EXPECT_FALSE(frm.tmrProgress.Enabled());
+  EXPECT_THAT(Names(ResultList::Duplicates), IsEmpty());
+}
+
+TEST_F(SearchControlTest, CancelDuringTheComparisonKeepsWhatTheListsHold) {
+  MakeFiles(4);
+  files.MakeFile("/data/empty", "");
+  AddRow("/data/*.*");
+  CancelAtFirst(MemoryFileSystem::Op::Open);
+  control.RunSearch();
+  EXPECT_THAT(Names(ResultList::ZeroSize), ElementsAre("empty"));
+  EXPECT_EQ(frm.results.tabMain.Caption(1), "Zero Size(1)");
+  EXPECT_EQ(control.SrchFileCnt(), 4);
+}
+
+TEST_F(SearchControlTest, ASearchAfterACancelledOneRunsThrough) {
+  MakeFiles(4);
+  AddRow("/data/*.*");
+  CancelAtFirst(MemoryFileSystem::Op::List);
+  control.RunSearch();
+  control.RunSearch();
+  EXPECT_EQ(control.SrchFileCnt(), 3);
+  EXPECT_EQ(frm.results.List(ResultList::Duplicates).Count(), 4);
+}
+
+TEST_F(SearchControlTest, CancelStopsTheTimerAtOnce) {
+  frm.tmrProgress.Enabled = true;
+  frm.tmrProgress.Tag = "7";
+  control.CancelSearch();
+  EXPECT_EQ(frm.msgBar.Text(), "Stopping ...");
+  EXPECT_TRUE(progress.CancelSrch);
+  EXPECT_FALSE(frm.tmrProgress.Enabled());
+  EXPECT_EQ(frm.tmrProgress.Tag(), "");
+}
+
+TEST_F(SearchControlTest, AFailureComesThroughAndLeavesTheWindowUsable) {
+  const std::vector<CellValue> cells = {"Yes", "many", "", "", "Yes"};
+  frm.lstPath.SetSmallIcon(frm.lstPath.AddRow("/data/*.*", cells), ScopeRow::kIncluded);
+  try {
+    control.RunSearch();
+    FAIL() << "a size that is no number was taken";
+  } catch (const Failure& failure) {
+    EXPECT_EQ(failure.Number(), Errors::TypeMismatch);
+  }
+  EXPECT_FALSE(frm.tmrProgress.Enabled());
+  for (const ListView& lst : frm.results.lstResult) EXPECT_TRUE(lst.Visible());
+}
+
+TEST_F(SearchControlTest, AFailureWhileAListFillsShowsIt) {
+  MakeFiles(2);
+  AddRow("/data/*.*");
+  ListView& duplicates = frm.results.List(ResultList::Duplicates);
+  duplicates.Listen([&](const Notice& notice) {
+    if (notice.what == Notice::What::Visible && notice.when == Notice::When::After && !duplicates.Visible()) {
+      throw Failure(Errors::Device);
+    }
+  });
+  EXPECT_THROW(control.RunSearch(), Failure);
+  EXPECT_TRUE(duplicates.Visible());
+}
+
+TEST_F(SearchControlTest, TooManyRowsForTheCounterFail) {
+  for (int i = 0; i < 32'768; ++i) frm.lstPath.AddRow("/data/*.*");
+  try {
+    control.RunSearch();
+    FAIL() << "row 32768 was counted";
+  } catch (const Failure& failure) {
+    EXPECT_EQ(failure.Number(), Errors::Overflow);
+  }
+}
+
+TEST_F(SearchControlTest, TheClosingReportCountsTheLists) {
+  files.MakeFile("/data/a", "same");
+  files.MakeFile("/data/b", "same");
+  AddRow("/data/*.*");
+  control.RunSearch();
+  EXPECT_THAT(GetReportCountStr(frm.results), HasSubstr("No. of duplicate(same-content) files: 2, 1 group(s)\r\n"));
+}
+
+}  // namespace
+}  // namespace tresmor
