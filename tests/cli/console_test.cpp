@@ -22,7 +22,7 @@ class RunConsoleTest : public tests::ConsoleTest {
     ErrorOutput errors(scratch.File(), ErrorDevice::File);
     const char* argv[] = {"tresmor-cli", "find", "/data"};
     const int status =
-        RunConsole(3, argv, {files, shell, events, "/work", out.get(), false, errors, [] { return false; }, [] {}});
+        RunConsole(3, argv, {files, shell, events, "/home", out.get(), false, errors, [] { return false; }, [] {}});
     err = scratch.Text();
     return status;
   }

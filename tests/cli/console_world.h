@@ -42,7 +42,7 @@ struct ConsoleRun {
 
 class ConsoleTest : public testing::Test {
  protected:
-  // Runs "tresmor-cli" with these arguments, in the working folder "/work".
+  // Runs "tresmor-cli" with these arguments, in the working folder "/home".
   ConsoleRun Run(const std::vector<std::string>& arguments) {
     std::vector<const char*> argv = {"tresmor-cli"};
     for (const std::string& argument : arguments) argv.push_back(argument.c_str());
@@ -50,7 +50,7 @@ class ConsoleTest : public testing::Test {
     Scratch err;
     ErrorOutput errors(err.File(), errDevice);
     const int status = RunConsole(static_cast<int>(argv.size()), argv.data(),
-                                  {files, shell, events, "/work", out.File(), outIsTerminal, errors,
+                                  {files, shell, events, "/home", out.File(), outIsTerminal, errors,
                                    [this] { return interrupted.load(); }, [this] { ++ends; }});
     errors.ClearProgress();
     return {status, out.Text(), err.Text()};

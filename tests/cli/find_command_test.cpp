@@ -259,12 +259,12 @@ TEST_F(FindTest, ToleranceIsHandedOn) {
 }
 
 TEST_F(FindTest, RelativePathsStartInTheWorkingFolder) {
-  MakeFile("/work/data/a", "");
-  MakeFile("/work/b", "");
-  EXPECT_EQ(Find({"data", "--types", "zero", "--format", "groups"}).out, "/work/data/a\n");
-  EXPECT_EQ(Find({"./data//.", "--types", "zero", "--format", "groups"}).out, "/work/data/a\n");
-  EXPECT_EQ(Find({".", "--types", "zero", "--format", "groups"}).out, "/work/data/a\n/work/b\n");
-  EXPECT_EQ(Find({"data/..", "--types", "zero", "--format", "groups"}).out, "/work/data/../data/a\n/work/data/../b\n");
+  MakeFile("/home/data/a", "");
+  MakeFile("/home/b", "");
+  EXPECT_EQ(Find({"data", "--types", "zero", "--format", "groups"}).out, "/home/data/a\n");
+  EXPECT_EQ(Find({"./data//.", "--types", "zero", "--format", "groups"}).out, "/home/data/a\n");
+  EXPECT_EQ(Find({".", "--types", "zero", "--format", "groups"}).out, "/home/data/a\n/home/b\n");
+  EXPECT_EQ(Find({"data/..", "--types", "zero", "--format", "groups"}).out, "/home/data/../data/a\n/home/data/../b\n");
 }
 
 TEST_F(FindTest, AFolderMayHaveAnyName) {
