@@ -33,7 +33,7 @@ class SearchObserver {
   virtual void ShowMessage(std::string text) = 0;     // straight into the message panel
   virtual void SetProgressMsg(std::string text) = 0;  // template with the placeholder "[value]"
   virtual void SetItemsCnt(std::int64_t count) = 0;   // catalogued files, the divisor of the progress bar
-  virtual void SetTag(std::int64_t index) = 0;        // progress value; called once for each file, must be cheap
+  virtual void SetTag(std::int64_t index) = 0;        // progress value; called once a file at the most, must be cheap
   virtual void ClearTag() = 0;
   virtual void SetBar(int percent) = 0;
   virtual void EnableTimer(bool on) = 0;

@@ -16,9 +16,9 @@ enum class SizeRule { SameSize, DifferentSizes };
 
 // Knows nothing of files and bytes: it is told which records failed in a block and which pairs agree there.
 //
-// The first block sorts the records that have no group into groups, each named after its lowest record. Later blocks
-// only shrink and split them: a member that disagrees with the group's leader is dropped, and those dropped from one
-// group in one block may form a new group under the lowest of them. What is left over takes no part any more.
+// In the first block records that agree and have no group yet become one, named after its lowest record. From then on
+// nobody joins: whoever disagrees with the group's leader has to go, and those who had to go from one group in one
+// block may stand together under the lowest of them. What is left over takes no part any more.
 class Verdict {
  public:
   // Records are told by their place in `range` from here on; `first` is the table's index of range[0]. With `tolerant`
