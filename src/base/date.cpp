@@ -6,6 +6,7 @@
 #include <array>
 #include <charconv>
 #include <chrono>
+#include <clocale>
 #include <ctime>
 #include <limits>
 #include <utility>
@@ -149,19 +150,19 @@ struct Month {
   std::string full, shortForm;  // of the locale
 };
 
+// Some locales fill short names up with blanks.
+Month MonthOfLocale(std::string_view english, nl_item full, nl_item shortForm) {
+  return {english, std::string(TrimBlanks(nl_langinfo(full))), std::string(TrimBlanks(nl_langinfo(shortForm)))};
+}
+
 const std::array<Month, 12>& Months() {
-  static const std::array<Month, 12> months = {{{"January", nl_langinfo(MON_1), nl_langinfo(ABMON_1)},
-                                                {"February", nl_langinfo(MON_2), nl_langinfo(ABMON_2)},
-                                                {"March", nl_langinfo(MON_3), nl_langinfo(ABMON_3)},
-                                                {"April", nl_langinfo(MON_4), nl_langinfo(ABMON_4)},
-                                                {"May", nl_langinfo(MON_5), nl_langinfo(ABMON_5)},
-                                                {"June", nl_langinfo(MON_6), nl_langinfo(ABMON_6)},
-                                                {"July", nl_langinfo(MON_7), nl_langinfo(ABMON_7)},
-                                                {"August", nl_langinfo(MON_8), nl_langinfo(ABMON_8)},
-                                                {"September", nl_langinfo(MON_9), nl_langinfo(ABMON_9)},
-                                                {"October", nl_langinfo(MON_10), nl_langinfo(ABMON_10)},
-                                                {"November", nl_langinfo(MON_11), nl_langinfo(ABMON_11)},
-                                                {"December", nl_langinfo(MON_12), nl_langinfo(ABMON_12)}}};
+  static const std::array<Month, 12> months = {
+      MonthOfLocale("January", MON_1, ABMON_1),    MonthOfLocale("February", MON_2, ABMON_2),
+      MonthOfLocale("March", MON_3, ABMON_3),      MonthOfLocale("April", MON_4, ABMON_4),
+      MonthOfLocale("May", MON_5, ABMON_5),        MonthOfLocale("June", MON_6, ABMON_6),
+      MonthOfLocale("July", MON_7, ABMON_7),       MonthOfLocale("August", MON_8, ABMON_8),
+      MonthOfLocale("September", MON_9, ABMON_9),  MonthOfLocale("October", MON_10, ABMON_10),
+      MonthOfLocale("November", MON_11, ABMON_11), MonthOfLocale("December", MON_12, ABMON_12)};
   return months;
 }
 
@@ -186,6 +187,53 @@ std::optional<DateStamp> DateWithName(const Pieces& pieces) {
   return std::nullopt;
 }
 
+// What a cell can hold of `stamp`.
+chr::seconds HeldStamp(DateStamp stamp) {
+  constexpr DateStamp kFirst = Midnight(chr::sys_days{chr::year{0} / 1 / 1});
+  constexpr DateStamp kLast = Midnight(chr::sys_days{chr::year{10000} / 1 / 1}) - 1;
+  return chr::seconds{std::clamp(stamp, kFirst, kLast)};
+}
+
+chr::sys_days DayOf(DateStamp stamp) { return kDayZero + chr::floor<chr::days>(HeldStamp(stamp)); }
+
+std::string WriteDay(chr::sys_days day, const std::string& format) {
+  const chr::year_month_day date{day};
+  std::tm fields{};
+  fields.tm_year = static_cast<int>(date.year()) - 1900;
+  fields.tm_mon = static_cast<int>(static_cast<unsigned>(date.month())) - 1;
+  fields.tm_mday = static_cast<int>(static_cast<unsigned>(date.day()));
+  fields.tm_wday = static_cast<int>(chr::weekday{day}.c_encoding());
+  std::array<char, 256> text{};
+  return {text.data(), std::strftime(text.data(), text.size(), format.c_str(), &fields)};
+}
+
+std::string WriteIso(chr::sys_days day) { return ReplaceAll(FormatStamp(Midnight(day)).substr(0, 10), "/", "-"); }
+
+// The inverse of WriteDay: only what it writes, byte for byte.
+std::optional<DateStamp> ReadWritten(const std::string& text, const std::string& format) {
+  std::tm fields{};
+  const char* const end = strptime(text.c_str(), format.c_str(), &fields);
+  if (end != text.c_str() + text.size() || fields.tm_year < -1900 || fields.tm_mday < 1) return std::nullopt;
+  const auto date = Midnight(static_cast<unsigned>(fields.tm_year + 1900), static_cast<unsigned>(fields.tm_mon + 1),
+                             static_cast<unsigned>(fields.tm_mday));
+  if (!date || WriteDay(DayOf(*date), format) != text) return std::nullopt;
+  return date;
+}
+
+std::optional<DateStamp> ReadDay(std::string_view text, DateOrder order, const std::string& format) {
+  const auto date = ParseDate(text, order);
+  return date ? date : ReadWritten(std::string(TrimBlanks(text)), format);
+}
+
+bool IsCLocale(std::string_view name) { return name == "C" || name == "POSIX" || name.starts_with("C."); }
+
+// Two digits of a year don't tell it.
+const std::string& LocaleFormat() {
+  static const std::string format =
+      IsCLocale(std::setlocale(LC_TIME, nullptr)) ? "%Y-%m-%d" : ReplaceAll(nl_langinfo(D_FMT), "%y", "%Y");
+  return format;
+}
+
 }  // namespace
 
 DateStamp UtcStamp(std::int64_t unixSeconds) {
@@ -201,9 +249,7 @@ DateStamp LocalStamp(std::int64_t unixSeconds) {
 }
 
 std::string FormatStamp(DateStamp stamp) {
-  constexpr DateStamp kFirst = Midnight(chr::sys_days{chr::year{0} / 1 / 1});
-  constexpr DateStamp kLast = Midnight(chr::sys_days{chr::year{10000} / 1 / 1}) - 1;
-  const chr::seconds seconds{std::clamp(stamp, kFirst, kLast)};
+  const chr::seconds seconds = HeldStamp(stamp);
   const auto days = chr::floor<chr::days>(seconds);
   const chr::year_month_day date{kDayZero + days};
   std::string text = "yyyy/mm/dd hh:mm:ss";
@@ -279,7 +325,26 @@ std::optional<DateStamp> ParseDate(std::string_view text, DateOrder order) {
 
 std::optional<DateStamp> ParseDate(std::string_view text) {
   static const DateOrder order = OrderOf(nl_langinfo(D_FMT));
-  return ParseDate(text, order);
+  return ReadDay(text, order, LocaleFormat());
+}
+
+std::string FormatDay(DateStamp stamp, const std::string& format) {
+  const chr::sys_days day = DayOf(stamp);
+  std::string text = WriteDay(day, format);
+  return ReadDay(text, OrderOf(format), format) == Midnight(day) ? text : WriteIso(day);
+}
+
+std::string FormatDay(DateStamp stamp) { return FormatDay(stamp, LocaleFormat()); }
+
+std::string FormatNamedDay(DateStamp stamp) {
+  const chr::sys_days day = DayOf(stamp);
+  const std::string iso = WriteIso(day);
+  const Month& month = Months()[static_cast<unsigned>(chr::year_month_day{day}.month()) - 1];
+  const auto with = [&iso](std::string_view name) {
+    return iso.substr(8, 2) + " " + std::string(name) + " " + iso.substr(0, 4);
+  };
+  std::string text = with(month.shortForm);
+  return ParseDate(text) == Midnight(day) ? text : with(month.english.substr(0, 3));
 }
 
 std::string FormatElapsed(std::int64_t seconds) {

@@ -36,8 +36,20 @@ DateOrder OrderOf(std::string_view format);
 // two digits lie between 1930 and 2029. What the locale says is read at the first call and kept: any thread may call.
 // None if it is no date.
 std::optional<DateStamp> ParseDate(std::string_view text, DateOrder order);
-// The same in the order of the process's locale.
+// The same in the order of the process's locale, and by that locale's own short form.
 std::optional<DateStamp> ParseDate(std::string_view text);
+// Whether a text is a date by that.
+inline bool IsDateText(std::string_view value) { return ParseDate(value).has_value(); }
+
+// The day of `stamp` as `format`, one of strftime, writes it in the process's locale; as ISO ("2003-07-02") where that
+// could not be read back as the same day. Year 0 to 9999, others are held at the nearest.
+std::string FormatDay(DateStamp stamp, const std::string& format);
+// The same in the short form of the process's locale, the year with all digits; ISO in the C locale. What is written
+// is read by ParseDate(text). Any thread may call, as for ParseDate.
+std::string FormatDay(DateStamp stamp);
+// "dd mmm yyyy" with the locale's short name of the month, or the English one where the locale's could not be read
+// back by ParseDate(text).
+std::string FormatNamedDay(DateStamp stamp);
 
 // Seconds as "hh:mm:ss", a time of day: wraps at 24 hours.
 std::string FormatElapsed(std::int64_t seconds);

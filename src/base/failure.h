@@ -44,4 +44,13 @@ class Failure : public std::exception {
   std::string description_;
 };
 
+// For steps of which each is taken whether or not the others could be.
+template <class Step>
+void PassOverFailure(Step&& step) {
+  try {
+    step();
+  } catch (const Failure&) {
+  }
+}
+
 }  // namespace tresmor

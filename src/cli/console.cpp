@@ -5,22 +5,31 @@
 #include <new>
 
 #include "base/failure.h"
+#include "cli/export_list_command.h"
 #include "cli/find_command.h"
+#include "cli/mark_command.h"
 #include "cli/output.h"
+#include "cli/run_command.h"
+#include "cli/show_command.h"
 
 namespace tresmor {
 namespace {
 
-int Run(int argc, const char* const* argv, const ConsolePorts& ports) {
-  const auto command = ParseCommandLine(argc, argv);
-  if (const auto* text = std::get_if<std::string>(&command)) {
+struct Execute {
+  const ConsolePorts& ports;
+
+  int operator()(const std::string& text) const {
     Output out(ports.out);
-    out.Write(*text);
+    out.Write(text);
     out.Flush();
     return kRanThrough;
   }
-  return FindCommand(std::get<FindOptions>(command), ports);
-}
+  int operator()(const FindOptions& options) const { return FindCommand(options, ports); }
+  int operator()(const RunOptions& options) const { return RunCommand(options, ports); }
+  int operator()(const ShowOptions& options) const { return ShowCommand(options, ports); }
+  int operator()(const MarkOptions& options) const { return MarkCommand(options, ports); }
+  int operator()(const ExportOptions& options) const { return ExportListCommand(options, ports); }
+};
 
 int Fail(ErrorOutput& err, const std::string& text, int status) {
   err.Say(text);
@@ -37,7 +46,7 @@ int FailToWrite(ErrorOutput& err, int error) {
 
 int RunConsole(int argc, const char* const* argv, const ConsolePorts& ports) {
   try {
-    return Run(argc, argv, ports);
+    return std::visit(Execute{ports}, ParseCommandLine(argc, argv));
   } catch (const WrongUse& wrong) {
     return Fail(ports.err, wrong.what(), kWrongUse);
   } catch (const WriteFailure& failure) {

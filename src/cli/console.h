@@ -8,6 +8,7 @@
 #include "cli/error_output.h"
 #include "platform/event_queue.h"
 #include "platform/file_system.h"
+#include "platform/file_writer.h"
 #include "platform/shell.h"
 
 namespace tresmor {
@@ -16,6 +17,7 @@ enum ExitStatus : int { kRanThrough = 0, kReadErrors = 1, kWrongUse = 2, kFailed
 
 struct ConsolePorts {
   const FileSystem& files;
+  const FileWriter& writer;
   const Shell& shell;
   EventQueue& events;
   std::string workingFolder;  // absolute

@@ -35,6 +35,10 @@ BoxAnswer ErrorOutput::MessageBox(const std::string& text, BoxIcon, const std::s
   return buttons == BoxButtons::Ok ? BoxAnswer::Ok : BoxAnswer::Cancel;
 }
 
+std::optional<std::string> ErrorOutput::OpenFileDlg(const FileQuestion&) { return std::nullopt; }
+
+void ErrorOutput::ShowModal(FrmMyMsgBox& form) { Say(form.lblMsg.Caption()); }
+
 void ErrorOutput::Put(std::string_view text) {
   std::fwrite(text.data(), 1, text.size(), file_);
   std::fflush(file_);

@@ -2,9 +2,11 @@
 #pragma once
 
 #include <cstdio>
+#include <optional>
 #include <string>
 #include <string_view>
 
+#include "desk/guarded_msg.h"
 #include "platform/dialogs.h"
 
 namespace tresmor {
@@ -12,7 +14,7 @@ namespace tresmor {
 enum class ErrorDevice { Terminal, File };
 
 // Texts may hold anything; each is one line, made visible. Failures of writing here are passed over.
-class ErrorOutput final : public Dialogs {
+class ErrorOutput final : public Dialogs, public ModalForms {
  public:
   ErrorOutput(std::FILE* file, ErrorDevice device) : file_(file), device_(device) {}
   ~ErrorOutput() override;
@@ -28,6 +30,9 @@ class ErrorOutput final : public Dialogs {
 
   // Nobody is there to answer: the text is printed, and the box counts as closed.
   BoxAnswer MessageBox(const std::string& text, BoxIcon icon, const std::string& title, BoxButtons buttons) override;
+  // Always none: paths are given as arguments here.
+  std::optional<std::string> OpenFileDlg(const FileQuestion& question) override;
+  void ShowModal(FrmMyMsgBox& form) override;
 
  private:
   void Put(std::string_view text);

@@ -11,6 +11,7 @@
 #include "cli/interrupt.h"
 #include "platform/posix/event_queue_posix.h"
 #include "platform/posix/posix_file_system.h"
+#include "platform/posix/posix_file_writer.h"
 #include "platform/posix/posix_shell.h"
 
 namespace {
@@ -29,12 +30,13 @@ int main(int argc, char** argv) {
   std::signal(SIGPIPE, SIG_IGN);
   tresmor::CatchInterrupts();
   const tresmor::PosixFileSystem files;
+  const tresmor::PosixFileWriter writer;
   const tresmor::PosixShell shell;
   tresmor::PosixEventQueue events;
   tresmor::ErrorOutput err(stderr, DeviceOfStderr());
   std::error_code nowhere;  // a working folder that is gone: relative paths then don't exist
   const std::string workingFolder = std::filesystem::current_path(nowhere).string();
   return tresmor::RunConsole(argc, argv,
-                             {files, shell, events, workingFolder, stdout, isatty(STDOUT_FILENO) != 0, err,
+                             {files, writer, shell, events, workingFolder, stdout, isatty(STDOUT_FILENO) != 0, err,
                               tresmor::Interrupted, tresmor::ReleaseInterrupts});
 }

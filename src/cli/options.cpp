@@ -4,26 +4,15 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
-#include <map>
+#include <functional>
 #include <sstream>
 #include <utility>
 
-#include "base/path.h"
+#include "cli/option_parts.h"
+#include "cli/session_options.h"
 
 namespace tresmor {
 namespace {
-
-const std::map<std::string, SrchType> kTypes = {{"zero", SrchType::ZeroSize},
-                                                {"duplicates", SrchType::Duplicates},
-                                                {"names", SrchType::SameName},
-                                                {"portions", SrchType::Portions}};
-const std::map<std::string, OutputFormat> kFormats = {{"text", OutputFormat::Text},
-                                                      {"groups", OutputFormat::Groups},
-                                                      {"groups0", OutputFormat::Groups0},
-                                                      {"json", OutputFormat::Json},
-                                                      {"csv", OutputFormat::Csv}};
-const std::map<std::string, ProgressWhen> kProgress = {
-    {"auto", ProgressWhen::Auto}, {"always", ProgressWhen::Always}, {"never", ProgressWhen::Never}};
 
 constexpr char kFooter[] =
     "Formats:\n"
@@ -32,17 +21,16 @@ constexpr char kFooter[] =
     "           duplicates by default. Of the type zero, each file. Escaped as in text only on a terminal\n"
     "  groups0  the same with NUL in place of each line end, never escaped\n"
     "  json     all lists; dates are UTC, null for hidden files; a path that is not UTF-8 also as path_base64\n"
-    "  csv      all lists as a table with the columns list,group,folder,name,size,date\n"
+    "  csv      all lists as a table with the columns list,group,folder,name,size,date and version if asked for\n"
     "\n"
     "Exit status: 0 ran through, 1 ran through but files could not be read, 2 wrong use, 3 failed, 130 cancelled.\n"
+    "With --area or --exclude a file that could not be read may go unreported, and the status is then 0.\n"
     "Ctrl-C ends the search and prints what was found so far; once more ends at once.";
 
-// What the options of the command line are parsed into before they mean something together.
-struct Typed {
+// What the options of a search are parsed into before they mean something together.
+struct TypedFind {
   FindOptions options;
   std::vector<std::string> types;
-  std::string format = "text";
-  std::string progress = "auto";
   std::optional<std::string> since;
 };
 
@@ -57,45 +45,30 @@ std::string CheckKb(const std::string& text) {
   return ReadKb(text) ? "" : "'" + text + "' is no whole number from 0 to 2147483647.";
 }
 
-void AddScopeOptions(CLI::App& find, Typed& typed) {
+void AddScopeOptions(CLI::App& find, TypedFind& typed) {
   FindOptions& options = typed.options;
   find.add_option("PATH", options.paths, "Folders whose files are judged")->type_name("")->required();
-  find.add_option("--area", options.areas, "Also search DIR, only for something to compare with (repeatable)")
-      ->type_name("DIR")
-      ->allow_extra_args(false);
-  find.add_option("--exclude", options.excludes, "Keep out of DIR (repeatable)")
-      ->type_name("DIR")
-      ->allow_extra_args(false);
+  TakesOneEachTime(
+      find.add_option("--area", options.areas, "Also search DIR, only for something to compare with (repeatable)"),
+      "DIR");
+  TakesOneEachTime(find.add_option("--exclude", options.excludes, "Keep out of DIR (repeatable)"), "DIR");
   find.add_option("--pattern", options.pattern, "File names to take, such as \"*.jpg;*.png\"")->capture_default_str();
   find.add_option("--min-kb", options.minKb, "Only files of more than N kilobytes")->type_name("N")->check(CheckKb);
   find.add_option("--max-kb", options.maxKb, "Only files of fewer than N kilobytes")->type_name("N")->check(CheckKb);
-  find.add_option("--since", typed.since, "Only files modified at or after DATE")->type_name("DATE");
+  find.add_option("--since", typed.since, "Only files modified at or after DATE, local time")->type_name("DATE");
   find.add_flag("--no-subfolders", options.noSubfolders, "Only the folders themselves");
   find.add_flag("--hidden", options.hidden, "Hidden files and folders too");
   find.add_flag("--no-protect", options.noProtect, "Search the system's own folders too");
 }
 
-// One of the names of a table, told by what is wrong and not in the help.
-template <class Value>
-CLI::Validator OneOf(const std::map<std::string, Value>& names) {
-  return CLI::IsMember(names).description("");
-}
-
-void AddResultOptions(CLI::App& find, Typed& typed) {
-  FindOptions& options = typed.options;
-  find.add_option("--types", typed.types, "Of zero, duplicates, names, portions; by default the first three")
-      ->type_name("TYPE,...")
-      ->delimiter(',')
-      ->allow_extra_args(false)
-      ->check(OneOf(kTypes));
-  find.add_flag("--tolerant", options.tolerant, "Take files that differ in a few places for equal too");
-  find.add_option("--format", typed.format, "text, groups, groups0, json or csv")
-      ->type_name("FORMAT")
-      ->check(OneOf(kFormats));
-  find.add_option("--progress", typed.progress, "auto (if stderr is a terminal), always or never")
-      ->type_name("WHEN")
-      ->check(OneOf(kProgress));
-  find.add_flag("--quiet", options.quiet, "No remarks on stderr, only errors");
+CLI::App& AddFind(CLI::App& app, TypedFind& typed) {
+  CLI::App& find = *app.add_subcommand("find", "Search folders");
+  AddScopeOptions(find, typed);
+  AddTypes(find, typed.types, "Of zero, duplicates, names, portions; by default the first three");
+  find.add_flag("--tolerant", typed.options.tolerant, "Take files that differ in a few places for equal too");
+  AddSearchOptions(find, typed.options);
+  find.footer(kFooter);
+  return find;
 }
 
 // The arguments as the parser takes them, from the end. It would take "[a,b]" for a list of two and "++" for a mark: a
@@ -118,28 +91,6 @@ std::vector<std::string> GuardedArguments(int argc, const char* const* argv) {
   return arguments;
 }
 
-void RemoveGuards(FindOptions& options) {
-  for (std::vector<std::string>* texts : {&options.paths, &options.areas, &options.excludes}) {
-    for (std::string& text : *texts) text = StripNul(text);
-  }
-  options.pattern = StripNul(options.pattern);
-}
-
-void TakeTypes(const std::vector<std::string>& names, FindOptions& options) {
-  const bool groups = options.format == OutputFormat::Groups || options.format == OutputFormat::Groups0;
-  const auto take = [&](SrchType type) { options.types[static_cast<std::size_t>(type)] = true; };
-  for (const std::string& name : names) take(kTypes.at(name));
-  if (names.empty()) {
-    take(SrchType::Duplicates);
-    if (groups) return;
-    take(SrchType::ZeroSize);
-    take(SrchType::SameName);
-  }
-  if (groups && std::count(options.types.begin(), options.types.end(), true) != 1) {
-    throw WrongUse("This format prints one type: give --types only one.");
-  }
-}
-
 void CheckPattern(const std::string& pattern) {
   if (pattern.empty()) throw WrongUse("Please input file type.");
   if (pattern.find('/') != std::string::npos) {
@@ -147,13 +98,13 @@ void CheckPattern(const std::string& pattern) {
   }
 }
 
-FindOptions Settle(Typed typed) {
+FindOptions Settle(TypedFind typed) {
   FindOptions options = std::move(typed.options);
-  RemoveGuards(options);
+  for (std::vector<std::string>* texts : {&options.paths, &options.areas, &options.excludes}) RemoveGuards(*texts);
+  RemoveGuard(options.pattern);
+  RemoveGuard(options.save);
   CheckPattern(options.pattern);
-  options.format = kFormats.at(typed.format);
-  options.progress = kProgress.at(typed.progress);
-  TakeTypes(typed.types, options);
+  TakeTypes(typed.types, {SrchType::ZeroSize, SrchType::Duplicates, SrchType::SameName}, options);
   if (!options.minKb.empty() && !options.maxKb.empty() && *ReadKb(options.maxKb) < *ReadKb(options.minKb)) {
     throw WrongUse("Max File Size(" + options.maxKb + ") must be greater than Min File Size(" + options.minKb + ").");
   }
@@ -164,22 +115,35 @@ FindOptions Settle(Typed typed) {
   return options;
 }
 
+// Where the user is shown the way.
+std::string HelpOf(const CLI::App& app) {
+  const std::vector<CLI::App*> chosen = app.get_subcommands();
+  return chosen.empty() ? "tresmor-cli --help" : "tresmor-cli " + chosen.front()->get_name() + " --help";
+}
+
 }  // namespace
 
-ResultList FindOptions::ListOfGroups() const {
+ResultList PrintOptions::ListOfGroups() const {
   const auto first = std::find(types.begin(), types.end(), true);
   return static_cast<ResultList>(first - types.begin());
 }
 
-std::variant<FindOptions, std::string> ParseCommandLine(int argc, const char* const* argv) {
-  Typed typed;
+Command ParseCommandLine(int argc, const char* const* argv) {
+  TypedFind find;
+  RunOptions run;
+  TypedShow show;
+  MarkOptions mark;
+  ExportOptions exported;
   CLI::App app("Finds duplicate files, files of the same name, empty files and truncated copies.", "tresmor-cli");
-  app.set_version_flag("--version", "tresmor-cli " TRESMOR_VERSION);
   app.require_subcommand(1);
-  CLI::App& find = *app.add_subcommand("find", "Search folders");
-  AddScopeOptions(find, typed);
-  AddResultOptions(find, typed);
-  find.footer(kFooter);
+  const std::vector<std::pair<CLI::App*, std::function<Command()>>> commands = {
+      {&AddFind(app, find), [&] { return Settle(std::move(find)); }},
+      {&AddRun(app, run), [&] { return Settle(std::move(run)); }},
+      {&AddShow(app, show), [&] { return Settle(std::move(show)); }},
+      {&AddMark(app, mark), [&] { return Settle(std::move(mark)); }},
+      {&AddExport(app, exported), [&] { return Settle(std::move(exported)); }}};
+  app.set_version_flag("--version", "tresmor-cli " TRESMOR_VERSION);
+  for (const auto& [command, settle] : commands) command->set_version_flag("--version", "tresmor-cli " TRESMOR_VERSION);
   try {
     app.parse(GuardedArguments(argc, argv));
   } catch (const CLI::Success& asked) {
@@ -187,9 +151,10 @@ std::variant<FindOptions, std::string> ParseCommandLine(int argc, const char* co
     app.exit(asked, text, text);
     return text.str();
   } catch (const CLI::ParseError& error) {
-    throw WrongUse(error.what() + std::string(". Try 'tresmor-cli find --help'."));
+    throw WrongUse(error.what() + (". Try '" + HelpOf(app) + "'."));
   }
-  return Settle(std::move(typed));
+  return std::find_if(commands.begin(), commands.end(), [](const auto& each) { return each.first->parsed(); })
+      ->second();
 }
 
 }  // namespace tresmor

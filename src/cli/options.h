@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -16,7 +17,27 @@ namespace tresmor {
 enum class OutputFormat { Text, Groups, Groups0, Json, Csv };
 enum class ProgressWhen { Auto, Always, Never };
 
-struct FindOptions {
+// What of a result is printed, and how.
+struct PrintOptions {
+  std::array<bool, kSrchTypes> types{};
+  bool versions = false;
+  OutputFormat format = OutputFormat::Text;
+
+  bool Wants(SrchType type) const { return types[static_cast<std::size_t>(type)]; }
+  // Whether the format is one of mere paths.
+  bool PrintsGroups() const { return format == OutputFormat::Groups || format == OutputFormat::Groups0; }
+  // The one list that such a format prints.
+  ResultList ListOfGroups() const;
+};
+
+// What all searches can be told.
+struct SearchOptions : PrintOptions {
+  std::string save;  // the session file to be written, as it was typed; empty = none
+  bool quiet = false;
+  ProgressWhen progress = ProgressWhen::Auto;
+};
+
+struct FindOptions : SearchOptions {
   std::vector<std::string> paths;  // folders as they were typed
   std::vector<std::string> areas;
   std::vector<std::string> excludes;
@@ -24,18 +45,47 @@ struct FindOptions {
   std::string minKb;  // whole numbers as text; empty = no limit
   std::string maxKb;
   std::optional<DateStamp> since;  // on the local clock
-  std::array<bool, kSrchTypes> types{};
   bool noSubfolders = false;
   bool hidden = false;
   bool tolerant = false;
   bool noProtect = false;
-  bool quiet = false;
-  OutputFormat format = OutputFormat::Text;
-  ProgressWhen progress = ProgressWhen::Auto;
+};
 
-  bool Wants(SrchType type) const { return types[static_cast<std::size_t>(type)]; }
-  // The one list that a format of mere paths prints.
-  ResultList ListOfGroups() const;
+// `session` is a file as it was typed, here and below. The types are those of the session and not set here.
+struct RunOptions : SearchOptions {
+  std::string session;
+};
+
+struct ShowOptions : PrintOptions {
+  std::string session;
+};
+
+// What stays of a group that is marked wholly, as Smart Marker's dialog is told it.
+struct KeepRule {
+  bool leaveAtLeast1 = true;
+  std::int32_t leaveDate = 0;  // entries of the dialog's lists
+  std::int32_t leaveVer = 0;
+};
+
+inline constexpr KeepRule kKeepNewest = {.leaveDate = 1};
+
+struct MarkOptions {
+  std::string session;
+  ResultList list = ResultList::Duplicates;
+  bool clear = false;
+  std::vector<std::string> folders;  // as they were typed
+  bool subFolders = false;
+  std::string pattern;
+  std::int32_t byDate = 0;  // entries of the dialog's lists
+  std::int32_t bySize = 0;
+  std::int32_t byVersion = 0;
+  KeepRule keep = kKeepNewest;
+};
+
+struct ExportOptions {
+  std::string session;
+  ResultList list = ResultList::Duplicates;
+  std::string file;  // to be written, as it was typed
 };
 
 // What the user must put right; the text says it to them.
@@ -43,7 +93,10 @@ struct WrongUse : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// A search, or a text that was asked for (help, version). Throws WrongUse.
-std::variant<FindOptions, std::string> ParseCommandLine(int argc, const char* const* argv);
+// What is to be done; a text is to be printed (help, version).
+using Command = std::variant<std::string, FindOptions, RunOptions, ShowOptions, MarkOptions, ExportOptions>;
+
+// Throws WrongUse.
+Command ParseCommandLine(int argc, const char* const* argv);
 
 }  // namespace tresmor

@@ -15,7 +15,7 @@ void AppendField(std::string& line, std::string_view text) {
   line.push_back('"');
 }
 
-void PrintList(Output& out, const ResultLists& lists, ResultList kind) {
+void PrintList(Output& out, const PrintOptions& options, const ResultLists& lists, ResultList kind) {
   ResultReader reader(lists.List(kind));
   std::int64_t running = 0;
   std::string line;
@@ -28,7 +28,9 @@ void PrintList(Output& out, const ResultLists& lists, ResultList kind) {
       line.append(1, ',');
       AppendField(line, reader.Name(row));
       line.append(1, ',').append(std::to_string(reader.Size(row))).append(1, ',');
-      line.append(reader.IsoDate(row).value_or("")).append("\r\n");
+      line.append(reader.IsoDate(row).value_or(""));
+      if (options.versions) line.append(1, ',').append(reader.Version(row).value_or(""));
+      line.append("\r\n");
       out.Write(line);
     }
   });
@@ -36,9 +38,10 @@ void PrintList(Output& out, const ResultLists& lists, ResultList kind) {
 
 }  // namespace
 
-void PrintCsv(Output& out, const FindResult& result) {
-  out.Write("list,group,folder,name,size,date\r\n");
-  for (int i = 0; i < kResultLists; ++i) PrintList(out, result.lists, static_cast<ResultList>(i));
+void PrintCsv(Output& out, const PrintOptions& options, const FindResult& result) {
+  out.Write("list,group,folder,name,size,date");
+  out.Write(options.versions ? ",version\r\n" : "\r\n");
+  for (int i = 0; i < kResultLists; ++i) PrintList(out, options, result.lists, static_cast<ResultList>(i));
 }
 
 }  // namespace tresmor

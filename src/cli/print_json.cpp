@@ -20,6 +20,8 @@ Json RowOf(ResultReader& reader, std::int32_t row, const std::optional<std::int6
   const auto date = reader.IsoDate(row);
   object["date"] = date ? Json(*date) : Json();
   if (group) object["group"] = *group;
+  if (const auto version = reader.Version(row)) object["version"] = version->empty() ? Json() : Json(*version);
+  if (reader.Marked(row)) object["marked"] = true;
   if (!IsUtf8(path)) object["path_base64"] = Base64(path);
   return object;
 }
@@ -39,13 +41,19 @@ void PrintList(Output& out, const ResultLists& lists, ResultList kind) {
   if (running > 0) out.Write('\n');
 }
 
+void PrintEnd(Output& out, const SearchEnd& end) {
+  const double milliseconds = std::round(end.seconds * 1000);
+  out.Write("\"searched\": " + Dump(end.searched) + ",\n\"elapsed_seconds\": " + Dump(milliseconds / 1000) +
+            ",\n\"cancelled\": " + Dump(end.cancelled) + ",\n");
+}
+
 }  // namespace
 
 // Written row by row, since a document of a million rows would need more memory than the search.
 void PrintJson(Output& out, const FindResult& result) {
-  const double milliseconds = std::round(result.seconds * 1000);
-  out.Write("{\n\"searched\": " + Dump(result.searched) + ",\n\"elapsed_seconds\": " + Dump(milliseconds / 1000) +
-            ",\n\"cancelled\": " + Dump(result.cancelled) + ",\n\"lists\": {");
+  out.Write("{\n");
+  if (result.end) PrintEnd(out, *result.end);
+  out.Write("\"lists\": {");
   for (int i = 0; i < kResultLists; ++i) {
     const auto kind = static_cast<ResultList>(i);
     out.Write((i == 0 ? "\n" : ",\n") + Dump(ListName(kind)) + ": [");

@@ -48,6 +48,22 @@ std::optional<std::string_view> ResultReader::IsoDate(std::int32_t row) {
   return isoDate_;
 }
 
+std::optional<std::string_view> ResultReader::Version(std::int32_t row) {
+  if (lst_.Tag() != kVersionTag) return std::nullopt;
+  return lst_.CellView(row, kVersionItem, version_);
+}
+
+MarkedRows CountMarked(const ListView& lst) {
+  const ResultReader reader(lst);
+  MarkedRows marked;
+  for (std::int32_t row = 1; row <= lst.Count(); ++row) {
+    if (!reader.Marked(row)) continue;
+    ++marked.count;
+    marked.bytes += reader.Size(row);
+  }
+  return marked;
+}
+
 const char* ListName(ResultList kind) {
   static constexpr std::array<const char*, kResultLists> kNames = {"zero", "duplicates", "names", "portions", "errors"};
   return kNames[static_cast<std::size_t>(kind)];

@@ -36,6 +36,9 @@ class ResultReader {
   std::optional<std::string_view> Date(std::int32_t row);
   // The same as "yyyy-mm-ddThh:mm:ssZ".
   std::optional<std::string_view> IsoDate(std::int32_t row);
+  // Empty for a file that bears none; nothing where the list has no versions.
+  std::optional<std::string_view> Version(std::int32_t row);
+  bool Marked(std::int32_t row) const { return lst_.Checked(row); }
 
  private:
   const ListView& lst_;
@@ -44,7 +47,15 @@ class ResultReader {
   std::string path_;
   std::string date_;
   std::string isoDate_;
+  std::string version_;
 };
+
+// The rows of a list that are marked.
+struct MarkedRows {
+  std::int32_t count = 0;
+  std::int64_t bytes = 0;
+};
+MarkedRows CountMarked(const ListView& lst);
 
 // How scripts name a list: "zero", "duplicates", "names", "portions", "errors".
 const char* ListName(ResultList kind);

@@ -8,6 +8,37 @@
 namespace tresmor {
 namespace {
 
+// `folder` is what `typed` means, with the separator at its end.
+void CheckFolder(const std::string& folder, const std::string& typed, const ScopePorts& ports) {
+  FileStat stat;
+  // The folder may be a link to one, which only a name below it sees through.
+  const Errors failure = ports.files.Stat(folder + ".", stat);
+  if (failure == Errors::None) return;
+  if (failure == Errors::PermissionDenied) throw WrongUse("Path '" + typed + "' may not be entered.");
+  const std::string_view name = std::string_view(folder).substr(0, folder.size() - 1);
+  throw WrongUse("Path '" + typed +
+                 (ExistsPath(ports.files, std::string(name)) ? "' is no folder." : "' does not exist."));
+}
+
+std::string FolderOf(const std::string& typed, const ScopePorts& ports) {
+  if (typed.empty()) throw WrongUse("Path '' does not exist.");
+  std::string folder = AbsoluteFolder(typed, ports);
+  CheckFolder(folder, typed, ports);
+  return folder;
+}
+
+void AddRow(ListView& lstPath, const ScopeRow& row) {
+  const std::vector<CellValue> cells = {row.SubFolder, row.MinSize, row.MaxSize, row.Date, row.SearchTarget};
+  lstPath.SetSmallIcon(lstPath.AddRow(row.Text, cells), ScopeRow::kIncluded);
+}
+
+void AddExcludedRow(ListView& lstPath, const std::string& folder) {
+  const std::vector<CellValue> cells = {"Yes"};
+  lstPath.SetSmallIcon(lstPath.AddRow(folder, cells), ScopeRow::kExcluded);
+}
+
+}  // namespace
+
 // As text alone: "." and doubled separators say nothing and go, but ".." stays, since what it means hangs on links.
 std::string AbsoluteFolder(const std::string& typed, const ScopePorts& ports) {
   const PathStyle style = ports.files.Style();
@@ -22,31 +53,6 @@ std::string AbsoluteFolder(const std::string& typed, const ScopePorts& ports) {
   }
   return folder;
 }
-
-std::string FolderOf(const std::string& typed, const ScopePorts& ports) {
-  if (typed.empty()) throw WrongUse("Path '' does not exist.");
-  std::string folder = AbsoluteFolder(typed, ports);
-  FileStat stat;
-  // The folder may be a link to one, which only a name below it sees through.
-  const Errors failure = ports.files.Stat(folder + ".", stat);
-  if (failure == Errors::None) return folder;
-  if (failure == Errors::PermissionDenied) throw WrongUse("Path '" + typed + "' may not be entered.");
-  const std::string_view name = std::string_view(folder).substr(0, folder.size() - 1);
-  throw WrongUse("Path '" + typed +
-                 (ExistsPath(ports.files, std::string(name)) ? "' is no folder." : "' does not exist."));
-}
-
-void AddRow(ListView& lstPath, const ScopeRow& row) {
-  const std::vector<CellValue> cells = {row.SubFolder, row.MinSize, row.MaxSize, row.Date, row.SearchTarget};
-  lstPath.SetSmallIcon(lstPath.AddRow(row.Text, cells), ScopeRow::kIncluded);
-}
-
-void AddExcludedRow(ListView& lstPath, const std::string& folder) {
-  const std::vector<CellValue> cells = {"Yes"};
-  lstPath.SetSmallIcon(lstPath.AddRow(folder, cells), ScopeRow::kExcluded);
-}
-
-}  // namespace
 
 void AddScopeRows(FrmMain& frm, const FindOptions& options, const ScopePorts& ports) {
   ScopeRow row;
@@ -66,7 +72,23 @@ void AddScopeRows(FrmMain& frm, const FindOptions& options, const ScopePorts& po
   for (const std::string& typed : options.excludes) AddExcludedRow(frm.lstPath, FolderOf(typed, ports));
 }
 
-std::vector<std::string> RowsLeftOut(const FrmMain& frm, const ScopePorts& ports) {
+void CheckScopeRows(const FrmMain& frm, const ScopePorts& ports) {
+  const ListView& lstPath = frm.lstPath;
+  for (std::int32_t row = 1; row <= lstPath.Count(); ++row) {
+    if (lstPath.SmallIcon(row) == ScopeRow::kExcluded) continue;
+    const std::string text = lstPath.Cell(row, kScopeTextItem);
+    const std::string folder(GetFolderOf(text, ports.files.Style()));
+    if (folder.empty()) throw WrongUse("Path '" + text + "' does not exist.");
+    CheckFolder(folder, folder, ports);
+  }
+}
+
+void CheckFolderOfFile(const std::string& typed, const ScopePorts& ports) {
+  const std::string folder(GetFolderOf(typed, ports.files.Style()));
+  FolderOf(folder.empty() ? "." : folder, ports);
+}
+
+std::vector<std::string> RowsLeftOut(const FrmMain& frm, const ScopePorts& ports, const LeftOutWords& words) {
   const PathStyle style = ports.files.Style();
   ProtectDir system(style);
   if (frm.chkProtectWinDir.Value()) {
@@ -85,9 +107,9 @@ std::vector<std::string> RowsLeftOut(const FrmMain& frm, const ScopePorts& ports
     const std::string text = lstPath.Cell(row, kScopeTextItem);
     const std::string start = "'" + std::string(GetFolderOf(text, style)) + "' is not searched: ";
     if (system.HoldsStartOf(text))
-      sentences.push_back(start + "it lies in one of the system's own folders; --no-protect searches them.");
+      sentences.push_back(start + words.protectedFolder);
     else if (excluded.HoldsStartOf(text))
-      sentences.push_back(start + "it lies in a folder given to --exclude.");
+      sentences.push_back(start + words.excluded);
   }
   return sentences;
 }

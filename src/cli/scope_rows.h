@@ -19,7 +19,22 @@ struct ScopePorts {
 // Puts the folders of a command line into lstPath. Throws WrongUse for one that isn't there or is no folder.
 void AddScopeRows(FrmMain& frm, const FindOptions& options, const ScopePorts& ports);
 
+// Throws WrongUse where one of the folders that lstPath searches isn't there or is no folder.
+void CheckScopeRows(const FrmMain& frm, const ScopePorts& ports);
+
+// Throws WrongUse where the folder isn't there in which a file is to be written.
+void CheckFolderOfFile(const std::string& typed, const ScopePorts& ports);
+
+// A folder as it was typed, from the root and with the separator at its end.
+std::string AbsoluteFolder(const std::string& typed, const ScopePorts& ports);
+
+// Why a row is left out, in the words of a command.
+struct LeftOutWords {
+  const char* protectedFolder;
+  const char* excluded;
+};
+
 // A sentence for each row of lstPath that the search will leave out, since it lies in a folder to keep out of.
-std::vector<std::string> RowsLeftOut(const FrmMain& frm, const ScopePorts& ports);
+std::vector<std::string> RowsLeftOut(const FrmMain& frm, const ScopePorts& ports, const LeftOutWords& words);
 
 }  // namespace tresmor

@@ -123,10 +123,15 @@ bool CellStore::Same(Cell a, Cell b) const {
 }
 
 std::optional<std::int64_t> CellStore::Number(Cell cell) const {
-  if (KindOf(cell) == Kind::Number) return Signed(cell);
   if (KindOf(cell) == Kind::Stamp) return std::nullopt;
+  if (const auto number = KeptNumber(cell)) return number;
   std::string scratch;
   return ParsePadded(View(cell, scratch));
+}
+
+std::optional<std::int64_t> CellStore::KeptNumber(Cell cell) {
+  if (KindOf(cell) != Kind::Number) return std::nullopt;
+  return Signed(cell);
 }
 
 std::optional<DateStamp> CellStore::Stamp(Cell cell) {

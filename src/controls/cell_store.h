@@ -41,7 +41,8 @@ class CellStore {
   bool Same(Cell a, Cell b) const;
   // The number whose PadNumber is the cell's text. A cell that is kept as a number costs no parsing.
   std::optional<std::int64_t> Number(Cell cell) const;
-  // The stamp of a cell that is kept as one.
+  // The number or the stamp of a cell that is kept as one.
+  static std::optional<std::int64_t> KeptNumber(Cell cell);
   static std::optional<DateStamp> Stamp(Cell cell);
   // Whether the cell may come up again for an equal text, so that work done for one may serve many. A text that was
   // packed as Texts::Own stands in its one cell alone, even if an equal one is shared.

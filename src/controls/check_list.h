@@ -19,6 +19,8 @@ class CheckList : public Control {
   bool Ticked(std::int32_t index) const { return entries_[At(index)].ticked; }
   void SetTicked(std::int32_t index, bool ticked);
 
+  Property<std::uint32_t> BackColor{*this, Notice::What::BackColor, kWindowGround};
+
  private:
   struct Entry {
     std::string text;

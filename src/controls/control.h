@@ -17,11 +17,15 @@ struct Notice {
   enum class What {
     Enabled,
     Visible,
+    Frozen,
     Text,
     Value,
     Tag,
     Interval,
+    BackColor,
+    Place,  // where it stands and how large it is
     SelectedTab,
+    ListIndex,
     SortKey,
     SortOrder,
     Item,         // first = last = the position of one caption or tick
@@ -38,6 +42,11 @@ struct Notice {
   std::int32_t first = 0;
   std::int32_t last = 0;
 };
+
+// Colours are 0x00BBGGRR or numbers of the desktop's own colours, such as these: of its ground, and of what stands
+// under the text of a box.
+inline constexpr std::uint32_t kDesktopGround = 0x80000001;
+inline constexpr std::uint32_t kWindowGround = 0x80000005;
 
 class Control;
 

@@ -147,7 +147,36 @@ bool NumericKeys(const CellStore& store, const std::vector<Cell>& cells, ColumnO
   return true;
 }
 
+int Order(std::int64_t a, std::int64_t b) { return a < b ? -1 : a > b ? 1 : 0; }
+
+// The order of two dates, or of two numbers that are in the order of their texts.
+std::optional<int> CompareKept(Cell a, Cell b, ColumnOf column) {
+  constexpr std::int64_t largestPadded = 9'999'999'999;
+  const auto stampA = CellStore::Stamp(a);
+  const auto stampB = CellStore::Stamp(b);
+  if (stampA && stampB) return Order(*stampA, *stampB);
+  const auto numberA = CellStore::KeptNumber(a);
+  const auto numberB = CellStore::KeptNumber(b);
+  if (!numberA || !numberB || *numberA < 0 || *numberB < 0) return std::nullopt;
+  if (column == ColumnOf::Texts && std::max(*numberA, *numberB) > largestPadded) return std::nullopt;
+  return Order(*numberA, *numberB);
+}
+
 }  // namespace
+
+int CompareCells(const CellStore& store, Cell a, Cell b, ColumnOf column) {
+  if (a == b) return 0;
+  if (const std::optional<int> order = CompareKept(a, b, column)) return *order;
+  std::string scratchA;
+  std::string scratchB;
+  const std::string_view textA = store.View(a, scratchA);
+  const std::string_view textB = store.View(b, scratchB);
+  const bool longA = column == ColumnOf::Numbers && IsLongNumber(textA);
+  const bool longB = column == ColumnOf::Numbers && IsLongNumber(textB);
+  if (longA != longB) return longA ? 1 : -1;
+  if (longA && textA.size() != textB.size()) return textA.size() < textB.size() ? -1 : 1;
+  return textA.compare(textB);
+}
 
 std::vector<std::uint32_t> SortedOrder(const CellStore& store, const std::vector<Cell>& cells, std::size_t rows,
                                        ColumnOf column, Direction direction) {

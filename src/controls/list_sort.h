@@ -1,4 +1,4 @@
-// The order of a list's rows by one column.
+// The order of a list's rows by one column, and of two of its cells.
 #pragma once
 
 #include <cstddef>
@@ -18,5 +18,9 @@ enum class Direction { Ascending, Descending };
 // both directions.
 std::vector<std::uint32_t> SortedOrder(const CellStore& store, const std::vector<CellStore::Cell>& cells,
                                        std::size_t rows, ColumnOf column, Direction direction);
+
+// The order of two cells by their bytes, with regard to case: negative, 0 or positive. Long numbers in a column of
+// numbers are greater here too.
+int CompareCells(const CellStore& store, CellStore::Cell a, CellStore::Cell b, ColumnOf column);
 
 }  // namespace tresmor

@@ -1,6 +1,8 @@
 #include "controls/list_view.h"
 
 #include <algorithm>
+#include <atomic>
+#include <cassert>
 
 #include "base/failure.h"
 
@@ -11,6 +13,10 @@ template <class T>
 void Put(std::vector<T>& values, std::size_t at, T value, T missing) {
   if (values.size() <= at) values.resize(at + 1, missing);
   values[at] = value;
+}
+
+ColumnOf KindOf(const ColumnHeader& header) {
+  return header.alignment == Alignment::Right ? ColumnOf::Numbers : ColumnOf::Texts;
 }
 
 }  // namespace
@@ -27,8 +33,14 @@ std::size_t ListView::ColumnAt(std::int32_t column) const {
   return static_cast<std::size_t>(column - 1);
 }
 
+std::uint64_t ListView::NextArrangement() {
+  static std::atomic<std::uint64_t> last{0};
+  return ++last;
+}
+
 template <class Change>
 void ListView::ChangeRows(Notice::What what, std::int32_t first, std::int32_t last, Change&& change) {
+  if (what == Notice::What::RowsRemoved || what == Notice::What::RowsReset) arrangement_ = NextArrangement();
   if (Visible()) {
     Announce(what, first, last, change);
   } else {
@@ -84,6 +96,27 @@ void ListView::RemoveRow(std::int32_t row) {
   });
 }
 
+void ListView::RemoveRows(std::span<const std::int32_t> rows) {
+  if (rows.empty()) return;
+  assert(std::is_sorted(rows.begin(), rows.end(), std::less_equal<>()));
+  const std::size_t start = At(rows.front());
+  At(rows.back());
+  ChangeRows(Notice::What::RowsReset, 1, Count(), [&] {
+    ForEachVector([&](auto& values, auto) {
+      auto gone = rows.begin();
+      std::size_t kept = std::min(start, values.size());
+      for (std::size_t i = kept; i < values.size(); ++i) {
+        if (gone != rows.end() && static_cast<std::size_t>(*gone - 1) == i) {
+          ++gone;
+        } else {
+          values[kept++] = values[i];
+        }
+      }
+      values.resize(kept);
+    });
+  });
+}
+
 void ListView::Clear() {
   CheckThread();
   if (flags_.empty()) return;
@@ -93,10 +126,16 @@ void ListView::Clear() {
   });
 }
 
-CellStore::Cell ListView::CellAt(std::int32_t row, std::int32_t subItem) const {
-  const Cells& cells = columns_[ColumnAt(subItem + 1)].cells;
-  const std::size_t at = At(row);
+CellStore::Cell ListView::At(const Cells& cells, std::size_t at) {
   return at < cells.size() ? cells[at] : CellStore::kAbsent;
+}
+
+CellStore::Cell ListView::CellAt(std::int32_t row, std::int32_t subItem) const {
+  return At(columns_[ColumnAt(subItem + 1)].cells, At(row));
+}
+
+CellStore::Cell ListView::TagAt(std::int32_t row, std::int32_t subItem) const {
+  return At(columns_[ColumnAt(subItem + 1)].tags, At(row));
 }
 
 std::string ListView::Cell(std::int32_t row, std::int32_t subItem) const {
@@ -116,6 +155,15 @@ bool ListView::SameCell(std::int32_t a, std::int32_t b, std::int32_t subItem) co
   return store_.Same(CellAt(a, subItem), CellAt(b, subItem));
 }
 
+int ListView::CompareCells(std::int32_t a, std::int32_t b, std::int32_t subItem) const {
+  return tresmor::CompareCells(store_, CellAt(a, subItem), CellAt(b, subItem),
+                               KindOf(columns_[ColumnAt(subItem + 1)].header));
+}
+
+int ListView::CompareTags(std::int32_t a, std::int32_t b, std::int32_t subItem) const {
+  return tresmor::CompareCells(store_, TagAt(a, subItem), TagAt(b, subItem), ColumnOf::Texts);
+}
+
 void ListView::SetCell(std::int32_t row, std::int32_t subItem, const CellValue& value) {
   const std::size_t column = ColumnAt(subItem + 1);
   const std::size_t at = At(row);
@@ -130,10 +178,8 @@ std::int32_t ListView::SubItems(std::int32_t row) const {
 }
 
 std::string ListView::CellTag(std::int32_t row, std::int32_t subItem) const {
-  const Cells& tags = columns_[ColumnAt(subItem + 1)].tags;
-  const std::size_t at = At(row);
   std::string scratch;
-  return std::string(store_.View(at < tags.size() ? tags[at] : CellStore::kAbsent, scratch));
+  return std::string(store_.View(TagAt(row, subItem), scratch));
 }
 
 void ListView::SetCellTag(std::int32_t row, std::int32_t subItem, std::string_view tag) {
@@ -182,9 +228,9 @@ void ListView::SortByTags() {
 void ListView::Sort(Cells ColumnData::*what) {
   const ColumnData& key = columns_[ColumnAt(SortKey() + 1)];
   const std::size_t rows = flags_.size();
-  const std::vector<std::uint32_t> order = SortedOrder(
-      store_, key.*what, rows, key.header.alignment == Alignment::Right ? ColumnOf::Numbers : ColumnOf::Texts,
-      SortOrder() == kDescending ? Direction::Descending : Direction::Ascending);
+  const std::vector<std::uint32_t> order =
+      SortedOrder(store_, key.*what, rows, KindOf(key.header),
+                  SortOrder() == kDescending ? Direction::Descending : Direction::Ascending);
   if (std::is_sorted(order.begin(), order.end())) return;
   ChangeRows(Notice::What::RowsReset, 1, Count(), [&] {
     ForEachVector([&](auto& values, auto missing) {

@@ -45,6 +45,8 @@ class ListView : public Control {
   // Adds a row at the end and gives its position. New rows are neither marked nor selected.
   std::int32_t AddRow(std::string_view text, std::span<const CellValue> subItems = {});
   void RemoveRow(std::int32_t row);
+  // `rows` ascend, each named once. One pass over the list, however many they are.
+  void RemoveRows(std::span<const std::int32_t> rows);
   // Removes all rows. Headers, Tag and how the list is sorted stay as they are.
   void Clear();
 
@@ -55,6 +57,9 @@ class ListView : public Control {
   std::optional<std::int64_t> CellNumber(std::int32_t row, std::int32_t subItem) const;
   // Whether two rows have the same bytes in a cell.
   bool SameCell(std::int32_t a, std::int32_t b, std::int32_t subItem) const;
+  // The order of two rows by the bytes of a cell: negative, 0 or positive. In a column of numbers a decimal number of
+  // more than ten digits is greater than all that is shorter.
+  int CompareCells(std::int32_t a, std::int32_t b, std::int32_t subItem) const;
   void SetCell(std::int32_t row, std::int32_t subItem, const CellValue& value);
   // How many sub-items a row has: up to its last one that was written.
   std::int32_t SubItems(std::int32_t row) const;
@@ -62,6 +67,8 @@ class ListView : public Control {
   // A second text of a cell, not shown.
   std::string CellTag(std::int32_t row, std::int32_t subItem) const;
   void SetCellTag(std::int32_t row, std::int32_t subItem, std::string_view tag);
+  // The order of two rows by the bytes of a tag.
+  int CompareTags(std::int32_t a, std::int32_t b, std::int32_t subItem) const;
 
   bool Checked(std::int32_t row) const { return (flags_[At(row)] & kChecked) != 0; }
   void SetChecked(std::int32_t row, bool checked) { SetFlags(row, kChecked, checked ? kChecked : 0U); }
@@ -70,6 +77,7 @@ class ListView : public Control {
   // The number of the row's picture, 0 (none) to 63.
   int SmallIcon(std::int32_t row) const { return flags_[At(row)] >> kIconShift; }
   void SetSmallIcon(std::int32_t row, int icon);
+  // Of the text in the first column; the others keep the list's own colour.
   std::uint32_t ForeColor(std::int32_t row) const;
   void SetForeColor(std::int32_t row, std::uint32_t color);
 
@@ -80,9 +88,15 @@ class ListView : public Control {
   // The same by the tags of the cells.
   void SortByTags();
 
+  // Another number whenever a row may have left its position, and never one that any other list has had: with it and a
+  // position a row can be known again.
+  std::uint64_t Arrangement() const { return arrangement_; }
+
   Property<std::int16_t> SortKey{*this, Notice::What::SortKey};
   Property<std::int16_t> SortOrder{*this, Notice::What::SortOrder, kAscending};
   Property<std::string> Tag{*this, Notice::What::Tag};
+  // Who shows a frozen list leaves it as it is painted; it still hears of every change and paints anew when it thaws.
+  Property<bool> Frozen{*this, Notice::What::Frozen};
 
  private:
   enum : unsigned { kChecked = 1, kSelected = 2 };
@@ -95,9 +109,12 @@ class ListView : public Control {
     Cells tags;
   };
 
+  static std::uint64_t NextArrangement();
   std::size_t At(std::int32_t row) const;
   std::size_t ColumnAt(std::int32_t column) const;
+  static CellStore::Cell At(const Cells& cells, std::size_t at);
   CellStore::Cell CellAt(std::int32_t row, std::int32_t subItem) const;
+  CellStore::Cell TagAt(std::int32_t row, std::int32_t subItem) const;
   CellStore::Cell PackFor(std::size_t column, const CellValue& value);
   void SetFlags(std::int32_t row, unsigned mask, unsigned flags);
   void Sort(Cells ColumnData::*what);
@@ -111,6 +128,7 @@ class ListView : public Control {
   std::vector<std::uint8_t> flags_;    // one a row, always
   std::vector<std::uint32_t> colors_;  // rows past its end have the default
   bool sorted_ = false;
+  std::uint64_t arrangement_ = NextArrangement();
 };
 
 }  // namespace tresmor

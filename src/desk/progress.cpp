@@ -9,17 +9,6 @@
 #include "base/text.h"
 
 namespace tresmor {
-namespace {
-
-template <class Step>
-void PassOverFailure(Step&& step) {
-  try {
-    step();
-  } catch (const Failure&) {
-  }
-}
-
-}  // namespace
 
 Progress::Progress(const EventQueue& events, Timer& tmrProgress, Panel& msgBar, ProgressBar& pbMain)
     : events_(events), tmrProgress_(tmrProgress), msgBar_(msgBar), pbMain_(pbMain) {

@@ -3,7 +3,7 @@
 //
 // Paths are bytes in the style that Style() names, absolute or relative to the working folder, of any length the file
 // system itself allows (an adapter gets around limits of its calls). Nothing here follows a symbolic link at the end
-// of a path, except List and the folder of StatAll, since the folder of a scope row may be one. Every routine may be
+// of a path, except List and OpenFolder, since the folder of a scope row may be one. Every routine may be
 // called from any thread at any time.
 #pragma once
 
@@ -77,6 +77,16 @@ class FileReader {
   virtual Result ReadAt(std::int64_t offset, std::span<char> into) = 0;
 };
 
+// A folder that stays open, so that its files are found by their names alone, which is quicker than by path. It remains
+// the same folder when its path leads elsewhere. Closed by its destructor. Any thread, any number of them at once.
+class Folder {
+ public:
+  virtual ~Folder() = default;
+  // As the routines of FileSystem, for an entry of this folder.
+  virtual Errors Stat(std::string_view name, FileStat& stat) const = 0;
+  virtual std::unique_ptr<FileReader> Open(std::string_view name, Errors& failure) const = 0;
+};
+
 // How much of some files stands in memory already; a hint and never a failure.
 enum class CacheState { Unknown, Warm, Cold };
 
@@ -92,16 +102,20 @@ class FileSystem {
 
   // FileNotFound, PermissionDenied, ... `stat` is only meaningful with None.
   virtual Errors Stat(const std::string& path, FileStat& stat) const = 0;
-  // The same for many entries of one folder; stats[i] and failures[i] belong to names[i]. The three are equally long.
-  virtual void StatAll(const std::string& folder, std::span<const std::string_view> names, std::span<FileStat> stats,
-                       std::span<Errors> failures) const = 0;
 
   // Opens for reading what Stat told to be a file, without a lock on it and without waiting. What isn't a file any more
   // is refused with PathAccess. Null with the reason in `failure`; TooManyFiles means that descriptors ran out and a
   // later call may succeed.
   virtual std::unique_ptr<FileReader> Open(const std::string& path, Errors& failure) const = 0;
 
-  // How many files may be open at once, the program's other needs taken off. At least 8.
+  // Opens a folder (with or without a separator at its end). Null with the reason in `failure`.
+  virtual std::unique_ptr<Folder> OpenFolder(const std::string& folder, Errors& failure) const = 0;
+
+  // Where `path` leads if links stand on it, for who opens a file that the user named; `path` itself if none do, or if
+  // they lead nowhere.
+  virtual std::string Resolved(const std::string& path) const = 0;
+
+  // How many files and folders may be open at once, the program's other needs taken off. At least 8.
   virtual std::size_t OpenLimit() const = 0;
 
   // Whether the first bytes of `path` are in memory.

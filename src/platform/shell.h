@@ -5,12 +5,28 @@
 
 namespace tresmor {
 
+// Any thread.
 class Shell {
  public:
   virtual ~Shell() = default;
   // The folders that hold the system and its programs, without a separator at the end; empty if they can't be told.
   virtual std::string GetWinDir() const = 0;
   virtual std::string GetProgramFilesDir() const = 0;
+
+  // Opens a file or folder with the program that the desktop has for it, and doesn't wait for that. Whether it worked
+  // isn't told.
+  virtual void ShellOpen(const std::string& path) const = 0;
+  // Whether `root` is where a disk that is built into this machine begins, and no disk to be taken out, CD or network.
+  virtual bool IsLocalDrive(const std::string& root) const = 0;
+  // A folder of the user by its number, without a separator at the end: 0 the desktop, 5 the documents, 6 the
+  // favourites. Empty for any other number and for a folder that doesn't exist.
+  virtual std::string spFolder(int number) const = 0;
+  // What opens texts until the user names another program.
+  virtual std::string DefaultEditor() const = 0;
+  // Opens an address or a file by the desktop's default program. Doesn't wait for it; a failure shows nothing.
+  virtual void OpenUrl(const std::string& target) const = 0;
+  // Shows the desktop's own sheet of a file's properties. Doesn't wait for it; a failure shows nothing.
+  virtual void ShowFileProp(const std::string& file) const = 0;
 };
 
 }  // namespace tresmor

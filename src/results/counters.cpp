@@ -15,7 +15,7 @@ namespace {
 constexpr std::array<const char*, 4> kUnits = {"Bytes", "KB", "MB", "GB"};
 
 std::int32_t CountGroups(ListView& lst, ResultList kind) {
-  SortList(lst, kind == ResultList::SameName ? kNameItem + 1 : kDupGrpItem + 1, kAscending);
+  SortList(lst, GroupColumn(kind), kAscending);
   if (lst.Count() < 2) return 0;
   std::int32_t groups = 1;
   for (std::int32_t row = 2; row <= lst.Count(); ++row) groups += SameGroup(lst, kind, row, row - 1) ? 0 : 1;
@@ -96,6 +96,14 @@ void UpdateStatus(ResultLists& results, bool bMarks, bool bSel) {
   results.msgBar.Text = std::to_string(stats.MarkCnt) + " files (" + ByteSizeStr(stats.MarkSz) + ") marked, " +
                         std::to_string(stats.SelCnt) + " files (" + ByteSizeStr(stats.SelSz) + ") selected, out of " +
                         std::to_string(lst.Count()) + " files.";
+}
+
+void UpdateStatusOnce(ResultLists& results, Timer& tmrUpdate) {
+  try {
+    UpdateStatus(results, true, true);
+  } catch (const std::exception&) {
+  }
+  tmrUpdate.Enabled = false;
 }
 
 std::string GetReportCountStr(const ResultLists& results) {

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "base/number.h"
+#include "controls/timer.h"
 #include "results/result_lists.h"
 
 namespace tresmor {
@@ -20,6 +21,10 @@ void UpdateCount(ResultLists& results, std::int16_t index);
 // with Overflow where a sum leaves its field (ListStats), with TypeMismatch at a size that is no whole number, and with
 // Subscript where ByteSizeStr can't tell a sum; the panel then keeps its text.
 void UpdateStatus(ResultLists& results, bool bMarks, bool bSel);
+
+// The tick of the timer that a click on a row starts: counts both and stops the timer. A failure is passed over, and
+// the panel keeps its text.
+void UpdateStatusOnce(ResultLists& results, Timer& tmrUpdate);
 
 // The figures of all lists as five lines, each with CR LF behind it. GroupCnt must be up to date.
 std::string GetReportCountStr(const ResultLists& results);

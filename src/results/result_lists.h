@@ -27,6 +27,11 @@ struct ResultLists {
   ListView& List(ResultList list) { return lstResult[static_cast<std::size_t>(list)]; }
   const ListView& List(ResultList list) const { return lstResult[static_cast<std::size_t>(list)]; }
 
+  // Of the list on show.
+  ResultList ShownKind() const { return static_cast<ResultList>(mIntCurFrame); }
+  ListView& Shown() { return List(ShownKind()); }
+  const ListView& Shown() const { return List(ShownKind()); }
+
   std::array<ListView, kResultLists> lstResult;
   TabStrip tabMain;
   Panel& msgBar;

@@ -6,15 +6,23 @@
 
 namespace tresmor {
 
+void SetVersion(ListView& lst, std::int32_t row, const std::string& version) {
+  lst.SetCell(row, kVersionItem, version);
+  lst.SetCellTag(row, kVersionItem, VerSortKey(version));
+}
+
 void AddResultItem(ListView& lst, const Finding& finding) {
   const CellValue group = finding.dupGrp == -1 ? CellValue(" ") : CellValue(PaddedNumber{finding.dupGrp});
   const std::array<CellValue, 4> subItems = {finding.folder, group, PaddedNumber{finding.size},
                                              StampText{finding.modified}};
   const std::int32_t row = lst.AddRow(finding.name, subItems);
   if (!finding.version) return;
-  lst.SetCell(row, kVersionItem, *finding.version);
-  lst.SetCellTag(row, kVersionItem, VerSortKey(*finding.version));
+  SetVersion(lst, row, *finding.version);
   lst.Tag = kVersionTag;
+}
+
+std::string PathOf(const ListView& lst, std::int32_t row) {
+  return lst.Cell(row, kFolderItem) + lst.Cell(row, kNameItem);
 }
 
 bool SameGroup(const ListView& lst, ResultList kind, std::int32_t a, std::int32_t b) {

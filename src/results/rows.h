@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 
 #include "controls/list_view.h"
 #include "search/search_observer.h"
@@ -30,11 +31,21 @@ inline constexpr std::array<std::uint32_t, 6> GroupColors = {0x009933, 0x0033CC,
 // Adds the row of one finding, as the last.
 void AddResultItem(ListView& lst, const Finding& finding);
 
+// The path of a row's file.
+std::string PathOf(const ListView& lst, std::int32_t row);
+
+// Writes a version and the key that it sorts by.
+void SetVersion(ListView& lst, std::int32_t row, const std::string& version);
+
 constexpr bool HasGroups(ResultList kind) {
   return kind == ResultList::Duplicates || kind == ResultList::SameName || kind == ResultList::Portions;
 }
-// Whether two rows of a list with groups have one group key: the same file name without regard to case in the list of
-// same names, else the same group number, byte for byte.
+// The 1-based column by which a list is sorted to bring the rows of its groups together.
+constexpr std::int16_t GroupColumn(ResultList kind) {
+  return (kind == ResultList::SameName ? kNameItem : kDupGrpItem) + 1;
+}
+// Whether two rows have one group key: the same file name without regard to case in the list of same names, else
+// the same group number, byte for byte. The rows of a list without groups have one key or a few that mean nothing.
 bool SameGroup(const ListView& lst, ResultList kind, std::int32_t a, std::int32_t b);
 
 // Gives each run of rows of one group the next colour in turn. A list of one row keeps its colour. `kind` has groups.

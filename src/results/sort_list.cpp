@@ -27,10 +27,15 @@ void SortList(ListView& lst, std::int16_t col, std::int16_t order) {
   }
   for (std::int32_t column = 1; column <= lst.Columns(); ++column) {
     const std::string& text = lst.Column(column).text;
-    if (text.starts_with('^') || text.starts_with('v'))
-      lst.SetColumnText(column, text.substr(std::min<std::size_t>(2, text.size())));
+    const std::string_view unmarked = WithoutSortMark(text);
+    if (unmarked.size() < text.size()) lst.SetColumnText(column, std::string(unmarked));
   }
   lst.SetColumnText(col, (lst.SortOrder() == kAscending ? "^ " : "v ") + lst.Column(col).text);
+}
+
+std::string_view WithoutSortMark(std::string_view header) {
+  const bool marked = header.starts_with('^') || header.starts_with('v');
+  return marked ? header.substr(std::min<std::size_t>(2, header.size())) : header;
 }
 
 void ClickColumn(ListView& lst, std::int16_t col) { SortList(lst, col, CheckedInt16((lst.SortOrder() + 1) % 2)); }

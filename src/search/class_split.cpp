@@ -23,22 +23,22 @@ std::size_t CommonLength(const char* a, const char* b, std::size_t length) {
 template <class Content>
 class ContentTree {
  public:
-  ContentTree(const std::vector<Content>& contents, const BlockGrid& grid, std::int64_t offset, std::int64_t behind,
+  ContentTree(const std::vector<Content*>& contents, const BlockGrid& grid, std::int64_t offset, std::int64_t behind,
               SplitOutcome& outcome)
       : contents_(contents), grid_(grid), offset_(offset), behind_(behind), outcome_(outcome) {
     for (std::size_t k = 0; k + 1 < contents.size(); ++k) {
-      common_.push_back(
-          CommonLength(contents[k].bytes, contents[k + 1].bytes, std::min(contents[k].length, contents[k + 1].length)));
+      common_.push_back(CommonLength(contents[k]->bytes, contents[k + 1]->bytes,
+                                     std::min(contents[k]->length, contents[k + 1]->length)));
     }
   }
 
   void Part(std::size_t from, std::size_t to) {
-    if (to - from == 1) return Leaf(contents_[from]);
+    if (to - from == 1) return Leaf(*contents_[from]);
     std::int64_t block = BlockOf(common_[from]);
     for (std::size_t k = from; k + 1 < to; ++k) block = std::min(block, BlockOf(common_[k]));
     for (std::size_t begin = from, end; begin < to; begin = end) {
       for (end = begin + 1; end < to && BlockOf(common_[end - 1]) > block;) ++end;
-      if (end - begin == 1 && FailsWithPartner(begin) && BlockOf(contents_[begin].length) == block) {
+      if (end - begin == 1 && FailsWithPartner(begin) && BlockOf(contents_[begin]->length) == block) {
         Name(begin, end, block, Parting::kFailed);
       } else {
         Name(begin, end, block, ++outcome_.lastWay);
@@ -53,7 +53,7 @@ class ContentTree {
   // A failure counts only if some other file has the same bytes up to it; a file that differs from all others in front
   // of its failure is known to be alone without it. What a content begins stands right behind it.
   bool FailsWithPartner(std::size_t k) const {
-    const Content& content = contents_[k];
+    const Content& content = *contents_[k];
     return content.failed && (content.files.size() > 1 || (k < common_.size() && common_[k] == content.length));
   }
 
@@ -68,11 +68,11 @@ class ContentTree {
 
   void Name(std::size_t from, std::size_t to, std::int64_t block, int way) {
     for (std::size_t k = from; k < to; ++k) {
-      for (int file : contents_[k].files) outcome_.partings.push_back({block, file, way});
+      for (int file : contents_[k]->files) outcome_.partings.push_back({block, file, way});
     }
   }
 
-  const std::vector<Content>& contents_;
+  const std::vector<Content*>& contents_;
   const BlockGrid& grid_;
   std::int64_t offset_;
   std::int64_t behind_;  // offset of the next piece
@@ -87,28 +87,33 @@ void ClassSplit::Split(const FileClass& fileClass, const BlockGrid& grid, std::s
   piece = std::min(piece, std::max<std::size_t>(bytes_ / (fileClass.files.size() + 1), 1));
   piece = std::min(piece, static_cast<std::size_t>(grid.end - fileClass.offset));
   ReadAll(fileClass, piece, files);
-  for (const Content& content : contents_) {
-    if (content.files.size() > 1 && !content.failed) continue;
-    for (int file : content.files) files.Close(file);
+  for (const Content* content : ordered_) {
+    if (content->files.size() > 1 && !content->failed) continue;
+    for (int file : content->files) files.Close(file);
   }
-  ContentTree<Content> tree(contents_, grid, fileClass.offset, fileClass.offset + static_cast<std::int64_t>(piece),
+  ContentTree<Content> tree(ordered_, grid, fileClass.offset, fileClass.offset + static_cast<std::int64_t>(piece),
                             outcome);
-  tree.Part(0, contents_.size());
+  tree.Part(0, ordered_.size());
 }
 
 void ClassSplit::ReadAll(const FileClass& fileClass, std::size_t piece, OpenFiles& files) {
-  contents_.clear();
+  contents_.resize(std::max(contents_.size(), fileClass.files.size()));
+  ordered_.clear();
   latest_ = 0;
   for (int file : fileClass.files) {
-    char* const bytes = buffer_.get() + contents_.size() * piece;
+    Content& content = contents_[ordered_.size()];
+    char* const bytes = buffer_.get() + ordered_.size() * piece;
     const auto read = files.Read(file, fileClass.offset, {bytes, piece});
-    Content content{bytes, read.got, read.failed, {}};
+    content.bytes = bytes;
+    content.length = read.got;
+    content.failed = read.failed;
     latest_ = PlaceOf(content);
-    const bool known = latest_ < contents_.size() && Compare(contents_[latest_], content) == 0;
+    const bool known = latest_ < ordered_.size() && Compare(*ordered_[latest_], content) == 0;
     if (!known) {
-      contents_.insert(contents_.begin() + static_cast<std::ptrdiff_t>(latest_), std::move(content));
+      content.files.clear();
+      ordered_.insert(ordered_.begin() + static_cast<std::ptrdiff_t>(latest_), &content);
     }
-    contents_[latest_].files.push_back(file);
+    ordered_[latest_]->files.push_back(file);
   }
 }
 
@@ -121,10 +126,10 @@ int ClassSplit::Compare(const Content& a, const Content& b) {
 
 // The first place whose content isn't in front of `content`.
 std::size_t ClassSplit::PlaceOf(const Content& content) const {
-  if (latest_ < contents_.size() && Compare(contents_[latest_], content) == 0) return latest_;
-  const auto place = std::partition_point(contents_.begin(), contents_.end(),
-                                          [&](const Content& known) { return Compare(known, content) < 0; });
-  return static_cast<std::size_t>(place - contents_.begin());
+  if (latest_ < ordered_.size() && Compare(*ordered_[latest_], content) == 0) return latest_;
+  const auto place = std::partition_point(ordered_.begin(), ordered_.end(),
+                                          [&](const Content* known) { return Compare(*known, content) < 0; });
+  return static_cast<std::size_t>(place - ordered_.begin());
 }
 
 }  // namespace tresmor

@@ -55,8 +55,9 @@ class ClassSplit {
 
   std::size_t bytes_;
   std::unique_ptr<char[]> buffer_;  // pages that no content reached are never touched
-  std::vector<Content> contents_;
-  std::size_t latest_ = 0;  // the content that the last file had: most likely the next one's too
+  std::vector<Content> contents_;   // used again from piece to piece, with the room that their files took
+  std::vector<Content*> ordered_;   // those of this piece, by their bytes
+  std::size_t latest_ = 0;          // the content that the last file had: most likely the next one's too
 };
 
 }  // namespace tresmor

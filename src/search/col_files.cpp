@@ -50,8 +50,6 @@ std::string FolderTree::Path(FolderId folder) const {
   return path;
 }
 
-void ColFiles::Clear() { *this = ColFiles(style_); }
-
 void ColFiles::AppendPath(const Item& item, std::string& path) const {
   folders_.AppendPath(item.folder, path);
   path.append(item.Name());

@@ -29,6 +29,8 @@ class FolderTree {
   FolderId AddTop(std::string path);
   FolderId AddSub(FolderId parent, std::string_view name, char separator);
 
+  std::size_t Count() const { return nodes_.size(); }
+
   // The full path with the separator at its end, appended to `path`.
   void AppendPath(FolderId folder, std::string& path) const;
   std::string Path(FolderId folder) const;
@@ -44,7 +46,7 @@ class FolderTree {
 class ColFiles {
  public:
   struct Item {
-    const char* name = nullptr;  // not NUL-terminated; lives until Clear
+    const char* name = nullptr;  // not NUL-terminated; lives as long as the catalogue
     FolderId folder = 0;
     std::uint16_t nameLength = 0;
     bool isSrchTarget = false;
@@ -54,7 +56,6 @@ class ColFiles {
 
   explicit ColFiles(PathStyle style) : style_(style) {}
 
-  void Clear();
   std::int64_t Count() const { return static_cast<std::int64_t>(items_.size()); }
   const std::vector<Item>& Items() const { return items_; }
   const FolderTree& Folders() const { return folders_; }
@@ -66,8 +67,7 @@ class ColFiles {
   bool ReachedTwice() const { return reachedTwice_; }
 
   // What follows is the walk's. A folder is listed once in a search: paths that are the same under the style's case
-  // rule share one listing, and that is how a file that is reached again is known. Listings stay, unchanged, until
-  // Clear.
+  // rule share one listing, and that is how a file that is reached again is known. Listings stay, unchanged.
   using ListingId = std::uint32_t;
   static constexpr ListingId kNoListing = 0xFFFFFFFF;
 

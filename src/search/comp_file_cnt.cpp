@@ -40,7 +40,7 @@ std::size_t BufferShare(const ComparePorts& ports) {
 
 FileCompare::FileCompare(const ComparePorts& ports)
     : ports_(ports),
-      open_(ports.files, ports.stop, std::max<std::size_t>(ports.files.OpenLimit() / ports.threads, 1)),
+      open_(ports.kept, ports.stop, std::max<std::size_t>(ports.kept.LeftOpen() / ports.threads, 1)),
       split_(BufferShare(ports)),
       slices_(BufferShare(ports)) {}
 
@@ -56,11 +56,11 @@ void FileCompare::CompFileCnt(FileProps& table, const CompareRange& range, bool 
 
 void FileCompare::CompStrict(FileProps& table, const CompareRange& range, SizeRule rule) {
   const BlockGrid grid = GridOf(range, rule, ports_.limits);
-  const std::vector<int> candidates = Candidates(RecordsOf(table, range), range, rule);
+  std::vector<int> candidates = Candidates(RecordsOf(table, range), range, rule);
   if (grid.end == 0) return;
   SplitOutcome outcome;
   std::vector<FileClass> classes;
-  if (!candidates.empty()) classes.push_back({candidates, 0});
+  if (!candidates.empty()) classes.push_back({std::move(candidates), 0});
   if (rule == SizeRule::SameSize) {
     Refine(std::move(classes), grid, grid.end, outcome);
   } else {
@@ -84,7 +84,6 @@ void FileCompare::RefinePortions(const FileProps& table, const CompareRange& ran
   }
 }
 
-// Pieces are small at first, where unlike files part, and grow with what was found equal.
 std::vector<FileClass> FileCompare::Refine(std::vector<FileClass> classes, const BlockGrid& grid, std::int64_t until,
                                            SplitOutcome& outcome) {
   std::vector<FileClass> finished;
@@ -98,10 +97,16 @@ std::vector<FileClass> FileCompare::Refine(std::vector<FileClass> classes, const
       finished.push_back(next);
       continue;
     }
-    const auto read = static_cast<std::size_t>(next.offset);
-    split_.Split(next, stretch, std::clamp(read, ports_.limits.firstPiece, ports_.limits.largestPiece), open_, outcome);
+    split_.Split(next, stretch, PieceAt(next.offset), open_, outcome);
   }
   return finished;
+}
+
+// Pieces are small at first, where unlike files part, and grow with what was found equal.
+std::size_t FileCompare::PieceAt(std::int64_t offset) const {
+  const SearchLimits& limits = ports_.limits;
+  return offset == 0 ? limits.firstPiece
+                     : std::clamp(static_cast<std::size_t>(offset), limits.nextPiece, limits.largestPiece);
 }
 
 void FileCompare::CompTolerant(FileProps& table, const CompareRange& range, SizeRule rule) {

@@ -14,7 +14,7 @@
 namespace tresmor {
 
 struct ComparePorts {
-  const FileSystem& files;
+  KeptFiles& kept;
   const StopToken& stop;
   const SearchLimits& limits;
   std::size_t threads;  // that compare at the same time, and share buffers and descriptors
@@ -44,6 +44,7 @@ class FileCompare {
   void CompStrict(FileProps& table, const CompareRange& range, SizeRule rule);
   void RefinePortions(const FileProps& table, const CompareRange& range, std::vector<FileClass> classes,
                       const BlockGrid& grid, SplitOutcome& outcome);
+  std::size_t PieceAt(std::int64_t offset) const;
   void CompTolerant(FileProps& table, const CompareRange& range, SizeRule rule);
 
   ComparePorts ports_;

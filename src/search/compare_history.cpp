@@ -10,9 +10,10 @@ bool AnyFailed(const std::vector<Parting>& partings) {
 
 // Where one block parted a file several times, in piece after piece, the last way is the finest and counts.
 void Replay(std::vector<Parting>& partings, Verdict& verdict) {
-  std::stable_sort(partings.begin(), partings.end(), [](const Parting& a, const Parting& b) {
-    return a.block != b.block ? a.block < b.block : a.file < b.file;
-  });
+  const auto inFront = [](const Parting& a, const Parting& b) { return a.block < b.block; };
+  if (!std::is_sorted(partings.begin(), partings.end(), inFront)) {
+    std::stable_sort(partings.begin(), partings.end(), inFront);
+  }
   auto begin = partings.begin();
   for (bool first = true; first || (begin != partings.end() && verdict.AnyOpen()); first = false) {
     // The first block is judged even if nothing happened in it: that is what makes the groups.

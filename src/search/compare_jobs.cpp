@@ -15,7 +15,7 @@ namespace tresmor {
 namespace {
 
 // Of a file that turns out to be equal the kernel's own reading ahead brings the rest.
-constexpr std::int64_t kAheadEach = 512 << 10;
+constexpr std::int64_t kAheadEach = 128 << 10;
 
 class CompareJobs {
  public:
@@ -23,7 +23,7 @@ class CompareJobs {
       : table_(table), runs_(runs), choices_(choices), ports_(ports), done_(runs.size()) {
     const std::size_t threads = ports.pool.Threads();
     for (std::size_t k = 0; k < threads; ++k) {
-      compares_.push_back(std::make_unique<FileCompare>(ComparePorts{ports.files, ports.stop, ports.limits, threads}));
+      compares_.push_back(std::make_unique<FileCompare>(ComparePorts{ports.kept, ports.stop, ports.limits, threads}));
     }
   }
 
@@ -56,7 +56,11 @@ class CompareJobs {
     std::vector<std::int32_t> order;
     std::vector<std::size_t> behind;  // by run: the place of the first file behind it
     for (const CompareRun* run : runs) {
-      for (std::int32_t i = run->dupStart; i <= run->dupEnd; ++i) order.push_back(i);
+      for (const CompareRange& range : RangesOf(table_, *run, ports_.limits)) {
+        for (std::int32_t i = range.dupStart; i <= range.dupEnd; ++i) {
+          if (choices_.rule == SizeRule::DifferentSizes || table_[i].Sz == range.Sz0) order.push_back(i);
+        }
+      }
       behind.push_back(order.size());
     }
     ReadAhead ahead(table_, ports_.files, ports_.stop, std::move(order), kAheadEach);
@@ -116,6 +120,7 @@ void CompareRuns(FileProps& table, const std::vector<CompareRun>& runs, const Co
     for (end = begin + 1; end < runs.size() && !runs[end].reachesBack;) ++end;
     jobs.Compare(std::span(runs).subspan(begin, end - begin));
   }
+  ports.kept.Clear();
 }
 
 }  // namespace tresmor

@@ -20,7 +20,7 @@ namespace tresmor {
 
 namespace {
 
-constexpr std::size_t kRowBatch = 256;  // rows whose dates are read at a time, between two looks at the stop
+constexpr std::size_t kRowBatch = 1024;  // rows whose dates are read at a time, between two looks at the stop
 
 class Search {
  public:
@@ -28,7 +28,8 @@ class Search {
       : request_(request),
         ports_(ports),
         limits_(limits),
-        headPorts_{ports.files, ports.pool, ports.stop, ports.observer, limits_},
+        keptFiles_(ports.files, ports.stop, limits_.keptFiles),
+        headPorts_{ports.files, keptFiles_, ports.pool, ports.stop, ports.observer, limits_},
         colFiles_(ports.files.Style()) {}
 
   std::int64_t Run() {
@@ -51,6 +52,13 @@ class Search {
   }
 
  private:
+  // A record on its way into a list, with the group that it has at this moment.
+  struct Row {
+    ResultList list;
+    std::int32_t index;
+    std::int32_t dupGrp;
+  };
+
   bool Wants(SrchType type) const { return request_.Wants(type); }
   bool Stopped() const { return ports_.stop.Stopped(); }
   std::string Count() const { return std::to_string(table_.records.size()); }
@@ -102,8 +110,8 @@ class Search {
     ports_.observer.ShowList(ResultList::SameName, false);
     const auto same = [&](std::int32_t i) { return EqualText(table_[i].Name(), table_[i - 1].Name()); };
     ScanRuns(1, table_.Last(), same, [&](std::int32_t dupStart, std::int32_t dupEnd) {
-      if (ChkSrchTarget(table_, dupStart, dupEnd, request_.isAllSrchTarget)) {
-        for (std::int32_t k = dupStart; k <= dupEnd && !Stopped(); ++k) AddResultItem(ResultList::SameName, k);
+      if (!Stopped() && ChkSrchTarget(table_, dupStart, dupEnd, request_.isAllSrchTarget)) {
+        for (std::int32_t k = dupStart; k <= dupEnd; ++k) AddResultItem(ResultList::SameName, k);
       }
       ports_.observer.SetTag(std::min(dupEnd + 1, table_.Last()));
     });
@@ -155,7 +163,9 @@ class Search {
     ports_.observer.SetBar(0);
     if (kept_ > table_.Last()) return;
     while (table_[kept_].Sz < limits_.portionFrom && kept_ < table_.Last()) ++kept_;
-    const auto runs = CutByHeads(table_, kept_, table_.Last(), request_.isAllSrchTarget, headsRead_, headPorts_);
+    HeadPorts ports = headPorts_;
+    ports.headObserver = &ports_.observer;
+    const auto runs = CutByHeads(table_, kept_, table_.Last(), request_.isAllSrchTarget, headsRead_, ports);
     ports_.observer.SetProgressMsg("Search file portions in [value] of " + Count() + " files...");
     ports_.observer.SetBar(0);
     Compare(runs, SizeRule::DifferentSizes);
@@ -164,6 +174,7 @@ class Search {
   void ShowPortions() {
     ports_.observer.ShowList(ResultList::Portions, false);
     ports_.observer.ShowMessage("Showing search result - file portions... [value] of " + Count() + " files...");
+    ports_.observer.ClearTag();  // figures begin anew, although the template stays
     ShowGroups(ResultList::Portions);
     ports_.observer.ShowList(ResultList::Portions, true);
   }
@@ -187,38 +198,45 @@ class Search {
     FlushRows();
   }
 
-  // Rows are handed on many at a time: their dates are read in parallel.
+  // Rows are handed on many at a time: they are made, and their dates read, by all threads.
   void AddResultItem(ResultList list, std::int32_t index) {
-    const FileProp& record = table_[index];
-    Finding row;
-    row.list = list;
-    row.name = record.Name();
-    row.folder = table_.folders->Path(record.folder);
-    row.dupGrp = record.DupGrp;
-    row.size = record.Sz;
-    rows_.push_back(std::move(row));
+    rows_.push_back({list, index, table_[index].DupGrp});
     if (rows_.size() >= kRowBatch) FlushRows();
   }
 
   void FlushRows() {
     if (rows_.empty()) return;
-    ports_.pool.ParallelFor(rows_.size(), 16, [&](std::size_t k, std::size_t) {
-      const std::string path = rows_[k].folder + rows_[k].name;
-      rows_[k].modified = GetFileDate(ports_.files, path);
-      if (request_.versions) rows_[k].version = ports_.versions.GetFileVer(path);
-    });
-    ports_.observer.AddRows(std::exchange(rows_, {}));
+    std::vector<Finding> findings(rows_.size());
+    ports_.pool.ParallelFor(rows_.size(), 32, [&](std::size_t k, std::size_t) { findings[k] = FindingOf(rows_[k]); });
+    rows_.clear();
+    ports_.observer.AddRows(std::move(findings));
+  }
+
+  Finding FindingOf(const Row& row) const {
+    const FileProp& record = table_[row.index];
+    Finding finding;
+    finding.list = row.list;
+    finding.name = record.Name();
+    finding.folder = table_.folders->Path(record.folder);
+    finding.dupGrp = row.dupGrp;
+    finding.size = record.Sz;
+    const Folder* folder = table_.OpenFolder(row.index);
+    finding.modified = folder != nullptr ? GetFileDate(*folder, record.Name())
+                                         : GetFileDate(ports_.files, finding.folder + finding.name);
+    if (request_.versions) finding.version = ports_.versions.GetFileVer(finding.folder + finding.name);
+    return finding;
   }
 
   const SearchRequest& request_;
   const SearchPorts& ports_;
   const SearchLimits limits_;
+  KeptFiles keptFiles_;
   const HeadPorts headPorts_;
   ColFiles colFiles_;
   FileProps table_;
   HeadsRead headsRead_;
   std::int32_t kept_ = 0;  // first record of positive size; the phases behind start from here
-  std::vector<Finding> rows_;
+  std::vector<Row> rows_;
 };
 
 }  // namespace

@@ -4,10 +4,32 @@
 
 namespace tresmor {
 
+namespace {
+
+DateStamp DateOf(Errors failure, const FileStat& stat) {
+  if (failure != Errors::None || stat.kind != EntryKind::File || stat.hidden) return kZeroDate;
+  return UtcStamp(stat.modified);
+}
+
+}  // namespace
+
+Errors StatEntry(const FileSystem& files, const Folder* folder, Errors failure, const std::string& path,
+                 std::string_view name, FileStat& stat) {
+  if (folder != nullptr) return folder->Stat(name, stat);
+  if (failure != Errors::TooManyFiles) return failure;
+  return files.Stat(path + std::string(name), stat);
+}
+
 DateStamp GetFileDate(const FileSystem& files, const std::string& path) {
   FileStat stat;
-  if (files.Stat(path, stat) != Errors::None || stat.kind != EntryKind::File || stat.hidden) return kZeroDate;
-  return UtcStamp(stat.modified);
+  const Errors failure = files.Stat(path, stat);
+  return DateOf(failure, stat);
+}
+
+DateStamp GetFileDate(const Folder& folder, std::string_view name) {
+  FileStat stat;
+  const Errors failure = folder.Stat(name, stat);
+  return DateOf(failure, stat);
 }
 
 bool ExistsFile(const FileSystem& files, const std::string& path) {

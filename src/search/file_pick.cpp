@@ -87,25 +87,23 @@ void FilePick::Match(const Piece& piece, const WalkPattern& pattern) {
 void FilePick::Ask(const Piece& piece) {
   const WalkNode& node = nodes_[piece.node];
   const FolderListing& listing = colFiles_.Listing(node.listing);
-  std::vector<std::size_t> asked;
-  std::vector<std::string_view> names;
+  std::string path;
+  std::unique_ptr<Folder> folder;
+  Errors failure = Errors::None;
   for (std::size_t i = piece.begin; i < piece.end; ++i) {
     const std::size_t at = firstEntries_[piece.node] + i;
     if (!matches_[at] || verdicts_[at] != kNotAsked) continue;
-    asked.push_back(at);
-    names.push_back(listing.Name(listing.entries[i]));
-  }
-  if (asked.empty()) return;
-
-  std::vector<FileStat> stats(asked.size());
-  std::vector<Errors> failures(asked.size());
-  ports_.files.StatAll(colFiles_.Folders().Path(node.folder.id), names, stats, failures);
-  for (std::size_t i = 0; i < asked.size(); ++i) {
-    Verdict& verdict = verdicts_[asked[i]];
-    if (failures[i] != Errors::None)
-      verdict = static_cast<Verdict>(failures[i]);
-    else
-      verdict = row_.Passes(stats[i]) ? kPasses : kFails;
+    if (!folder && failure == Errors::None) {
+      path = colFiles_.Folders().Path(node.folder.id);
+      folder = ports_.files.OpenFolder(path, failure);
+    }
+    FileStat stat;
+    const Errors missing = StatEntry(ports_.files, folder.get(), failure, path, listing.Name(listing.entries[i]), stat);
+    if (missing != Errors::None) {
+      verdicts_[at] = static_cast<Verdict>(missing);
+    } else {
+      verdicts_[at] = row_.Passes(stat) ? kPasses : kFails;
+    }
   }
 }
 

@@ -2,10 +2,12 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "platform/file_system.h"
 #include "search/col_files.h"
 
 namespace tresmor {
@@ -24,6 +26,7 @@ struct FileProp {
   std::int32_t DupGrp = kNoGroup;
   std::uint16_t nameLength = 0;
   bool IsSrchTarget = false;
+  std::uint32_t slot = 0xFFFFFFFF;  // where its file is kept open, if it is
 
   std::string_view Name() const { return {name, nameLength}; }
 };
@@ -32,7 +35,13 @@ struct FileProp {
 struct FileProps {
   std::vector<FileProp> records;
   const FolderTree* folders = nullptr;
+  std::vector<std::unique_ptr<Folder>> openFolders;  // by FolderId, as far as descriptors allow
 
+  // The record's folder, if it is open.
+  const Folder* OpenFolder(std::int32_t i) const {
+    const FolderId id = (*this)[i].folder;
+    return id < openFolders.size() ? openFolders[id].get() : nullptr;
+  }
   std::int32_t Last() const { return static_cast<std::int32_t>(records.size()) - 1; }
   FileProp& operator[](std::int32_t i) { return records[static_cast<std::size_t>(i)]; }
   const FileProp& operator[](std::int32_t i) const { return records[static_cast<std::size_t>(i)]; }

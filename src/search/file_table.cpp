@@ -1,6 +1,9 @@
 #include "search/file_table.h"
 
+#include <algorithm>
 #include <bit>
+#include <memory>
+#include <mutex>
 #include <string>
 #include <utility>
 
@@ -11,6 +14,8 @@ namespace tresmor {
 namespace {
 
 constexpr std::size_t kBatch = 64;  // files of one folder that are looked up at a time, between two looks at the stop
+constexpr int kLooks = 5;
+constexpr std::size_t kKeptFolders = 2048;
 constexpr std::uint32_t kFree = 0xFFFFFFFF;
 
 // Catalogue entries side by side that lie in one folder.
@@ -39,11 +44,17 @@ class TableFill {
  public:
   TableFill(const ColFiles& colFiles, const FileSystem& files, ThreadPool& pool, const StopToken& stop,
             SearchObserver& observer)
-      : colFiles_(colFiles), files_(files), pool_(pool), stop_(stop), observer_(observer) {}
+      : colFiles_(colFiles),
+        files_(files),
+        pool_(pool),
+        stop_(stop),
+        observer_(observer),
+        mostFolders_(std::min(kKeptFolders, files.OpenLimit() / 4)) {}
 
   FileProps Fill() {
     table_.folders = &colFiles_.Folders();
     table_.records.resize(colFiles_.Items().size());
+    table_.openFolders.resize(colFiles_.Folders().Count());
     failures_.resize(colFiles_.Items().size(), Errors::None);
     fingerprints_.resize(colFiles_.Items().size());
     const std::vector<Batch> batches = BatchesOf(colFiles_.Items());
@@ -59,14 +70,35 @@ class TableFill {
   void Look(const Batch& batch) {
     if (stop_.Stopped()) return;
     const auto& items = colFiles_.Items();
-    const std::size_t count = batch.end - batch.begin;
-    std::vector<std::string_view> names(count);
-    std::vector<FileStat> stats(count);
-    for (std::size_t k = 0; k < count; ++k) names[k] = items[batch.begin + k].Name();
-    files_.StatAll(colFiles_.Folders().Path(items[batch.begin].folder), names, stats,
-                   std::span(failures_).subspan(batch.begin, count));
-    for (std::size_t k = 0; k < count; ++k) Take(batch.begin + k, stats[k]);
+    const FolderId id = items[batch.begin].folder;
+    Errors failure = Errors::None;
+    std::string path;
+    std::unique_ptr<Folder> opened;
+    const Folder* folder = KeptFolder(id);
+    if (folder == nullptr) {
+      path = colFiles_.Folders().Path(id);
+      opened = files_.OpenFolder(path, failure);
+      folder = opened.get();
+    }
+    for (std::size_t k = batch.begin; k < batch.end; ++k) {
+      FileStat stat;
+      failures_[k] = StatEntry(files_, folder, failure, path, items[k].Name(), stat);
+      Take(k, stat);
+    }
+    if (opened) KeepFolder(id, std::move(opened));
     observer_.SetTag(static_cast<std::int64_t>(batch.end));
+  }
+
+  const Folder* KeptFolder(FolderId id) {
+    const std::lock_guard lock(mutex_);
+    return table_.openFolders[id].get();
+  }
+
+  void KeepFolder(FolderId id, std::unique_ptr<Folder> folder) {
+    const std::lock_guard lock(mutex_);
+    if (table_.openFolders[id] || keptFolders_ == mostFolders_) return;
+    table_.openFolders[id] = std::move(folder);
+    ++keptFolders_;
   }
 
   void Take(std::size_t item, const FileStat& stat) {
@@ -93,7 +125,7 @@ class TableFill {
   void LeaveOutTwins() {
     std::vector<std::uint32_t> slots(std::bit_ceil(2 * fingerprints_.size()), kFree);
     const int shift = 64 - std::countr_zero(slots.size());
-    for (std::uint32_t k = 0; k < fingerprints_.size(); ++k) {
+    for (std::uint32_t k = 0; k < fingerprints_.size() && !stop_.Stopped(); ++k) {
       if (fingerprints_[k] == 0) continue;
       std::size_t at = shift < 64 ? fingerprints_[k] >> shift : 0;
       while (slots[at] != kFree && !(fingerprints_[slots[at]] == fingerprints_[k] && AreOneFile(slots[at], k))) {
@@ -107,12 +139,16 @@ class TableFill {
     }
   }
 
-  // Inodes alone may repeat on odd file systems.
+  // Inodes alone may repeat on odd file systems. A file that is just being written may look like two, but not for long.
   bool AreOneFile(std::size_t a, std::size_t b) const {
-    FileStat first;
-    FileStat second;
-    if (files_.Stat(PathOf(a), first) != Errors::None || files_.Stat(PathOf(b), second) != Errors::None) return false;
-    return first.identity == second.identity && first.size == second.size && first.changedNs == second.changedNs;
+    for (int look = 0; look < kLooks; ++look) {
+      FileStat first;
+      FileStat second;
+      if (files_.Stat(PathOf(a), first) != Errors::None || files_.Stat(PathOf(b), second) != Errors::None) return false;
+      if (first.identity != second.identity) return false;
+      if (first.size == second.size && first.changedNs == second.changedNs) return true;
+    }
+    return false;
   }
 
   std::string PathOf(std::size_t item) const {
@@ -134,7 +170,10 @@ class TableFill {
   ThreadPool& pool_;
   const StopToken& stop_;
   SearchObserver& observer_;
+  const std::size_t mostFolders_;
   FileProps table_;
+  std::mutex mutex_;  // of the next, and of the table's open folders
+  std::size_t keptFolders_ = 0;
   std::vector<Errors> failures_;             // by catalogue entry: why it isn't in the table
   std::vector<std::uint64_t> fingerprints_;  // by catalogue entry: of its file's identity; 0 if that isn't known
 };

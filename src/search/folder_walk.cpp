@@ -71,7 +71,7 @@ void FolderWalk::Visit(WalkNode& node, std::optional<FolderListing>& fresh) cons
     return;
   }
   if (node.listing != ColFiles::kNoListing) return;
-  // A folder that can't be listed gives nothing, one that fails half-way what came until then.
+  // A failure is no trouble: what was listed until then counts, if only nothing.
   (void)ports_.files.List(path, fresh.emplace());
   DropRepeats(*fresh, ports_.files.Style());
   fresh->names.shrink_to_fit();

@@ -1,9 +1,7 @@
 #include "search/heads.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cstring>
-#include <thread>
 
 #include "search/read_ahead.h"
 
@@ -11,20 +9,20 @@ namespace tresmor {
 
 namespace {
 
-// Fills `into` from `offset`, with zero bytes where the file has none. All zero, and false, if it can't be read. A lack
-// of descriptors is waited out, unless the search is stopped.
-bool ReadPart(const FileSystem& files, const StopToken& stop, const std::string& path, std::int64_t offset,
-              std::span<char> into) {
-  std::memset(into.data(), 0, into.size());
+// Fills `into` from `offset`, with zero bytes where the file has none. All zero, and false, if it can't be read; all
+// zero too after a stop.
+bool ReadPart(FileProps& table, std::int32_t index, const HeadPorts& ports, std::int64_t offset, std::span<char> into) {
   Errors failure = Errors::None;
-  auto reader = files.Open(path, failure);
-  while (!reader && failure == Errors::TooManyFiles && !stop.Stopped()) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    reader = files.Open(path, failure);
+  FileReader::Result read;
+  auto reader = ports.kept.Open(table, index, failure, [] {});
+  if (reader) {
+    read = reader->ReadAt(offset, into);
+    failure = read.failure;
+    ports.kept.Keep(table[index], std::move(reader));
   }
-  if (reader && reader->ReadAt(offset, into).failure == Errors::None) return true;
-  std::memset(into.data(), 0, into.size());
-  return failure == Errors::TooManyFiles;
+  if (failure != Errors::None) read.got = 0;
+  std::fill(into.begin() + static_cast<std::ptrdiff_t>(read.got), into.end(), '\0');
+  return failure == Errors::None || failure == Errors::TooManyFiles;
 }
 
 // Refines an order of records by one part of their heads after the other.
@@ -94,8 +92,8 @@ class HeadOrder {
 
   void ReadRecord(std::uint32_t record, std::int64_t offset, std::span<char> into) {
     const std::int32_t index = first_ + static_cast<std::int32_t>(record);
-    if (!ReadPart(ports_.files, ports_.stop, table_.Path(index), offset, into)) table_[index].DupGrp = kReadError;
-    ports_.observer.SetTag(index);
+    if (!ReadPart(table_, index, ports_, offset, into)) table_[index].DupGrp = kReadError;
+    if (ports_.headObserver != nullptr) ports_.headObserver->SetTag(index);
   }
 
   void Sort(std::size_t length) {
@@ -131,9 +129,9 @@ std::vector<std::uint32_t> RankHeads(FileProps& table, std::int32_t first, std::
   return HeadOrder(table, first, last, ports).Rank();
 }
 
-std::string ReadHead(const FileProps& table, std::int32_t index, const HeadPorts& ports) {
+std::string ReadHead(FileProps& table, std::int32_t index, const HeadPorts& ports) {
   std::string head(ports.limits.head, '\0');
-  ReadPart(ports.files, ports.stop, table.Path(index), 0, head);
+  ReadPart(table, index, ports, 0, head);
   return head;
 }
 

@@ -9,6 +9,7 @@
 #include "base/thread_pool.h"
 #include "platform/file_system.h"
 #include "search/file_props.h"
+#include "search/kept_files.h"
 #include "search/limits.h"
 #include "search/search_observer.h"
 
@@ -16,10 +17,14 @@ namespace tresmor {
 
 struct HeadPorts {
   const FileSystem& files;
+  KeptFiles& kept;  // what was opened stays there
   ThreadPool& pool;
   const StopToken& stop;
-  SearchObserver& observer;  // gets the index of each file as its tag
+  SearchObserver& observer;
   const SearchLimits& limits;
+  // Gets the index of each file whose head is read as its tag, where the heads are a phase of their own. The heads of
+  // big runs are read before any run is compared, and their figures would run ahead of it.
+  SearchObserver* headObserver = nullptr;
 };
 
 // For each record from `first` to `last` a number that orders the heads as their bytes do and is equal for equal heads.
@@ -29,6 +34,6 @@ struct HeadPorts {
 std::vector<std::uint32_t> RankHeads(FileProps& table, std::int32_t first, std::int32_t last, const HeadPorts& ports);
 
 // The head of one file, filled with zero bytes.
-std::string ReadHead(const FileProps& table, std::int32_t index, const HeadPorts& ports);
+std::string ReadHead(FileProps& table, std::int32_t index, const HeadPorts& ports);
 
 }  // namespace tresmor

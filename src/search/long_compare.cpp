@@ -8,7 +8,7 @@ namespace tresmor {
 
 bool IsLong(const CompareRange& range, SizeRule rule, const ComparePorts& ports) {
   return rule == SizeRule::SameSize && range.Sz0 >= 2 * ports.limits.segment && ports.threads > 1 &&
-         range.Count() * ports.threads <= ports.files.OpenLimit();
+         range.Count() * ports.threads <= ports.kept.LeftOpen();
 }
 
 // One comparison whose stretches are refined by several threads at once. Each stretch starts from what all finished

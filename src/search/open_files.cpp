@@ -1,8 +1,6 @@
 #include "search/open_files.h"
 
 #include <algorithm>
-#include <chrono>
-#include <thread>
 
 namespace tresmor {
 
@@ -10,6 +8,7 @@ void OpenFiles::Start(const FileProps& table, std::int32_t first, std::size_t co
   CloseAll();
   table_ = &table;
   first_ = first;
+  count_ = count;
   readers_.resize(std::max(readers_.size(), count));
 }
 
@@ -22,24 +21,16 @@ void OpenFiles::Close(int file) {
 
 void OpenFiles::CloseAll() {
   if (open_ == 0) return;
-  for (auto& reader : readers_) reader.reset();
+  for (std::size_t file = 0; file < count_; ++file) readers_[file].reset();
   open_ = 0;
 }
 
 // Other threads hold descriptors too. Giving back our own before waiting keeps two comparisons from waiting for each
 // other.
 std::unique_ptr<FileReader> OpenFiles::Open(int file, Errors& failure) {
-  const FileProp& record = (*table_)[first_ + file];
-  path_.clear();
-  table_->folders->AppendPath(record.folder, path_);
-  path_.append(record.Name());
-  auto reader = files_.Open(path_, failure);
-  while (!reader && failure == Errors::TooManyFiles && !stop_.Stopped()) {
-    CloseAll();
-    std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    reader = files_.Open(path_, failure);
-  }
-  if (reader && reader->Size() != record.Sz) reader.reset();
+  const std::int32_t index = first_ + file;
+  auto reader = kept_.Open(*table_, index, failure, [this] { CloseAll(); });
+  if (reader && reader->Size() != (*table_)[index].Sz) reader.reset();
   return reader;
 }
 
@@ -47,20 +38,20 @@ OpenFiles::Bytes OpenFiles::Read(int file, std::int64_t offset, std::span<char> 
   if (stop_.Stopped()) return {};
   const std::int64_t left = std::max<std::int64_t>((*table_)[first_ + file].Sz - offset, 0);
   const std::size_t want = std::min(into.size(), static_cast<std::size_t>(left));
-  auto& kept = readers_[static_cast<std::size_t>(file)];
+  auto& open = readers_[static_cast<std::size_t>(file)];
   std::unique_ptr<FileReader> passing;
-  if (!kept) {
+  if (!open) {
     Errors failure = Errors::None;
     auto reader = Open(file, failure);
     if (!reader) return {0, failure != Errors::TooManyFiles};
     if (open_ < limit_) {
-      kept = std::move(reader);
+      open = std::move(reader);
       ++open_;
     } else {
       passing = std::move(reader);
     }
   }
-  FileReader& reader = kept ? *kept : *passing;
+  FileReader& reader = open ? *open : *passing;
   const auto result = reader.ReadAt(offset, into.first(want));
   return {result.got, result.got < want};
 }

@@ -8,8 +8,7 @@
 #include <vector>
 
 #include "base/stop_token.h"
-#include "platform/file_system.h"
-#include "search/file_props.h"
+#include "search/kept_files.h"
 
 namespace tresmor {
 
@@ -17,8 +16,7 @@ namespace tresmor {
 class OpenFiles {
  public:
   // Keeps at most `limit` files open.
-  OpenFiles(const FileSystem& files, const StopToken& stop, std::size_t limit)
-      : files_(files), stop_(stop), limit_(limit) {}
+  OpenFiles(KeptFiles& kept, const StopToken& stop, std::size_t limit) : kept_(kept), stop_(stop), limit_(limit) {}
 
   // Closes everything and turns to `count` records from `first`.
   void Start(const FileProps& table, std::int32_t first, std::size_t count);
@@ -37,14 +35,14 @@ class OpenFiles {
  private:
   std::unique_ptr<FileReader> Open(int file, Errors& failure);
 
-  const FileSystem& files_;
+  KeptFiles& kept_;
   const StopToken& stop_;
   std::size_t limit_;
   const FileProps* table_ = nullptr;
   std::int32_t first_ = 0;
+  std::size_t count_ = 0;
   std::size_t open_ = 0;
   std::vector<std::unique_ptr<FileReader>> readers_;
-  std::string path_;
 };
 
 }  // namespace tresmor

@@ -32,8 +32,8 @@ class SearchObserver {
   virtual ~SearchObserver() = default;
   virtual void ShowMessage(std::string text) = 0;     // straight into the message panel
   virtual void SetProgressMsg(std::string text) = 0;  // template with the placeholder "[value]"
-  virtual void SetItemsCnt(std::int64_t count) = 0;   // catalogued files, the divisor of the progress bar
-  virtual void SetTag(std::int64_t index) = 0;        // progress value; called once a file at the most, must be cheap
+  virtual void SetItemsCnt(std::int64_t count) = 0;   // files that the bar's 100 stands for
+  virtual void SetTag(std::int64_t index) = 0;        // progress value; called for each file, must be cheap
   virtual void ClearTag() = 0;
   virtual void SetBar(int percent) = 0;
   virtual void EnableTimer(bool on) = 0;

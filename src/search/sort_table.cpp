@@ -41,8 +41,10 @@ int CompareFileProp(const FileProp& a, const FileProp& b, FileKey key) {
 }
 
 void QuickSortBySize(FileProps& table, std::int32_t l, std::int32_t r) {
-  QuickSort(Stretch(table, l, r), l,
-            [](const FileProp& a, const FileProp& b) { return CompareFileProp(a, b, FileKey::Size); });
+  const auto records = Stretch(table, l, r);
+  SortKeyed(
+      records, l, [&](std::size_t k) { return static_cast<std::uint64_t>(records[k].Sz); },
+      [](const FileProp&, const FileProp&) { return 0; });
 }
 
 void QuickSortByName(FileProps& table, std::int32_t l, std::int32_t r) {

@@ -11,7 +11,7 @@ namespace tresmor {
 bool ChkSrchTarget(const FileProps& table, std::int32_t dupStart, std::int32_t dupEnd, bool isAllSrchTarget);
 
 // Takes back the groups among the records dupStart to dupEnd that hold no target. That takes back read errors too: they
-// are in no group, and so go unreported as soon as a scope has areas.
+// are in no group, and so go unreported as soon as not all rows of a scope are targets.
 void ReChkSrchTarget(FileProps& table, std::int32_t dupStart, std::int32_t dupEnd);
 
 }  // namespace tresmor

@@ -11,13 +11,15 @@ void Verdict::JudgeFirst(const Failed& failed, const Agree& agree) {
   for (int i = 0; i < Count(); ++i) {
     if (failed(i)) Group(i) = kReadError;
   }
+  const auto mayMeet = [&](int i, int j) { return rule_ == SizeRule::DifferentSizes || Size(j) == Size(i); };
+  std::vector<int> others;
   for (int i = 0; i < Count(); ++i) {
     if (Group(i) != kNoGroup) continue;
-    std::vector<int> candidates;
+    others.clear();
     for (int j = i + 1; j < Count(); ++j) {
-      if (Group(j) == kNoGroup && (rule_ == SizeRule::DifferentSizes || Size(j) == Size(i))) candidates.push_back(j);
+      if (Group(j) == kNoGroup && mayMeet(i, j) && Agrees(agree, i, j)) others.push_back(j);
     }
-    TakeUp(i, candidates, agree);
+    TakeUp(i, others);
   }
   CloseBlock();
 }
@@ -39,11 +41,11 @@ void Verdict::JudgeNext(const Failed& failed, const Agree& agree) {
     if (members.front() == i) {
       TestMembers(i, {members.begin() + 1, members.end()}, agree);
     } else if (Group(i) == kDropped) {
-      std::vector<int> candidates;
+      std::vector<int> others;
       for (int j : members) {
-        if (j > i && Group(j) == kDropped) candidates.push_back(j);
+        if (j > i && Group(j) == kDropped && Agrees(agree, i, j)) others.push_back(j);
       }
-      TakeUp(i, candidates, agree);
+      TakeUp(i, others);
     }
   }
   CloseBlock();
@@ -55,14 +57,10 @@ bool Verdict::MayStand(int leader, const std::vector<int>& others) const {
   return std::any_of(others.begin(), others.end(), [&](int j) { return Size(j) != Size(leader); });
 }
 
-void Verdict::TakeUp(int leader, const std::vector<int>& candidates, const Agree& agree) {
-  std::vector<int> taken;
-  for (int j : candidates) {
-    if (Agrees(agree, leader, j)) taken.push_back(j);
-  }
-  if (!MayStand(leader, taken)) return;
+void Verdict::TakeUp(int leader, const std::vector<int>& others) {
+  if (!MayStand(leader, others)) return;
   Group(leader) = first_ + leader;
-  for (int j : taken) Group(j) = first_ + leader;
+  for (int j : others) Group(j) = first_ + leader;
 }
 
 // A group that lost members by failures alone is left as it is, even if only its leader remains.

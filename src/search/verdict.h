@@ -48,7 +48,7 @@ class Verdict {
   bool ForgivesMiss() { return tolerant_ && --tolBudget_ >= 0; }
   std::size_t Place(std::int32_t group) const { return static_cast<std::size_t>(group - first_); }
   bool MayStand(int leader, const std::vector<int>& others) const;
-  void TakeUp(int leader, const std::vector<int>& candidates, const Agree& agree);
+  void TakeUp(int leader, const std::vector<int>& others);
   void TestMembers(int leader, const std::vector<int>& others, const Agree& agree);
   void CloseBlock();
 

@@ -49,12 +49,13 @@ void SearchControl::RunSearch() {
   stop_.Reset();
   frm_.msgBar.Text = "Start ...";
   EmptyLists();
+  frm_.session.HasSrchResult = true;
   progress_.SrchStartTime = ports_.events.Seconds();
   srchFileCnt_ = RunOnWorker();
   frm_.pbMain.Value = 0;
   frm_.tmrProgress.Enabled = false;
   frm_.msgBar.Text = "Completed in " + progress_.Elapsed() + ", searched " + std::to_string(srchFileCnt_) + " files.";
-  ShowResult(frm_.results);
+  ShowResult(frm_);
 }
 
 void SearchControl::CancelSearch() {

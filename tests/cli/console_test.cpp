@@ -21,8 +21,8 @@ class RunConsoleTest : public tests::ConsoleTest {
     tests::Scratch scratch;
     ErrorOutput errors(scratch.File(), ErrorDevice::File);
     const char* argv[] = {"tresmor-cli", "find", "/data"};
-    const int status =
-        RunConsole(3, argv, {files, shell, events, "/home", out.get(), false, errors, [] { return false; }, [] {}});
+    const int status = RunConsole(
+        3, argv, {files, writer, shell, events, "/home", out.get(), false, errors, [] { return false; }, [] {}});
     err = scratch.Text();
     return status;
   }

@@ -13,6 +13,7 @@
 #include "desk/scripted_event_queue.h"
 #include "search/search_world.h"
 #include "support/memory_file_system.h"
+#include "support/memory_file_writer.h"
 
 namespace tresmor::tests {
 
@@ -50,7 +51,7 @@ class ConsoleTest : public testing::Test {
     Scratch err;
     ErrorOutput errors(err.File(), errDevice);
     const int status = RunConsole(static_cast<int>(argv.size()), argv.data(),
-                                  {files, shell, events, "/home", out.File(), outIsTerminal, errors,
+                                  {files, writer, shell, events, "/home", out.File(), outIsTerminal, errors,
                                    [this] { return interrupted.load(); }, [this] { ++ends; }});
     errors.ClearProgress();
     return {status, out.Text(), err.Text()};
@@ -81,6 +82,7 @@ class ConsoleTest : public testing::Test {
   }
 
   MemoryFileSystem files;
+  MemoryFileWriter writer{files};
   FakeShell shell;
   ScriptedEventQueue events;
   ErrorDevice errDevice = ErrorDevice::File;

@@ -163,6 +163,34 @@ TEST_F(FindTest, Json) {
 )");
 }
 
+TEST_F(FindTest, PortionsInEveryFormat) {
+  const std::string content(120'000, 'x');
+  MakeFile("/data/whole", content);
+  MakeFile("/data/cut", content.substr(0, 60'000));
+  const auto find = [this](const char* format) {
+    return Find({"/data", "--types", "portions", "--format", format}).out;
+  };
+  EXPECT_THAT(find("text"), StartsWith("Portions: 2 files in 1 group\n"
+                                       "============================\n"
+                                       "\n"
+                                       "2 files, 175.78 KB\n"
+                                       "    58.59 KB  2004/07/01 00:00:00  /data/cut\n"
+                                       "   117.19 KB  2004/07/01 00:00:00  /data/whole\n"
+                                       "\n"
+                                       "Completed"));
+  EXPECT_THAT(find("json"), HasSubstr("\"portions\": [\n"
+                                      R"({"path":"/data/cut","size":60000,"date":"2004-07-01T00:00:00Z","group":0},)"
+                                      "\n"
+                                      R"({"path":"/data/whole","size":120000,"date":"2004-07-01T00:00:00Z","group":0})"
+                                      "\n],"));
+  EXPECT_EQ(find("csv"),
+            "list,group,folder,name,size,date\r\n"
+            "portions,0,/data/,cut,60000,2004-07-01T00:00:00Z\r\n"
+            "portions,0,/data/,whole,120000,2004-07-01T00:00:00Z\r\n");
+  EXPECT_EQ(find("groups"), "/data/cut\n/data/whole\n");
+  EXPECT_EQ(find("groups0"), "/data/cut\0/data/whole\0"s);
+}
+
 TEST_F(FindTest, JsonOfOddNames) {
   MakeFile("/data/.p\n\"", "");
   MakeFile("/data/q\xff", "");
@@ -347,6 +375,18 @@ TEST_F(FindTest, InterruptInTheWalkFindsNothing) {
   EXPECT_EQ(document["searched"], 0);
   EXPECT_TRUE(document["lists"]["zero"].empty());
   EXPECT_EQ(run.err, "");
+}
+
+// No timer ticks here, so the program first asks when the search is over.
+TEST_F(FindTest, AnInterruptBehindTheSearchLosesNothing) {
+  MakeSmallWorld();
+  const ConsoleRun whole = Find({"/data", "--format", "csv"});
+  interrupted = true;
+  const ConsoleRun run = Find({"/data", "--format", "csv"});
+  EXPECT_THAT(run.out, HasSubstr("duplicates,"));
+  EXPECT_EQ(run.out, whole.out);
+  EXPECT_EQ(run.err, "tresmor-cli: Cancelled. What was found until then is printed.\n");
+  EXPECT_EQ(run.status, kCancelled);
 }
 
 TEST_F(FindTest, InterruptedGroupsAreWholeOrLeftOut) {

@@ -15,7 +15,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-std::variant<FindOptions, std::string> ParseAny(std::vector<const char*> arguments) {
+Command ParseAny(std::vector<const char*> arguments) {
   arguments.insert(arguments.begin(), "tresmor-cli");
   return ParseCommandLine(static_cast<int>(arguments.size()), arguments.data());
 }
@@ -102,6 +102,7 @@ TEST(OptionsTest, PathsWithOddNamesStayWhole) {
 
 TEST(OptionsTest, HelpAndVersionAreTexts) {
   EXPECT_EQ(std::get<std::string>(ParseAny({"--version"})), "tresmor-cli 3.1.0\n");
+  EXPECT_EQ(std::get<std::string>(ParseAny({"find", "--version"})), "tresmor-cli 3.1.0\n");
   EXPECT_THAT(std::get<std::string>(ParseAny({"--help"})), HasSubstr("find"));
   const std::string help = std::get<std::string>(ParseAny({"find", "--help"}));
   for (const char* option :
@@ -109,6 +110,24 @@ TEST(OptionsTest, HelpAndVersionAreTexts) {
         "--tolerant", "--no-protect", "--format", "--progress", "--quiet", "groups0", "Exit status"}) {
     EXPECT_THAT(help, HasSubstr(option));
   }
+}
+
+TEST(OptionsTest, HelpShowsTheOneValueOfARepeatableOption) {
+  const std::string help = std::get<std::string>(ParseAny({"find", "--help"}));
+  for (const char* line :
+       {"  --area DIR                  Also search DIR, only for something to compare with (repeatable)",
+        "  --exclude DIR               Keep out of DIR (repeatable)",
+        "  --types TYPE,...            Of zero, duplicates, names, portions; by default the first three"}) {
+    EXPECT_THAT(help, HasSubstr("\n" + std::string(line) + "\n"));
+  }
+}
+
+TEST(OptionsTest, RepeatableOptionsTakeOneValueEachTime) {
+  const FindOptions options = Parse({"--exclude", "a", "b", "--exclude=c", "--types", "zero", "d", "--types=names"});
+  EXPECT_THAT(options.excludes, ElementsAre("a", "c"));
+  EXPECT_THAT(options.paths, ElementsAre("b", "d"));
+  EXPECT_THAT(options.types, ElementsAre(true, false, true, false));
+  EXPECT_THAT(FindComplaint({"--area"}), StartsWith("--area: 1 required DIR missing"));
 }
 
 TEST(OptionsTest, WrongUseIsTold) {

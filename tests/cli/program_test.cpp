@@ -4,6 +4,7 @@
 #include <sys/wait.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -19,6 +20,7 @@ using testing::HasSubstr;
 class ProgramTest : public testing::Test {
  protected:
   ProgramTest() {
+    std::signal(SIGINT, SIG_DFL);  // may be ignored where tests run in the background
     std::string pattern = std::filesystem::temp_directory_path() / "tresmor_XXXXXX";
     if (mkdtemp(pattern.data()) == nullptr) throw std::system_error(errno, std::generic_category(), pattern);
     root_ = pattern;
@@ -37,11 +39,13 @@ class ProgramTest : public testing::Test {
     for (int c = std::fgetc(pipe); c != EOF; c = std::fgetc(pipe)) text.push_back(static_cast<char>(c));
     const int ended = pclose(pipe);
     status = WIFEXITED(ended) ? WEXITSTATUS(ended) : -1;
+    endedBy = WIFSIGNALED(ended) ? WTERMSIG(ended) : 0;
     return text;
   }
 
   std::filesystem::path root_;
   int status = -1;
+  int endedBy = 0;  // the signal
 };
 
 TEST_F(ProgramTest, FindsDuplicatesInTheWorkingFolder) {
@@ -55,8 +59,10 @@ TEST_F(ProgramTest, FindsDuplicatesInTheWorkingFolder) {
 
 TEST_F(ProgramTest, ExitsWithItsStatus) {
   MakeFile("a", "same");
-  EXPECT_EQ(Shell("\"$cli\" --version"), "tresmor-cli 3.1.0\n");
-  EXPECT_EQ(status, 0);
+  for (const char* version : {"\"$cli\" --version", "\"$cli\" find --version"}) {
+    EXPECT_EQ(Shell(version), "tresmor-cli 3.1.0\n") << version;
+    EXPECT_EQ(status, 0) << version;
+  }
   EXPECT_THAT(Shell("\"$cli\" find nowhere 2>&1"), HasSubstr("'nowhere' does not exist"));
   EXPECT_EQ(status, 2);
   EXPECT_THAT(Shell("\"$cli\" find . 2>&1 >/dev/full"), HasSubstr("can't be written"));
@@ -68,18 +74,29 @@ TEST_F(ProgramTest, AClosedPipeEndsItQuietly) {
   EXPECT_EQ(Shell("{ \"$cli\" find . 2>&1 >&3; echo $? >&2; } 3>&1 2>status | true; cat status"), "3\n");
 }
 
-// The pair is so large, though all of it a hole, that the comparison is still running when the signal comes.
-TEST_F(ProgramTest, TermCancels) {
+// The pair is so large, though all of it a hole, that the comparison is still running when the signal comes. The
+// program takes the shell's place, since a shell starts what it puts into the background with SIGINT ignored.
+TEST_F(ProgramTest, SignalsCancel) {
   MakeFile("empty", "");
   MakeFile("a", "x");
   MakeFile("b", "x");
   std::filesystem::resize_file(root_ / "a", 1ULL << 38);
   std::filesystem::resize_file(root_ / "b", 1ULL << 38);
-  const std::string text = Shell(
-      "{ \"$cli\" find . --format csv --progress always 2>progress & } ; "
-      "until grep -qs duplicate progress; do sleep 0.05; done; kill -TERM $!; wait $!");
-  EXPECT_THAT(text, HasSubstr(",empty,0,"));
-  EXPECT_EQ(status, 130);
+  for (const std::string signal : {"TERM", "INT"}) {
+    const std::string text = Shell("rm -f progress; { until grep -qs duplicate progress; do sleep 0.05; done; kill -" +
+                                   signal + " $$; } & exec \"$cli\" find . --format csv --progress always 2>progress");
+    EXPECT_THAT(text, HasSubstr(",empty,0,")) << signal;
+    EXPECT_EQ(status, 130) << signal;
+  }
+}
+
+// More findings than a pipe holds, and nobody reads on before the signal comes: the program still prints.
+TEST_F(ProgramTest, OnceTheSearchIsOverOneSignalEndsIt) {
+  for (int i = 0; i < 3000; ++i) MakeFile(std::string(200, 'n') + std::to_string(i), "");
+  Shell(
+      "mkfifo pipe; exec 3<>pipe; { head -c 1; kill -INT $$; exec cat; } <pipe >/dev/null 3>&- & "
+      "exec \"$cli\" find . >pipe");
+  EXPECT_EQ(endedBy, SIGINT);
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include "base/failure.h"
 #include "controls/check_box.h"
 #include "controls/check_list.h"
+#include "controls/choice_list.h"
 #include "controls/panel.h"
 #include "controls/progress_bar.h"
 #include "controls/tab_strip.h"
@@ -140,6 +141,34 @@ TEST(CheckList, CountsFromZeroAndTicksOneEntry) {
   EXPECT_EQ(list.Text(1), "Duplicates");
   EXPECT_EQ(FailureOf([&] { list.SetTicked(2, true); }), Errors::Subscript);
   EXPECT_EQ(FailureOf([&] { (void)list.Ticked(-1); }), Errors::Subscript);
+}
+
+TEST(ChoiceList, TellsOfTheEntryThatIsChosen) {
+  ChoiceList list({"none", "new", "old"}, 1);
+  EXPECT_EQ(list.ListCount(), 3);
+  EXPECT_EQ(list.ListIndex(), 1);
+  EXPECT_EQ(list.List(2), "old");
+  std::vector<std::pair<When, std::int32_t>> heard;
+  list.Listen([&](const Notice& notice) {
+    EXPECT_EQ(notice.what, What::Value);
+    EXPECT_EQ(notice.first, 2);
+    heard.emplace_back(notice.when, list.ListIndex());
+  });
+  list.Choose(1);
+  EXPECT_TRUE(heard.empty());
+  list.Choose(2);
+  const std::vector<std::pair<When, std::int32_t>> expected = {{When::Before, 1}, {When::After, 2}};
+  EXPECT_EQ(heard, expected);
+}
+
+TEST(ChoiceList, FailsWhereNoEntryStands) {
+  ChoiceList list({"none", "new"});
+  for (const std::int32_t index : {-1, 2}) {
+    EXPECT_EQ(FailureOf([&] { list.Choose(index); }), Errors::Subscript);
+    EXPECT_EQ(FailureOf([&] { (void)list.List(index); }), Errors::Subscript);
+  }
+  EXPECT_EQ(list.ListIndex(), 0);
+  EXPECT_EQ(FailureOf([] { const ChoiceList none({}, 0); }), Errors::Subscript);
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
 // What every implementation of FileSystem keeps to.
+#include "platform/file_system_contract.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -6,78 +7,12 @@
 #include <algorithm>
 #include <thread>
 
-#include "platform/file_world.h"
-
 namespace tresmor {
 
 namespace {
 
 using testing::ElementsAre;
 using testing::UnorderedElementsAre;
-
-struct Implementation {
-  const char* name;
-  std::function<std::unique_ptr<FileWorld>()> make;
-};
-
-void PrintTo(const Implementation& implementation, std::ostream* out) { *out << implementation.name; }
-
-class FileSystemContract : public testing::TestWithParam<Implementation> {
- protected:
-  // Full path of a path that is written with '/'.
-  std::string At(std::string path) const {
-    std::replace(path.begin(), path.end(), '/', files_.Style().separator);
-    return world_->Root() + path;
-  }
-  std::string Separator() const { return files_.Style().Tail(); }
-
-  Errors ListFailure(const std::string& folder) const {
-    FolderListing listing;
-    return files_.List(folder, listing);
-  }
-  std::vector<std::string> Names(const std::string& folder) const {
-    FolderListing listing;
-    EXPECT_EQ(files_.List(folder, listing), Errors::None);
-    std::vector<std::string> names;
-    for (const auto& entry : listing.entries) names.emplace_back(listing.Name(entry));
-    return names;
-  }
-  FileStat Stat(const std::string& path) const {
-    FileStat stat;
-    EXPECT_EQ(files_.Stat(path, stat), Errors::None) << path;
-    return stat;
-  }
-  Errors StatFailure(const std::string& path) const {
-    FileStat stat;
-    return files_.Stat(path, stat);
-  }
-  std::unique_ptr<FileReader> Open(const std::string& path) const {
-    Errors failure = Errors::Device;
-    auto reader = files_.Open(path, failure);
-    EXPECT_EQ(failure, Errors::None) << path;
-    EXPECT_NE(reader, nullptr) << path;
-    return reader;
-  }
-  Errors OpenFailure(const std::string& path) const {
-    Errors failure = Errors::None;
-    EXPECT_EQ(files_.Open(path, failure), nullptr);
-    return failure;
-  }
-  static std::string Read(FileReader& reader, std::int64_t offset, std::size_t length) {
-    std::string bytes(length, '?');
-    const FileReader::Result result = reader.ReadAt(offset, bytes);
-    EXPECT_EQ(result.failure, Errors::None);
-    bytes.resize(result.got);
-    return bytes;
-  }
-  std::string Content(const std::string& path) const {
-    const auto reader = Open(path);
-    return reader ? Read(*reader, 0, static_cast<std::size_t>(reader->Size())) : std::string();
-  }
-
-  const std::unique_ptr<FileWorld> world_ = GetParam().make();
-  const FileSystem& files_ = world_->Files();
-};
 
 TEST_P(FileSystemContract, ListTellsNameKindAndHidden) {
   world_->MakeFile(At("top/file"), "x");
@@ -228,57 +163,6 @@ TEST_P(FileSystemContract, DotsInAPathAreSteps) {
   EXPECT_EQ(StatFailure(At("a/b/file/../file")), Errors::PathAccess);
 }
 
-TEST_P(FileSystemContract, StatAllTellsTheSameAsStat) {
-  world_->MakeFile(At("top/file"), "12345");
-  world_->MakeFolder(At("top/folder"));
-  world_->MakeLink(At("top/link"), "file");
-  world_->MakeFile(At("top/.secret"), "1");
-  world_->Hide(At("top/.secret"));
-  world_->MakeLink(At("to top"), "top");
-  // One text without ends between the names, as in a listing.
-  const std::string text = "filefolderlinkmissing.secret";
-  const std::string tooLong(256, 'n');
-  const std::string huge(70'000, 'n');
-  const std::string nul("file\0x", 6);
-  const std::string_view names[] = {{text.data(), 4},
-                                    {text.data() + 4, 6},
-                                    {text.data() + 10, 4},
-                                    {text.data() + 14, 7},
-                                    {text.data() + 21, 7},
-                                    tooLong,
-                                    huge,
-                                    nul};
-  for (const char* folder : {"top", "top/", "to top"}) {
-    std::vector<FileStat> stats(std::size(names));
-    std::vector<Errors> failures(std::size(names), Errors::Device);
-    files_.StatAll(At(folder), names, stats, failures);
-    EXPECT_THAT(failures, ElementsAre(Errors::None, Errors::None, Errors::None, Errors::FileNotFound, Errors::None,
-                                      Errors::BadFileName, Errors::BadFileName, Errors::BadFileName));
-    for (const std::size_t i : {0, 1, 2, 4}) {
-      const FileStat alone = Stat(At("top/" + std::string(names[i])));
-      EXPECT_EQ(stats[i].kind, alone.kind);
-      EXPECT_EQ(stats[i].hidden, alone.hidden);
-      EXPECT_EQ(stats[i].size, alone.size);
-      EXPECT_EQ(stats[i].modified, alone.modified);
-      EXPECT_EQ(stats[i].changedNs, alone.changedNs);
-      EXPECT_EQ(stats[i].links, alone.links);
-      EXPECT_EQ(stats[i].identity, alone.identity);
-    }
-    EXPECT_TRUE(stats[4].hidden);
-  }
-}
-
-TEST_P(FileSystemContract, StatAllGivesEachNameTheFailureOfTheFolder) {
-  world_->MakeFile(At("file"), "");
-  const std::string_view names[] = {"a", "b"};
-  FileStat stats[2];
-  Errors failures[2] = {};
-  files_.StatAll(At("missing"), names, stats, failures);
-  EXPECT_THAT(failures, ElementsAre(Errors::FileNotFound, Errors::FileNotFound));
-  files_.StatAll(At("file"), names, stats, failures);
-  EXPECT_THAT(failures, ElementsAre(Errors::PathAccess, Errors::PathAccess));
-}
-
 TEST_P(FileSystemContract, ReadAtGivesTheBytesOfThePlace) {
   world_->MakeFile(At("file"), "0123456789");
   const auto reader = Open(At("file"));
@@ -383,11 +267,8 @@ TEST_P(FileSystemContract, AnUnreadableFolderGivesNothing) {
     EXPECT_EQ(StatFailure(At("folder/file")), Errors::PermissionDenied);
     EXPECT_EQ(OpenFailure(At("folder/file")), Errors::PermissionDenied);
     EXPECT_EQ(Stat(At("folder")).kind, EntryKind::Folder);
-    const std::string_view names[] = {"file"};
-    FileStat stats[1];
-    Errors failures[1] = {};
-    files_.StatAll(At("folder"), names, stats, failures);
-    EXPECT_THAT(failures, ElementsAre(Errors::PermissionDenied));
+    FileStat stat;
+    EXPECT_EQ(OpenFolder(At("folder"))->Stat("file", stat), Errors::PermissionDenied);
   });
   EXPECT_THAT(Names(At("folder")), ElementsAre("file"));
 }
@@ -427,12 +308,12 @@ TEST_P(FileSystemContract, FoldersMayBeTwoThousandDeep) {
   EXPECT_EQ(Stat(At(folder + "/file")).size, 5);
   EXPECT_EQ(StatFailure(At(folder + "/missing")), Errors::FileNotFound);
   EXPECT_EQ(ListFailure(At(folder + "/file/" + folder)), Errors::PathAccess);
-  const std::string_view names[] = {"file", "missing"};
-  FileStat stats[2];
-  Errors failures[2] = {};
-  files_.StatAll(At(folder), names, stats, failures);
-  EXPECT_THAT(failures, ElementsAre(Errors::None, Errors::FileNotFound));
-  EXPECT_EQ(stats[0].size, 5);
+  FileStat stat;
+  const auto deepest = OpenFolder(At(folder));
+  ASSERT_NE(deepest, nullptr);
+  EXPECT_EQ(deepest->Stat("file", stat), Errors::None);
+  EXPECT_EQ(stat.size, 5);
+  EXPECT_EQ(deepest->Stat("missing", stat), Errors::FileNotFound);
 }
 
 TEST_P(FileSystemContract, AskingAheadDisturbsNothing) {
@@ -485,12 +366,7 @@ TEST_P(FileSystemContract, EveryRoutineMayRunOnManyThreads) {
   for (std::thread& thread : threads) thread.join();
 }
 
-INSTANTIATE_TEST_SUITE_P(All, FileSystemContract,
-                         testing::Values(Implementation{"Posix", MakePosixWorld},
-                                         Implementation{"Memory", [] { return MakeMemoryWorld(PathStyle::Posix()); }},
-                                         Implementation{"MemoryWindows",
-                                                        [] { return MakeMemoryWorld(PathStyle::Windows()); }}),
-                         [](const auto& info) { return info.param.name; });
+INSTANTIATE_TEST_SUITE_P(All, FileSystemContract, AllImplementations(), NameOf);
 
 }  // namespace
 

@@ -79,14 +79,14 @@ TEST(MemoryFiles, RecordEachCall) {
   EXPECT_TRUE(files.Calls().empty());
   FolderListing listing;
   files.List("/d", listing);
-  const std::string_view names[] = {"a", "b"};
-  FileStat stats[2];
-  Errors failures[2];
-  files.StatAll("/d/", names, stats, failures);
+  Errors failure = Errors::None;
+  const auto folder = files.OpenFolder("/d", failure);
+  FileStat stat;
+  folder->Stat("a", stat);
+  folder->Stat("b", stat);
   files.Cached("/d/a");
   files.ReadAhead("/d/a", 1, 2);
-  Errors failure = Errors::None;
-  const auto reader = files.Open("/d/a", failure);
+  const auto reader = folder->Open("a", failure);
   char buffer[3];
   reader->ReadAt(4, buffer);
   EXPECT_THAT(files.Calls(),

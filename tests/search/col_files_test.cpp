@@ -106,17 +106,5 @@ TEST(ColFiles, FoldersThatCouldNotBeOpenedAreNotTheSame) {
   EXPECT_FALSE(files.Knows({}));
 }
 
-TEST(ColFiles, ClearForgetsAll) {
-  ColFiles files(PathStyle::Posix());
-  const ColFiles::Folder folder = files.AddTop("/a/");
-  files.Add(folder.id, files.KeepListing(folder, ListingOf({"x"}, {1, 7})), 0, true);
-  files.KeepListing(files.AddTop("/b/"), ListingOf({"x"}, {1, 7}));
-  files.Clear();
-  EXPECT_EQ(files.Count(), 0);
-  EXPECT_FALSE(files.ReachedTwice());
-  EXPECT_FALSE(files.Knows({1, 7}));
-  EXPECT_EQ(files.FindListing(files.AddTop("/a/")), ColFiles::kNoListing);
-}
-
 }  // namespace
 }  // namespace tresmor

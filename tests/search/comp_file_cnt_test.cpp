@@ -5,102 +5,18 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <map>
-#include <memory>
-#include <thread>
+#include <algorithm>
+#include <span>
+#include <string>
+#include <tuple>
+#include <utility>
 
-#include "search/long_compare.h"
-#include "search/search_world.h"
+#include "search/compare_range_world.h"
 
 namespace tresmor {
 namespace {
 
 using testing::ElementsAre;
-
-// A table of files of one folder, in the order given.
-class Range {
- public:
-  explicit Range(SearchLimits limits = {}) : limits_(limits) {}
-
-  MemoryFileSystem& Files() { return files_; }
-
-  void Add(std::string content, const std::string& name = "") {
-    const auto size = static_cast<std::int64_t>(content.size());
-    const std::string path = "/d/" + NameFor(name);
-    files_.MakeFile(path, std::move(content));
-    Record(size);
-  }
-  void Add(std::int64_t size, MemoryFileSystem::Generator content) {
-    files_.MakeFile("/d/" + NameFor(""), size, std::move(content));
-    Record(size);
-  }
-
-  enum class Threads { One, Shared };
-  std::vector<std::int32_t> Compare(SizeRule rule = SizeRule::SameSize, bool tolerant = false,
-                                    Threads threads = Threads::One) {
-    names_.emplace_back();
-    const FolderId folder = tree_.AddTop("/d/");
-    FileProps table{records_, &tree_};
-    for (std::size_t k = 0; k < records_.size(); ++k) {
-      table.records[k].folder = folder;
-      table.records[k].name = names_[k].data();
-      table.records[k].nameLength = static_cast<std::uint16_t>(names_[k].size());
-    }
-    const CompareRange range{0, table.Last(), records_.front().Sz};
-    stop_.Reset();
-    ThreadPool pool(threads == Threads::One ? 1 : 3);
-    std::vector<std::unique_ptr<FileCompare>> compares;
-    for (std::size_t k = 0; k < pool.Threads(); ++k) {
-      compares.push_back(std::make_unique<FileCompare>(ComparePorts{files_, stop_, limits_, pool.Threads()}));
-    }
-    if (threads == Threads::Shared) {
-      CompLongFiles(table, range, compares, pool);
-    } else {
-      compares.front()->CompFileCnt(table, range, tolerant, rule);
-    }
-    std::vector<std::int32_t> groups;
-    for (const FileProp& record : table.records) groups.push_back(record.DupGrp);
-    return groups;
-  }
-
-  bool Stopped() const { return stop_.Stopped(); }
-  void StopWhenOpening() {
-    files_.SetHook([this](const MemoryFileSystem::Call& call) {
-      if (call.op == MemoryFileSystem::Op::Open) stop_.Stop();
-    });
-  }
-  // Stops the comparison in front of the given number of reads.
-  void StopAfter(int reads) {
-    auto left = std::make_shared<std::atomic<int>>(reads);
-    files_.SetHook([this, left](const MemoryFileSystem::Call& call) {
-      if (call.op == MemoryFileSystem::Op::Read && --*left == 0) stop_.Stop();
-    });
-  }
-
- private:
-  const std::string& NameFor(const std::string& name) {
-    names_.push_back(name.empty() ? std::to_string(names_.size()) : name);
-    return names_.back();
-  }
-  void Record(std::int64_t size) {
-    FileProp record;
-    record.Sz = size;
-    records_.push_back(record);
-  }
-
-  SearchLimits limits_;
-  MemoryFileSystem files_;
-  StopToken stop_;
-  FolderTree tree_;
-  std::deque<std::string> names_;
-  std::vector<FileProp> records_;
-};
-
-std::string Changed(std::string content, std::size_t at) {
-  content[at] = '!';
-  return content;
-}
 
 TEST(CompFileCnt, TwoEqualFilesAreAGroupUnderTheLower) {
   Range range;
@@ -192,131 +108,7 @@ TEST(CompFileCnt, FileThatShrinksWhileBeingReadIsAReadError) {
   EXPECT_THAT(range.Compare(), ElementsAre(0, 0, -3));
 }
 
-// --- the loose comparison
-// ---------------------------------------------------------------------------------------------
-
-std::string WithChanges(std::string content, int changes) {
-  for (int k = 0; k < changes; ++k) content[static_cast<std::size_t>(k)] = '!';
-  return content;
-}
-
-TEST(CompFileCntTolerant, SeventyOneOfAHundredSlicesAreEnough) {
-  const std::string content(100, 'x');
-  for (const auto& [changes, group] : {std::pair{29, 0}, {30, -1}}) {
-    Range range;
-    range.Add(content);
-    range.Add(WithChanges(content, changes));
-    EXPECT_THAT(range.Compare(SizeRule::SameSize, true), ElementsAre(group, group)) << changes;
-  }
-}
-
-TEST(CompFileCntTolerant, ShortBlockHasASliceForEachCharacter) {
-  const std::string content(10, 'x');
-  for (const auto& [changes, group] : {std::pair{2, 0}, {3, -1}}) {  // 8 of 10 and 7 of 10
-    Range range;
-    range.Add(content);
-    range.Add(WithChanges(content, changes));
-    EXPECT_THAT(range.Compare(SizeRule::SameSize, true), ElementsAre(group, group)) << changes;
-  }
-}
-
-// 150 characters make slices of two, so that the last quarter of the slices lies behind the end and agrees for free;
-// the first character is in none.
-TEST(CompFileCntTolerant, SlicesBehindTheEndAgree) {
-  const std::string content(150, 'x');
-  for (const auto& [changes, group] : {std::pair{1 + 2 * 29, 0}, {2 + 2 * 29, -1}}) {
-    Range range;
-    range.Add(content);
-    range.Add(WithChanges(content, changes));
-    EXPECT_THAT(range.Compare(SizeRule::SameSize, true), ElementsAre(group, group)) << changes;
-  }
-}
-
-// A million bytes are twenty blocks and a budget of six misses.
-std::string WithBadBlocks(int count) {
-  std::string content(1'000'000, 'x');
-  for (int block = 1; block <= count; ++block) {
-    std::fill_n(content.begin() + block * 50'000, 50'000, '!');
-  }
-  return content;
-}
-
-TEST(CompFileCntTolerant, BudgetForgivesSixMissesAndThenEverythingFalls) {
-  for (const auto& [bad, group] : {std::pair{6, 0}, {7, -1}}) {
-    Range range;
-    range.Add(WithBadBlocks(0));
-    range.Add(WithBadBlocks(bad));
-    EXPECT_THAT(range.Compare(SizeRule::SameSize, true), ElementsAre(group, group)) << bad;
-  }
-}
-
-TEST(CompFileCntTolerant, OverspentBudgetDropsEvenEqualFiles) {
-  Range range;
-  range.Add(WithBadBlocks(0));
-  range.Add(WithBadBlocks(0));
-  range.Add(WithBadBlocks(7));
-  EXPECT_THAT(range.Compare(SizeRule::SameSize, true), ElementsAre(-1, -1, -1));
-}
-
-TEST(CompFileCntTolerant, FirstBlockIsAGateWithoutABudget) {
-  std::string content(1'000'000, 'x');
-  std::string other = content;
-  std::fill_n(other.begin(), 50'000, '!');
-  Range range;
-  range.Add(content);
-  range.Add(other);
-  EXPECT_THAT(range.Compare(SizeRule::SameSize, true), ElementsAre(-1, -1));
-}
-
-// Whole blocks of forty such files would be forty megabytes; what is held of all of them together is a tenth of that.
-// The changed slices lie all over the block, so that none may be read from the wrong place.
-TEST(CompFileCntTolerant, BlocksAreReadInSharesThatFitTheBuffers) {
-  Range range;
-  for (int k = 0; k < 40; ++k) {
-    const int spoilt = k % 2 == 0 ? 29 : 30;  // of a hundred slices, others in each file
-    range.Add(999'999, [k, spoilt](std::int64_t offset, std::span<char> into) {
-      for (std::size_t i = 0; i < into.size(); ++i) {
-        const std::int64_t at = offset + static_cast<std::int64_t>(i);
-        const std::int64_t slice = (at + 1) / 10'000 - 1;  // of ten thousand bytes, from byte 9,999 on
-        const bool changed = k > 0 && slice >= 0 && slice * 37 % 99 < spoilt;
-        into[i] = static_cast<char>(at % 251 + (changed ? k : 0));
-      }
-    });
-  }
-  const auto groups = range.Compare(SizeRule::SameSize, true);
-  for (int k = 2; k < 40; k += 2) EXPECT_EQ(groups[static_cast<std::size_t>(k)], 0) << k;
-  for (int k = 1; k < 40; k += 2) EXPECT_NE(groups[static_cast<std::size_t>(k)], 0) << k;
-  for (const auto& call : range.Files().Calls()) EXPECT_LE(40 * call.length, 4'000'000);
-}
-
-// Seven of twenty blocks are half spoilt: too many for the budget of a file of twenty blocks, but few slices of a file
-// that is one block.
-TEST(CompFileCntTolerant, FileBelowAMillionBytesIsOneBlock) {
-  for (const auto& [size, group] : {std::pair{999'999, 0}, {1'000'000, -1}}) {
-    std::string content(static_cast<std::size_t>(size), 'x');
-    std::string other = content;
-    for (std::ptrdiff_t block = 1; block <= 7; ++block) std::fill_n(other.begin() + block * 50'000, 25'000, '!');
-    Range range;
-    range.Add(content);
-    range.Add(other);
-    EXPECT_THAT(range.Compare(SizeRule::SameSize, true), ElementsAre(group, group)) << size;
-  }
-}
-
-TEST(CompFileCntTolerant, TwoMillionBytesHaveABudgetOfTwelve) {
-  for (const auto& [bad, group] : {std::pair{12, 0}, {13, -1}}) {
-    std::string content(2'000'000, 'x');
-    std::string other = content;
-    std::fill_n(other.begin() + 50'000, bad * 50'000, '!');
-    Range range;
-    range.Add(content);
-    range.Add(other);
-    EXPECT_THAT(range.Compare(SizeRule::SameSize, true), ElementsAre(group, group)) << bad;
-  }
-}
-
 // --- portions
-// ---------------------------------------------------------------------------------------------------------
 
 TEST(CompFileCntPortions, EqualSizesStandTogetherOnlyWhereALongerFileTiesThem) {
   const std::string head(60'000, 'x');
@@ -362,19 +154,6 @@ TEST(CompFileCntPortions, ClassOfOneSizeIsNotReadOn) {
 }
 
 // --- cost
-// -------------------------------------------------------------------------------------------------------------
-
-std::map<std::string, std::int64_t> BytesRead(const MemoryFileSystem& files) {
-  std::map<std::string, std::int64_t> bytes;
-  std::map<std::pair<std::string, std::int64_t>, int> at;
-  for (const auto& call : files.Calls()) {
-    if (call.op != MemoryFileSystem::Op::Read) continue;
-    bytes[call.path] += call.length;
-    const int times = ++at[{call.path, call.offset}];
-    EXPECT_EQ(times, 1) << call.path << " at " << call.offset;
-  }
-  return bytes;
-}
 
 TEST(CompFileCntCost, EachByteIsReadOnce) {
   const std::string content(1'300'000, 'x');
@@ -405,7 +184,6 @@ TEST(CompFileCntCost, FewDescriptorsAreEnough) {
 }
 
 // --- stops
-// ------------------------------------------------------------------------------------------------------------
 
 // Of a comparison that was stopped anywhere nothing is left but failures.
 TEST(CompFileCntStop, LeavesNoGroup) {
@@ -437,66 +215,6 @@ TEST(CompFileCntStop, EndsAWaitForDescriptorsWithoutAFailure) {
   range.Files().SetOpenLimit(0);
   range.StopWhenOpening();
   EXPECT_THAT(range.Compare(), ElementsAre(-1, -1));
-}
-
-// --- long files, shared by threads
-// ------------------------------------------------------------------------------------
-
-SearchLimits ShortSegments() {
-  SearchLimits limits;
-  limits.segment = 100'000;
-  return limits;
-}
-
-void FillLongRange(Range& range) {
-  const std::string content(2'350'000, 'x');
-  range.Add(content);
-  range.Add(Changed(content, 2'349'999));
-  range.Add(content);
-  range.Add(Changed(content, 120'000));
-  range.Add(Changed(content, 2'349'999));
-  range.Add(Changed(Changed(content, 120'000), 2'000'000));
-  range.Add(content);
-  range.Add(Changed(content, 120'000));
-}
-
-TEST(CompLongFiles, VerdictsAreThoseOfOneThread) {
-  for (int round = 0; round < 5; ++round) {
-    Range shared(ShortSegments());
-    FillLongRange(shared);
-    EXPECT_THAT(shared.Compare(SizeRule::SameSize, false, Range::Threads::Shared),
-                ElementsAre(0, 1, 0, 3, 1, -1, 0, 3));
-    for (const auto& [path, bytes] : BytesRead(shared.Files())) EXPECT_LE(bytes, 2'350'000) << path;
-  }
-}
-
-TEST(CompLongFiles, FailureIsJudgedAsByOneThreadInWhateverOrderStretchesAreDone) {
-  Range alone;
-  FillLongRange(alone);
-  alone.Files().FailRead("/d/6", 1'700'000, Errors::Device);
-  alone.Files().FailRead("/d/0", 2'100'000, Errors::Device);
-  const auto expected = alone.Compare();
-  EXPECT_THAT(expected, ElementsAre(-3, 0, -1, 3, 0, -1, -3, 3));
-  for (int round = 0; round < 10; ++round) {
-    Range shared(ShortSegments());
-    FillLongRange(shared);
-    shared.Files().FailRead("/d/6", 1'700'000, Errors::Device);
-    shared.Files().FailRead("/d/0", 2'100'000, Errors::Device);
-    shared.Files().SetHook([round](const MemoryFileSystem::Call& call) {
-      if (call.offset / 100'000 % 3 == round % 3) std::this_thread::yield();
-    });
-    EXPECT_EQ(shared.Compare(SizeRule::SameSize, false, Range::Threads::Shared), expected);
-  }
-}
-
-TEST(CompLongFiles, UnlikeFilesGoInTheFirstBlock) {
-  Range range(ShortSegments());
-  for (int k = 0; k < 6; ++k) {
-    range.Add(50'000'000,
-              [k](std::int64_t, std::span<char> into) { std::fill(into.begin(), into.end(), static_cast<char>(k)); });
-  }
-  EXPECT_THAT(range.Compare(SizeRule::SameSize, false, Range::Threads::Shared), testing::Each(-1));
-  for (const auto& [path, bytes] : BytesRead(range.Files())) EXPECT_LE(bytes, 50'000) << path;
 }
 
 }  // namespace

@@ -17,13 +17,6 @@ using testing::IsEmpty;
 using testing::Not;
 using testing::UnorderedElementsAre;
 
-SearchRequest Everything(const std::string& folder) { return RequestFor({RowOf(folder)}, true, true, true, true); }
-SearchRequest Only(SrchType type, std::vector<ScopeRow> rows = {RowOf("/d/")}) {
-  SearchRequest request = RequestFor(std::move(rows), false, false, false, false);
-  request.types[static_cast<std::size_t>(type)] = true;
-  return request;
-}
-
 TEST(ExecSrch, EmptyFoldersGiveNoFilesFound) {
   MemoryFileSystem files;
   files.MakeFolder("/d/sub");
@@ -140,6 +133,9 @@ TEST(ExecSrch, AllEmptyFilesGiveNoPortions) {
   EXPECT_EQ(run->log.RowsOf(ResultList::ZeroSize).size(), 3U);
   EXPECT_TRUE(run->log.RowsOf(ResultList::Portions).empty());
   EXPECT_EQ(run->figure, 2);
+  // No head is read and nothing compared.
+  EXPECT_THAT(run->log.events, Contains("progress Reading file heads... [value] of 3 files..."));
+  EXPECT_THAT(run->log.events, Not(Contains("progress Search file portions in [value] of 3 files...")));
 }
 
 TEST(ExecSrch, ReadErrorsAreListedByBothPhases) {
@@ -250,6 +246,16 @@ TEST(ExecSrch, ExcludedFolderIsNeitherEnteredNorStartedIn) {
   EXPECT_EQ(found({RowOf("C:\\Data\\"), old, {"C:\\Data\\Old\\", "Yes", "", "", "", "", ScopeRow::kExcluded}}), 2U);
 }
 
+TEST(ExecSrch, FilesInARootAreListedWithItsSeparatorAlone) {
+  for (const auto& [style, root] : {std::pair{PathStyle::Windows(), "C:\\"}, {PathStyle::Posix(), "/"}}) {
+    MemoryFileSystem files(style);
+    for (const char* name : {"a.txt", "b.txt"}) files.MakeFile(root + std::string(name), "same");
+    const auto run = RunSearch(files, Only(SrchType::Duplicates, {RowOf(root)}));
+    EXPECT_THAT(run->log.Names(ResultList::Duplicates), UnorderedElementsAre("a.txt:0", "b.txt:0"));
+    for (const Finding& row : run->log.rows) EXPECT_EQ(row.folder, root);
+  }
+}
+
 TEST(ExecSrch, SystemFoldersAreProtectedOnlyIfAsked) {
   MemoryFileSystem files;
   files.MakeFile("/usr/a", "same");
@@ -291,9 +297,22 @@ TEST(ExecSrch, PhasesTellTheirTextsInOrder) {
                   "progress Showing search result - duplicate files... processing [value] of 2 files...", "show 1",
                   "message Searching file portions ...", "progress Reading file heads... [value] of 2 files...",
                   "bar 0", "progress Search file portions in [value] of 2 files...", "bar 0", "hide 3",
-                  "message Showing search result - file portions... [value] of 2 files...", "show 3", "timer off",
-                  "tag cleared"));
+                  "message Showing search result - file portions... [value] of 2 files...", "tag cleared", "show 3",
+                  "timer off", "tag cleared"));
   EXPECT_EQ(run->log.itemsCnt, 2);
+}
+
+// The way by path needs no descriptor.
+TEST(ExecSrch, LackOfDescriptorsForFoldersLosesNoFile) {
+  MemoryFileSystem files;
+  files.MakeFile("/d/a/same", "12345");
+  files.MakeFile("/d/b/same", "12345");
+  files.SetOpenLimit(0);
+  ScopeRow row = RowOf("/d/");
+  row.MaxSize = "1";
+  const auto run = RunSearch(files, Only(SrchType::SameName, {row}));
+  EXPECT_THAT(run->log.boxes, IsEmpty());
+  EXPECT_EQ(run->log.Names(ResultList::SameName).size(), 2U);
 }
 
 TEST(ExecSrch, VanishedFileIsLeftOutOfTheTable) {
@@ -335,103 +354,7 @@ TEST(ExecSrch, NothingIsADuplicateOfItself) {
               UnorderedElementsAre("a:0", "c:0"));
 }
 
-// --- stopping
-// ---------------------------------------------------------------------------------------------------------
-
-struct StoppedRun {
-  SearchLog log;
-  std::int64_t figure = -1;
-};
-
-// Stops the search in front of the given call.
-std::unique_ptr<StoppedRun> StopAt(MemoryFileSystem& files, const SearchRequest& request, MemoryFileSystem::Op op,
-                                   const std::string& path) {
-  auto run = std::make_unique<StoppedRun>();
-  StopToken stop;
-  files.SetHook([&](const MemoryFileSystem::Call& call) {
-    if (call.op == op && call.path == path) stop.Stop();
-  });
-  ThreadPool pool(1);
-  FakeShell shell;
-  run->figure = ExecSrch(request, {files, shell, FakeVersions(), pool, stop, run->log});
-  files.SetHook(nullptr);
-  return run;
-}
-
-TEST(ExecSrchStop, DuringTheWalkOrTheTableNothingIsListed) {
-  MemoryFileSystem files;
-  for (const char* path : {"/d/a", "/d/b", "/d/s/c"}) files.MakeFile(path, "same");
-  for (const auto& [op, path] :
-       {std::pair{MemoryFileSystem::Op::List, "/d/s/"}, {MemoryFileSystem::Op::Stat, "/d/a"}}) {
-    const auto run = StopAt(files, Everything("/d/"), op, path);
-    EXPECT_EQ(run->figure, 0);
-    EXPECT_TRUE(run->log.rows.empty());
-    EXPECT_THAT(run->log.events, Not(Contains("message Searching same file name  ...")));
-  }
-}
-
-TEST(ExecSrchStop, ComparisonThatWasStoppedListsNoGroup) {
-  MemoryFileSystem files;
-  for (const char* path : {"/d/a", "/d/b", "/d/c"}) files.MakeFile(path, std::string(200'000, 'x'));
-  const auto run = StopAt(files, Everything("/d/"), MemoryFileSystem::Op::Read, "/d/c");
-  EXPECT_EQ(run->figure, 2);  // it falls through the phases behind, and shows the first record if that is in a group
-  EXPECT_TRUE(run->log.rows.empty());
-}
-
-TEST(ExecSrchStop, BehindTheTableItEndsBeforeTheDuplicatesAndKeepsWhatIsListed) {
-  MemoryFileSystem files;
-  for (const char* path : {"/d/1/a", "/d/2/a", "/d/3/b", "/d/4/b", "/d/5/c"}) files.MakeFile(path, "same");
-  for (const bool duplicates : {true, false}) {
-    SearchRequest request = Only(SrchType::SameName);
-    request.types[static_cast<std::size_t>(SrchType::Duplicates)] = duplicates;
-    StopToken stop;
-    ThreadPool pool(1);
-    FakeShell shell;
-    SearchLog log;
-    log.onTag = [&](std::int64_t) {
-      if (log.events.back() == "hide 2") stop.Stop();  // behind the first run of names
-    };
-    const auto figure = ExecSrch(request, {files, shell, FakeVersions(), pool, stop, log});
-    EXPECT_EQ(figure, duplicates ? 0 : 4);
-    EXPECT_THAT(log.Names(ResultList::SameName), ElementsAre("a:-1", "a:-1"));
-    EXPECT_EQ(log.events.back() == "tag cleared", !duplicates);
-  }
-}
-
-TEST(ExecSrchStop, NoFurtherBoxOnceOneWasAnsweredByACancel) {
-  MemoryFileSystem files;
-  for (const char* path : {"/d/a", "/d/b", "/d/c"}) {
-    files.MakeFile(path, "same");
-    files.FailStat(path, Errors::PermissionDenied);
-  }
-  StopToken stop;
-  ThreadPool pool(1);
-  FakeShell shell;
-  SearchLog log;
-  log.onBox = [&] { stop.Stop(); };
-  ExecSrch(Only(SrchType::Duplicates), {files, shell, FakeVersions(), pool, stop, log});
-  EXPECT_EQ(log.boxes.size(), 1U);
-}
-
-TEST(ExecSrchStop, RowsAddedBeforeAStopWhileShowingStay) {
-  MemoryFileSystem files;
-  for (int k = 0; k < 10; ++k) files.MakeFile("/d/" + std::to_string(k), "same");
-  StopToken stop;
-  ThreadPool pool(1);
-  FakeShell shell;
-  SearchLog log;
-  bool showing = false;
-  log.onTag = [&](std::int64_t index) {
-    showing |= std::find(log.events.begin(), log.events.end(), "hide 1") != log.events.end();
-    if (showing && index == 3) stop.Stop();
-  };
-  const auto figure = ExecSrch(Only(SrchType::Duplicates), {files, shell, FakeVersions(), pool, stop, log});
-  EXPECT_EQ(figure, 9);
-  EXPECT_EQ(log.RowsOf(ResultList::Duplicates).size(), 4U);
-}
-
 // --- threads
-// ----------------------------------------------------------------------------------------------------------
 
 TEST(ExecSrchThreads, ResultIsTheSameWithAnyNumber) {
   MemoryFileSystem files;

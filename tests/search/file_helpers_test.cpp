@@ -16,6 +16,10 @@ TEST(FileDate, IsTheLastWriteOnTheUtcClock) {
   files.MakeFile("/a/x", "");
   files.SetModified("/a/x", kSomeDay);
   EXPECT_EQ(FormatStamp(GetFileDate(files, "/a/x")), "2003/07/02 00:00:00");
+  Errors failure = Errors::None;
+  const auto folder = files.OpenFolder("/a", failure);
+  EXPECT_EQ(FormatStamp(GetFileDate(*folder, "x")), "2003/07/02 00:00:00");
+  EXPECT_EQ(GetFileDate(*folder, "gone"), kZeroDate);
 }
 
 TEST(FileDate, IsZeroForWhatHasNone) {

@@ -34,13 +34,13 @@ class OddFileSystem final : public FileSystem {
     return failure;
   }
   Errors Stat(const std::string& path, FileStat& stat) const override { return files_.Stat(Bound(path), stat); }
-  void StatAll(const std::string& folder, std::span<const std::string_view> names, std::span<FileStat> stats,
-               std::span<Errors> failures) const override {
-    files_.StatAll(Bound(folder), names, stats, failures);
-  }
   std::unique_ptr<FileReader> Open(const std::string& path, Errors& failure) const override {
     return files_.Open(Bound(path), failure);
   }
+  std::unique_ptr<Folder> OpenFolder(const std::string& folder, Errors& failure) const override {
+    return files_.OpenFolder(Bound(folder), failure);
+  }
+  std::string Resolved(const std::string& path) const override { return files_.Resolved(path); }
   std::size_t OpenLimit() const override { return files_.OpenLimit(); }
   CacheState Cached(const std::string& path) const override { return files_.Cached(Bound(path)); }
   void ReadAhead(const std::string& path, std::int64_t offset, std::int64_t length) const override {

@@ -72,7 +72,7 @@ TEST_F(HostileTree, NamesOfAnyBytes) {
   sized.MaxSize = "5";
   walk_.Load({sized});
   EXPECT_THAT(walk_.Paths(), testing::UnorderedElementsAreArray(paths));
-  walk_.catalogue.Clear();
+  walk_.BeginAnew();
   walk_.Load({Row(At("caf?.jpg"))});
   EXPECT_THAT(walk_.Paths(),
               UnorderedElementsAre(At("in caf\xc3\xa9.jpg/caf\xc3\xa9.jpg"), At("in caf\xe9.jpg/caf\xe9.jpg")));

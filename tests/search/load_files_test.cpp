@@ -66,7 +66,7 @@ TEST_P(LoadFiles, PatternsAreTrimmedAndEmptyOnesFindNothing) {
   Make({"t/1.jpg", "t/2.gif", "t/s/3.gif", "t/noext", "t/s/noext"});
   walk.Load({Row(At("t/*.jpg;; *.gif ;  "))});
   EXPECT_EQ(walk.Paths(), All({"t/1.jpg", "t/s/3.gif", "t/2.gif"}));
-  walk.catalogue.Clear();
+  walk.BeginAnew();
   walk.Load({Row(At("t/"))});
   EXPECT_THAT(walk.Paths(), IsEmpty());
 }
@@ -174,7 +174,7 @@ TEST_P(LoadFiles, SizeBoundsAreExclusive) {
   row.MaxSize = "100";
   walk.Load({row});
   EXPECT_EQ(walk.Paths(), All({"t/0", "t/512", "t/513", "t/101887"}));
-  walk.catalogue.Clear();
+  walk.BeginAnew();
   row.MinSize = "0";
   walk.Load({row});
   EXPECT_EQ(walk.Paths(), All({"t/513", "t/101887"}));
@@ -198,7 +198,7 @@ TEST_P(LoadFiles, OnlyLimitsAskForAFileAndOnlyOnce) {
   ScopeRow row = Row(At("t/*.jpg;*.j*;*.gif"));
   walk.Load({row});
   EXPECT_THAT(Called(Op::Stat), IsEmpty());
-  walk.catalogue.Clear();
+  walk.BeginAnew();
   row.MaxSize = "5";
   walk.Load({row});
   EXPECT_THAT(Called(Op::Stat), testing::UnorderedElementsAre(At("t/1.jpg"), At("t/s/2.jpg"), At("t/s/3.gif")));

@@ -23,6 +23,7 @@ SearchLimits SmallLimits(int scale) {
   limits.head = 5;
   limits.portionFrom = 6 * scale;
   limits.firstPiece = 3 * static_cast<std::size_t>(scale);
+  limits.nextPiece = 5 * static_cast<std::size_t>(scale);
   limits.largestPiece = 11 * static_cast<std::size_t>(scale);
   limits.segment = 1 << 20;
   return limits;

@@ -7,19 +7,11 @@
 
 #include "base/stop_token.h"
 #include "base/thread_pool.h"
-#include "platform/shell.h"
 #include "search/exec_srch.h"
+#include "support/fake_shell.h"
 #include "support/memory_file_system.h"
 
 namespace tresmor {
-
-class FakeShell final : public Shell {
- public:
-  std::string GetWinDir() const override { return winDir; }
-  std::string GetProgramFilesDir() const override { return programFilesDir; }
-  std::string winDir = "/usr";
-  std::string programFilesDir = "/opt";
-};
 
 // Every file's version is its name.
 class FakeVersions final : public VersionReader {
@@ -93,6 +85,15 @@ inline SearchRequest RequestFor(std::vector<ScopeRow> rows, bool zero, bool dupl
   request.types = {zero, duplicates, names, portions};
   request.isAllSrchTarget = true;
   for (const ScopeRow& row : request.rows) request.isAllSrchTarget &= row.SearchTarget == "Yes";
+  return request;
+}
+
+inline SearchRequest Everything(const std::string& folder) {
+  return RequestFor({RowOf(folder)}, true, true, true, true);
+}
+inline SearchRequest Only(SrchType type, std::vector<ScopeRow> rows = {RowOf("/d/")}) {
+  SearchRequest request = RequestFor(std::move(rows), false, false, false, false);
+  request.types[static_cast<std::size_t>(type)] = true;
   return request;
 }
 

@@ -52,6 +52,8 @@ class Walk {
   explicit Walk(const FileSystem& files, std::size_t threads = 2)
       : catalogue(files.Style()), protectDir(files.Style()), files_(files), pool_(threads) {}
 
+  void BeginAnew() { catalogue = ColFiles(files_.Style()); }
+
   enum class Class { Targets, Areas };
   void Load(const std::vector<ScopeRow>& rows, Class which = Class::Targets) {
     LoadPathList(catalogue, protectDir, which == Class::Targets, hidden, rows, {files_, pool_, stop, observer});

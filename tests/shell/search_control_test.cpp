@@ -14,8 +14,10 @@
 #include "desk/scripted_event_queue.h"
 #include "results/counters.h"
 #include "results/rows.h"
+#include "results/sort_list.h"
 #include "search/search_world.h"
 #include "support/memory_file_system.h"
+#include "support/scripted_dialogs.h"
 
 namespace tresmor {
 namespace {
@@ -25,27 +27,6 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
-// Answers the boxes that a test expects, in order; any other fails the test.
-class ScriptedDialogs final : public Dialogs {
- public:
-  BoxAnswer MessageBox(const std::string& text, BoxIcon icon, const std::string& title, BoxButtons buttons) override {
-    if (expected.empty()) {
-      ADD_FAILURE() << "unexpected box: " << title << ": " << text;
-      return BoxAnswer::Ok;
-    }
-    EXPECT_EQ(text, expected.front());
-    expected.erase(expected.begin());
-    EXPECT_EQ(buttons, BoxButtons::Ok);
-    icons.push_back(icon);
-    if (onBox) onBox();
-    return BoxAnswer::Ok;
-  }
-
-  std::vector<std::string> expected;
-  std::vector<BoxIcon> icons;
-  std::function<void()> onBox;
-};
-
 class SearchControlTest : public testing::Test {
  protected:
   SearchControlTest() {
@@ -54,7 +35,6 @@ class SearchControlTest : public testing::Test {
       if (notice.when == Notice::When::After) messages.push_back(frm.msgBar.Text());
     });
   }
-  ~SearchControlTest() override { EXPECT_THAT(dialogs.expected, IsEmpty()) << "a box that was expected never came"; }
 
   void AddRow(const std::string& text, const char* target = "Yes") {
     const std::vector<CellValue> cells = {"Yes", "", "", "", target};
@@ -75,19 +55,22 @@ class SearchControlTest : public testing::Test {
     return names;
   }
 
-  // Cancels once the search has got to its first call of one kind, and lets it go on only then.
-  void CancelAtFirst(MemoryFileSystem::Op op) {
+  // Acts on the interface thread once the search has got to its first call of one kind, and lets it go on only then.
+  void AtFirst(MemoryFileSystem::Op op, std::function<void()> act) {
     files.SetHook([this, op](const MemoryFileSystem::Call& call) {
       if (call.op != op || reached.exchange(true)) return;
       events.Wake();
-      cancelled.wait(false);
+      acted.wait(false);
     });
-    events.onPump = [this] {
-      if (!reached || cancelled) return;
-      control.CancelSearch();
-      cancelled = true;
-      cancelled.notify_all();
+    events.onPump = [this, act = std::move(act)] {
+      if (!reached || acted) return;
+      act();
+      acted = true;
+      acted.notify_all();
     };
+  }
+  void CancelAtFirst(MemoryFileSystem::Op op) {
+    AtFirst(op, [this] { control.CancelSearch(); });
   }
 
   tests::ScriptedEventQueue events;
@@ -100,7 +83,7 @@ class SearchControlTest : public testing::Test {
   SearchControl control{frm, progress, {files, shell, versions, events, dialogs}};
   std::vector<std::string> messages;
   std::atomic<bool> reached{false};
-  std::atomic<bool> cancelled{false};
+  std::atomic<bool> acted{false};
 };
 
 TEST_F(SearchControlTest, ControlsStartWithTheirDesignValues) {
@@ -196,7 +179,7 @@ TEST_F(SearchControlTest, TicksShowTheWalkAndThenTheFigure) {
     const int op = waiting;
     if (op < 0) return;
     events.seconds += 1;
-    for (const auto& [id, timer] : events.timers) timer.tick();
+    events.Tick();
     seen.emplace(static_cast<MemoryFileSystem::Op>(op), frm.msgBar.Text());
     waiting = -1;
     waiting.notify_all();
@@ -217,6 +200,65 @@ TEST_F(SearchControlTest, EmptiesTheListsFirst) {
   control.RunSearch();
   EXPECT_THAT(Names(ResultList::ZeroSize), IsEmpty());
   EXPECT_EQ(frm.results.tabMain.Caption(1), "Zero Size(0)");
+}
+
+TEST_F(SearchControlTest, TabsTellOfNoRowsWhileItWalks) {
+  files.MakeFile("/data/1/empty", "");
+  files.MakeFile("/data/1/a", "same");
+  files.MakeFile("/data/2/a", "same");
+  files.MakeFile("/data/2/b", "else");
+  files.FailOpen("/data/2/b", Errors::PermissionDenied);
+  AddRow("/data/*.*");
+  const auto captions = [&] {
+    std::vector<std::string> texts;
+    for (std::int32_t tab = 1; tab <= frm.results.tabMain.Count(); ++tab) {
+      texts.push_back(frm.results.tabMain.Caption(tab));
+    }
+    return texts;
+  };
+  const auto full =
+      ElementsAre("Zero Size(1)", "Duplicates(2/1)", "Same Name(2/1)", "Portions(0/0)", "Report - read errors(1)");
+  control.RunSearch();
+  EXPECT_THAT(captions(), full);
+  std::vector<std::string> walking;
+  AtFirst(MemoryFileSystem::Op::List, [&] { walking = captions(); });
+  control.RunSearch();
+  EXPECT_THAT(walking, ElementsAre("Zero Size(0)", "Duplicates(0/0)", "Same Name(0/0)", "Portions(0/0)",
+                                   "Report - read errors(0)"));
+  EXPECT_THAT(captions(), full);
+}
+
+// The zero-size files are sorted when the search has ended, the read errors never.
+TEST_F(SearchControlTest, MarksOfHeadersStayUntilTheirListIsSorted) {
+  files.MakeFile("/data/b", "");
+  files.MakeFile("/data/a", "");
+  for (const char* path : {"/data/w", "/data/y", "/data/x"}) {
+    files.MakeFile(path, "same");
+    files.FailOpen(path, Errors::PermissionDenied);
+  }
+  AddRow("/data/*.*");
+  frm.lstSrchType.SetTicked(2, false);  // or the table would be in the order of the names
+  control.RunSearch();
+  ListView& zero = frm.results.List(ResultList::ZeroSize);
+  ListView& errors = frm.results.List(ResultList::ReadErrors);
+  const auto unsorted = ElementsAre("x", "y", "w");
+  EXPECT_THAT(Names(ResultList::ReadErrors), unsorted);
+  ClickColumn(zero, kFolderItem + 1);
+  ClickColumn(errors, kNameItem + 1);
+  std::string ofZero;
+  std::string ofErrors;
+  AtFirst(MemoryFileSystem::Op::List, [&] {
+    ofZero = zero.Column(kFolderItem + 1).text;
+    ofErrors = errors.Column(kNameItem + 1).text;
+  });
+  control.RunSearch();
+  EXPECT_EQ(ofZero, "v In Folder");
+  EXPECT_EQ(ofErrors, "v Name");
+  EXPECT_EQ(zero.Column(kFolderItem + 1).text, "In Folder");
+  EXPECT_EQ(zero.Column(kNameItem + 1).text, "^ Name");
+  EXPECT_THAT(Names(ResultList::ZeroSize), ElementsAre("a", "b"));
+  EXPECT_EQ(errors.Column(kNameItem + 1).text, "v Name");
+  EXPECT_THAT(Names(ResultList::ReadErrors), unsorted);
 }
 
 TEST_F(SearchControlTest, HighlightsTheRowsItWalks) {
@@ -290,14 +332,13 @@ TEST_F(SearchControlTest, ManyRowsAllArrive) {
 TEST_F(SearchControlTest, TheSearchStandsStillWhileABoxIsOpen) {
   MakeFiles(2);
   shell.programFilesDir.clear();
-  dialogs.expected = {"Error getting program files folder location."};
+  dialogs.boxes = {{.text = "Error getting program files folder location.", .title = "", .icon = BoxIcon::None}};
   dialogs.onBox = [&] {
     events.Pump(std::chrono::milliseconds(0));
     EXPECT_THAT(files.Calls(), IsEmpty());
   };
   AddRow("/data/*.*");
   control.RunSearch();
-  EXPECT_THAT(dialogs.icons, ElementsAre(BoxIcon::None));
   EXPECT_EQ(control.SrchFileCnt(), 1);
 }
 

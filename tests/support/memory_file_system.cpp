@@ -51,14 +51,46 @@ struct MemoryFileSystem::Node {
   }
 };
 
-class MemoryFileSystem::Reader final : public FileReader {
+// Made under the lock.
+class MemoryFileSystem::Opened {
  public:
-  Reader(const MemoryFileSystem& files, NodePtr node, std::string path)
-      : files_(files), node_(std::move(node)), path_(std::move(path)), size_(node_->size) {}
-  ~Reader() override {
+  explicit Opened(const MemoryFileSystem& files) : files_(files) {
+    files_.peakOpen_ = std::max(files_.peakOpen_, ++files_.open_);
+  }
+  ~Opened() {
     const std::lock_guard lock(files_.mutex_);
     --files_.open_;
   }
+  Opened(const Opened&) = delete;
+  Opened& operator=(const Opened&) = delete;
+
+ private:
+  const MemoryFileSystem& files_;
+};
+
+class MemoryFileSystem::OpenedFolder final : public Folder {
+ public:
+  OpenedFolder(const MemoryFileSystem& files, NodePtr node, std::string path)
+      : files_(files), node_(std::move(node)), path_(std::move(path)), opened_(files) {}
+
+  Errors Stat(std::string_view name, FileStat& stat) const override {
+    return files_.StatFrom(node_, name, path_ + std::string(name), stat);
+  }
+  std::unique_ptr<FileReader> Open(std::string_view name, Errors& failure) const override {
+    return files_.OpenFrom(node_, name, path_ + std::string(name), failure);
+  }
+
+ private:
+  const MemoryFileSystem& files_;
+  const NodePtr node_;
+  const std::string path_;
+  const Opened opened_;
+};
+
+class MemoryFileSystem::Reader final : public FileReader {
+ public:
+  Reader(const MemoryFileSystem& files, NodePtr node, std::string path)
+      : files_(files), node_(std::move(node)), path_(std::move(path)), size_(node_->size), opened_(files) {}
 
   std::int64_t Size() const override { return size_; }
 
@@ -85,6 +117,7 @@ class MemoryFileSystem::Reader final : public FileReader {
   const NodePtr node_;
   const std::string path_;
   const std::int64_t size_;
+  const Opened opened_;
 };
 
 MemoryFileSystem::MemoryFileSystem(PathStyle style) : style_(style) { root_ = NewNode(EntryKind::Folder); }
@@ -133,9 +166,13 @@ Errors MemoryFileSystem::Step(std::vector<Place>& way, std::string_view name, bo
 }
 
 Errors MemoryFileSystem::Find(std::string_view path, LastLink lastLink, Place& place) const {
+  return FindFrom(root_, path, lastLink, place);
+}
+
+Errors MemoryFileSystem::FindFrom(const NodePtr& start, std::string_view path, LastLink lastLink, Place& place) const {
   if (path.empty()) return Errors::FileNotFound;
   if (path.find('\0') != std::string_view::npos) return Errors::BadFileName;
-  std::vector<Place> way{{root_, {}}};
+  std::vector<Place> way{{start, {}}};
   const Errors failure = Enter(way, path, lastLink, 0);
   place = way.back();
   return failure;
@@ -398,24 +435,28 @@ Errors MemoryFileSystem::StatOf(const Place& place, FileStat& stat) const {
 }
 
 Errors MemoryFileSystem::Stat(const std::string& path, FileStat& stat) const {
-  Note({Op::Stat, path, 0, 0});
+  return StatFrom(root_, path, path, stat);
+}
+
+Errors MemoryFileSystem::StatFrom(const NodePtr& start, std::string_view path, const std::string& whole,
+                                  FileStat& stat) const {
+  Note({Op::Stat, whole, 0, 0});
   const std::lock_guard lock(mutex_);
   Place place;
-  const Errors failure = Find(path, LastLink::Stay, place);
+  const Errors failure = FindFrom(start, path, LastLink::Stay, place);
   return failure == Errors::None ? StatOf(place, stat) : failure;
 }
 
-void MemoryFileSystem::StatAll(const std::string& folder, std::span<const std::string_view> names,
-                               std::span<FileStat> stats, std::span<Errors> failures) const {
-  const std::string start = AddTail(folder, style_.Tail());
-  for (std::size_t i = 0; i < names.size(); ++i) failures[i] = Stat(start + std::string(names[i]), stats[i]);
+std::unique_ptr<FileReader> MemoryFileSystem::Open(const std::string& path, Errors& failure) const {
+  return OpenFrom(root_, path, path, failure);
 }
 
-std::unique_ptr<FileReader> MemoryFileSystem::Open(const std::string& path, Errors& failure) const {
-  Note({Op::Open, path, 0, 0});
+std::unique_ptr<FileReader> MemoryFileSystem::OpenFrom(const NodePtr& start, std::string_view path,
+                                                       const std::string& whole, Errors& failure) const {
+  Note({Op::Open, whole, 0, 0});
   const std::lock_guard lock(mutex_);
   Place place;
-  failure = Find(path, LastLink::Stay, place);
+  failure = FindFrom(start, path, LastLink::Stay, place);
   if (failure != Errors::None) return nullptr;
   if (place.node->kind != EntryKind::File) {
     failure = Errors::PathAccess;
@@ -427,9 +468,26 @@ std::unique_ptr<FileReader> MemoryFileSystem::Open(const std::string& path, Erro
     failure = place.node->openFailure;
   }
   if (failure != Errors::None) return nullptr;
-  auto reader = std::make_unique<Reader>(*this, place.node, path);
-  peakOpen_ = std::max(peakOpen_, ++open_);
-  return reader;
+  return std::make_unique<Reader>(*this, place.node, whole);
+}
+
+std::unique_ptr<Folder> MemoryFileSystem::OpenFolder(const std::string& folder, Errors& failure) const {
+  const std::lock_guard lock(mutex_);
+  Place place;
+  failure = Find(folder, LastLink::Follow, place);
+  if (failure == Errors::None && place.node->kind != EntryKind::Folder) failure = Errors::PathAccess;
+  if (failure == Errors::None && open_ >= openLimit_) failure = Errors::TooManyFiles;
+  if (failure != Errors::None) return nullptr;
+  return std::make_unique<OpenedFolder>(*this, place.node, AddTail(folder, style_.Tail()));
+}
+
+std::string MemoryFileSystem::Resolved(const std::string& path) const {
+  const std::lock_guard lock(mutex_);
+  Place place;
+  if (Find(path, LastLink::Stay, place) != Errors::None || !place.node->link) return path;
+  const std::string& target = place.node->content;
+  if (target.find(style_.separator) == 0) return target;
+  return std::string(GetFolderOf(path, style_)) + target;
 }
 
 std::size_t MemoryFileSystem::OpenLimit() const {

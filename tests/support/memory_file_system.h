@@ -25,7 +25,7 @@ class MemoryFileSystem final : public FileSystem {
   enum class Op { List, Stat, Open, Read, Cached, ReadAhead };
   struct Call {
     Op op = Op::List;
-    std::string path;         // as it was given; StatAll is one Stat for each name, with the folder in front
+    std::string path;         // as it was given; of a file in an open folder with the folder in front
     std::int64_t offset = 0;  // of Read and ReadAhead
     std::int64_t length = 0;
     friend bool operator==(const Call&, const Call&) = default;
@@ -70,9 +70,9 @@ class MemoryFileSystem final : public FileSystem {
   PathStyle Style() const override { return style_; }
   Errors List(const std::string& folder, FolderListing& listing) const override;
   Errors Stat(const std::string& path, FileStat& stat) const override;
-  void StatAll(const std::string& folder, std::span<const std::string_view> names, std::span<FileStat> stats,
-               std::span<Errors> failures) const override;
   std::unique_ptr<FileReader> Open(const std::string& path, Errors& failure) const override;
+  std::unique_ptr<Folder> OpenFolder(const std::string& folder, Errors& failure) const override;
+  std::string Resolved(const std::string& path) const override;  // a link at its end alone
   std::size_t OpenLimit() const override;
   CacheState Cached(const std::string& path) const override;
   void ReadAhead(const std::string& path, std::int64_t offset, std::int64_t length) const override;
@@ -88,10 +88,17 @@ class MemoryFileSystem final : public FileSystem {
   };
   enum class LastLink { Follow, Stay };
   class Reader;
+  class OpenedFolder;
+  class Opened;
 
   void Note(Call call) const;
+  // An entry of a folder, or any path from the root; `whole` is what is noted.
+  Errors StatFrom(const NodePtr& start, std::string_view path, const std::string& whole, FileStat& stat) const;
+  std::unique_ptr<FileReader> OpenFrom(const NodePtr& start, std::string_view path, const std::string& whole,
+                                       Errors& failure) const;
   // These expect the lock to be held.
   Errors Find(std::string_view path, LastLink lastLink, Place& place) const;
+  Errors FindFrom(const NodePtr& start, std::string_view path, LastLink lastLink, Place& place) const;
   Errors Enter(std::vector<Place>& way, std::string_view path, LastLink lastLink, int links) const;
   Errors Step(std::vector<Place>& way, std::string_view name, bool follow, int links) const;
   NodePtr Get(const std::string& path, LastLink lastLink = LastLink::Stay) const;

@@ -23,7 +23,7 @@ namespace {
 
 constexpr std::size_t kOtherNeeds = 32;  // descriptors left to the rest of the program
 constexpr std::size_t kFewestFiles = 8;
-constexpr std::size_t kTableSize = 4096;    // more than a search keeps open at once
+constexpr std::size_t kTableSize = 8192;    // more than a search keeps open at once
 constexpr std::size_t kListBuffer = 65536;  // a few hundred entries a call
 
 bool IsHidden(std::string_view name) { return name.starts_with('.') && name != "." && name != ".."; }
@@ -114,11 +114,9 @@ Errors ReadEntries(int folder, FolderListing& listing) {
 // A search asks for what it saw to be a file a moment ago, so a look in front of each open would cost a tenth of a
 // search for nothing. Against what took its place stand the flags, which neither follow nor wait, and the look at what
 // was opened.
-Descriptor OpenFile(const std::string& path, struct stat& info, Errors& failure) {
-  const ShortPath at(path);
-  failure = at.Failure();
-  if (failure != Errors::None) return Descriptor();
-  Descriptor file(openat(at.Folder(), at.Rest(), O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC));
+Descriptor OpenFileAt(int folder, const char* path, struct stat& info, Errors& failure) {
+  Descriptor file(openat(folder, path, O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC));
+  failure = Errors::None;
   if (!file.IsOpen() || fstat(file.Number(), &info) != 0) {
     failure = PathFailure(errno);
     return Descriptor();
@@ -128,6 +126,19 @@ Descriptor OpenFile(const std::string& path, struct stat& info, Errors& failure)
     return Descriptor();
   }
   return file;
+}
+
+Descriptor OpenFile(const std::string& path, struct stat& info, Errors& failure) {
+  const ShortPath at(path);
+  failure = at.Failure();
+  return failure == Errors::None ? OpenFileAt(at.Folder(), at.Rest(), info, failure) : Descriptor();
+}
+
+Errors StatAt(int folder, const char* path, bool hidden, FileStat& stat) {
+  struct stat info {};
+  if (fstatat(folder, path, &info, AT_SYMLINK_NOFOLLOW) != 0) return PathFailure(errno);
+  stat = ToFileStat(info, hidden);
+  return Errors::None;
 }
 
 class PosixFileReader final : public FileReader {
@@ -155,6 +166,44 @@ class PosixFileReader final : public FileReader {
  private:
   const Descriptor file_;
   const std::int64_t size_;
+};
+
+// A name with the NUL behind it that calls want and names in a listing don't have.
+class EndedName {
+ public:
+  explicit EndedName(std::string_view name) {
+    if (name.size() >= sizeof text_ || name.find('\0') != std::string_view::npos) return;
+    text_[name.copy(text_, sizeof text_)] = '\0';
+    fits_ = true;
+  }
+  bool Fits() const { return fits_; }
+  const char* Text() const { return text_; }
+
+ private:
+  char text_[PATH_MAX];  // some file systems count characters, so that a name may have more than NAME_MAX bytes
+  bool fits_ = false;
+};
+
+class PosixFolder final : public Folder {
+ public:
+  explicit PosixFolder(Descriptor folder) : folder_(std::move(folder)) {}
+
+  Errors Stat(std::string_view name, FileStat& stat) const override {
+    const EndedName ended(name);
+    return ended.Fits() ? StatAt(folder_.Number(), ended.Text(), IsHidden(name), stat) : Errors::BadFileName;
+  }
+
+  std::unique_ptr<FileReader> Open(std::string_view name, Errors& failure) const override {
+    const EndedName ended(name);
+    failure = Errors::BadFileName;
+    if (!ended.Fits()) return nullptr;
+    struct stat info {};
+    Descriptor file = OpenFileAt(folder_.Number(), ended.Text(), info, failure);
+    return file.IsOpen() ? std::make_unique<PosixFileReader>(std::move(file), info.st_size) : nullptr;
+  }
+
+ private:
+  const Descriptor folder_;
 };
 
 std::size_t RaiseOpenLimit() {
@@ -204,45 +253,24 @@ Errors PosixFileSystem::List(const std::string& folder, FolderListing& listing) 
 Errors PosixFileSystem::Stat(const std::string& path, FileStat& stat) const {
   const ShortPath at(path);
   if (at.Failure() != Errors::None) return at.Failure();
-  struct stat info {};
-  if (fstatat(at.Folder(), at.Rest(), &info, AT_SYMLINK_NOFOLLOW) != 0) return PathFailure(errno);
   std::string_view name = path;
   while (name.ends_with('/')) name.remove_suffix(1);
-  stat = ToFileStat(info, IsHidden(GetFileNameOf(name, Style())));
-  return Errors::None;
-}
-
-void PosixFileSystem::StatAll(const std::string& folder, std::span<const std::string_view> names,
-                              std::span<FileStat> stats, std::span<Errors> failures) const {
-  const ShortPath at(folder);
-  Errors failure = at.Failure();
-  Descriptor opened;
-  if (failure == Errors::None) {
-    opened = Descriptor(openat(at.Folder(), at.Rest(), O_PATH | O_DIRECTORY | O_CLOEXEC));
-    if (!opened.IsOpen()) failure = PathFailure(errno);
-  }
-  std::fill(failures.begin(), failures.end(), failure);
-  if (failure != Errors::None) return;
-  char name[PATH_MAX];
-  for (std::size_t i = 0; i < names.size(); ++i) {
-    if (names[i].size() >= sizeof name || names[i].find('\0') != std::string_view::npos) {
-      failures[i] = Errors::BadFileName;
-      continue;
-    }
-    name[names[i].copy(name, sizeof name)] = '\0';
-    struct stat info {};
-    if (fstatat(opened.Number(), name, &info, AT_SYMLINK_NOFOLLOW) != 0) {
-      failures[i] = PathFailure(errno);
-    } else {
-      stats[i] = ToFileStat(info, IsHidden(names[i]));
-    }
-  }
+  return StatAt(at.Folder(), at.Rest(), IsHidden(GetFileNameOf(name, Style())), stat);
 }
 
 std::unique_ptr<FileReader> PosixFileSystem::Open(const std::string& path, Errors& failure) const {
   struct stat info {};
   Descriptor file = OpenFile(path, info, failure);
   return file.IsOpen() ? std::make_unique<PosixFileReader>(std::move(file), info.st_size) : nullptr;
+}
+
+std::unique_ptr<Folder> PosixFileSystem::OpenFolder(const std::string& folder, Errors& failure) const {
+  const ShortPath at(folder);
+  failure = at.Failure();
+  if (failure != Errors::None) return nullptr;
+  Descriptor opened(openat(at.Folder(), at.Rest(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+  if (!opened.IsOpen()) failure = PathFailure(errno);
+  return opened.IsOpen() ? std::make_unique<PosixFolder>(std::move(opened)) : nullptr;
 }
 
 CacheState PosixFileSystem::Cached(const std::string& path) const {

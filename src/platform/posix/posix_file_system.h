@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/file_system.h"
+#include "platform/posix/short_path.h"
 
 namespace tresmor {
 
@@ -14,9 +15,9 @@ class PosixFileSystem final : public FileSystem {
   PathStyle Style() const override { return PathStyle::Posix(); }
   Errors List(const std::string& folder, FolderListing& listing) const override;
   Errors Stat(const std::string& path, FileStat& stat) const override;
-  void StatAll(const std::string& folder, std::span<const std::string_view> names, std::span<FileStat> stats,
-               std::span<Errors> failures) const override;
   std::unique_ptr<FileReader> Open(const std::string& path, Errors& failure) const override;
+  std::unique_ptr<Folder> OpenFolder(const std::string& folder, Errors& failure) const override;
+  std::string Resolved(const std::string& path) const override { return ResolveLinks(path); }
   std::size_t OpenLimit() const override { return openLimit_; }
   CacheState Cached(const std::string& path) const override;
   void ReadAhead(const std::string& path, std::int64_t offset, std::int64_t length) const override;

@@ -1,8 +1,88 @@
 #include "platform/posix/posix_shell.h"
 
+#include <cctype>
+#include <filesystem>
+#include <string_view>
+#include <system_error>
+
+#include "platform/posix/fixed_disk.h"
+#include "platform/posix/run_detached.h"
+#include "platform/posix/user_folders.h"
+
 namespace tresmor {
+
+namespace {
+
+constexpr char kOpener[] = "xdg-open";
+
+// Everything but letters, digits and the separator as "%HH": neither a URI nor the commands below see any other mark.
+std::string FileUri(std::string_view path) {
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  constexpr std::string_view kPlain = "/-._~";
+  std::string uri = "file://";
+  for (const char c : path) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte < 0x80 && (std::isalnum(byte) != 0 || kPlain.find(c) != kPlain.npos)) {
+      uri += c;
+    } else {
+      uri += {'%', kDigits[byte / 16U], kDigits[byte % 16U]};
+    }
+  }
+  return uri;
+}
+
+// The file manager's call, by either of two programs.
+std::vector<Command> PropertyCommands(const std::string& uri) {
+  const std::string manager = "org.freedesktop.FileManager1";
+  const std::string object = "/org/freedesktop/FileManager1";
+  const std::string method = manager + ".ShowItemProperties";
+  return {{"gdbus", "call", "--session", "--dest", manager, "--object-path", object, "--method", method,
+           "['" + uri + "']", ""},
+          {"dbus-send", "--session", "--type=method_call", "--dest=" + manager, object, method, "array:string:" + uri,
+           "string:"}};
+}
+
+}  // namespace
 
 std::string PosixShell::GetWinDir() const { return "/usr"; }
 std::string PosixShell::GetProgramFilesDir() const { return "/opt"; }
+
+void PosixShell::ShellOpen(const std::string& path) const {
+  // A full path can't be taken for an option or for the address of a page.
+  std::error_code failure;
+  const auto full = std::filesystem::absolute(path, failure);
+  if (!failure) RunDetached({{kOpener, full.string()}}, "/");
+}
+
+bool PosixShell::IsLocalDrive(const std::string& root) const {
+  return IsFixedDisk("/proc/self/mounts", root, IsRemovableDevice);
+}
+
+std::string PosixShell::spFolder(int number) const {
+  const UserFolders folders = FindUserFolders();
+  std::error_code failure;
+  switch (number) {
+    case 0:
+      return FindUserFolder(folders, "DESKTOP", "Desktop");
+    case 5:
+      return FindUserFolder(folders, "DOCUMENTS", "Documents");
+    case 6:
+      return std::filesystem::is_directory(folders.home, failure) ? folders.home : "";
+  }
+  return "";
+}
+
+std::string PosixShell::DefaultEditor() const { return kOpener; }
+
+void PosixShell::OpenUrl(const std::string& target) const {
+  if (target.starts_with('-')) return;  // the program would take it for an option
+  RunDetached({{kOpener, target}}, "/");
+}
+
+void PosixShell::ShowFileProp(const std::string& file) const {
+  std::error_code failure;
+  const auto path = std::filesystem::absolute(file, failure);
+  if (!failure) RunDetached(PropertyCommands(FileUri(path.string())), "/");
+}
 
 }  // namespace tresmor

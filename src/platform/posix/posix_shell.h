@@ -1,4 +1,4 @@
-// The folders that stand for the system's own on POSIX.
+// The desktop on POSIX: the folders that stand for the system's own, and what freedesktop.org tells of the user's.
 #pragma once
 
 #include "platform/shell.h"
@@ -9,6 +9,14 @@ class PosixShell final : public Shell {
  public:
   std::string GetWinDir() const override;
   std::string GetProgramFilesDir() const override;
+  // By xdg-open, looked up in PATH.
+  void ShellOpen(const std::string& path) const override;
+
+  bool IsLocalDrive(const std::string& root) const override;
+  std::string spFolder(int number) const override;
+  std::string DefaultEditor() const override;
+  void OpenUrl(const std::string& target) const override;
+  void ShowFileProp(const std::string& file) const override;
 };
 
 }  // namespace tresmor

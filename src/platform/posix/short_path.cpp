@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdlib>
 
 namespace tresmor {
 
@@ -35,6 +36,14 @@ Errors PathFailure(int error) {
     default:
       return Errors::Device;
   }
+}
+
+std::string ResolveLinks(const std::string& path) {
+  char* const resolved = realpath(path.c_str(), nullptr);
+  if (resolved == nullptr) return path;
+  std::string target = resolved;
+  std::free(resolved);
+  return target;
 }
 
 ShortPath::ShortPath(const std::string& path) : rest_(path.c_str()) {

@@ -29,6 +29,9 @@ class Descriptor {
 // What a failed call's errno means for a path.
 Errors PathFailure(int error);
 
+// Where the links on `path` lead; `path` itself if they lead nowhere.
+std::string ResolveLinks(const std::string& path);
+
 // `path` as a folder and a rest that is short enough for the "at" calls. A long path costs a descriptor and a call for
 // each PATH_MAX bytes, a short one nothing. `path` must outlive it.
 class ShortPath {

@@ -1,0 +1,152 @@
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "base/failure.h"
+#include "persist/session_file.h"
+#include "persist/session_format.h"
+#include "results/rows.h"
+#include "search/scope_row.h"
+
+namespace tresmor {
+namespace {
+
+constexpr std::size_t kStoredLists = 4;  // all but that of the read errors
+
+void PutLine(std::string& file, std::string_view text) { file.append(text).append(kLineEnd); }
+// None is ever negative.
+void PutNumber(std::string& file, std::int64_t number) { PutLine(file, " " + std::to_string(number) + " "); }
+void PutBoolean(std::string& file, bool value) { PutLine(file, BooleanText(value)); }
+
+// The rows that the format can't tell: how many, and what people know the first of them by.
+class UntoldRows {
+ public:
+  void Add(std::string name) {
+    ++count_;
+    if (names_.size() < kNamed) names_.push_back(std::move(name));
+  }
+  std::int64_t Count() const { return count_; }
+  // A line of their own for each name.
+  std::string Names() const {
+    std::string text;
+    for (const std::string& name : names_) text.append("\r\n").append(name);
+    if (count_ > std::ssize(names_)) text.append("\r\n...");
+    return text;
+  }
+
+ private:
+  static constexpr std::size_t kNamed = 10;
+
+  std::int64_t count_ = 0;
+  std::vector<std::string> names_;
+};
+
+// One row line at the end of a file.
+class RowLine {
+ public:
+  explicit RowLine(std::string& file) : file_(file), begin_(file.size()) {}
+
+  void Put(std::string_view field) {
+    isTold_ =
+        isTold_ && field.find(kFieldEnd) == std::string_view::npos && field.find(kLineEnd) == std::string_view::npos;
+    file_.append(field).append(kFieldEnd);
+  }
+  void PutCells(const ListView& lst, std::int32_t row, std::int32_t subItems, std::string& scratch) {
+    for (std::int32_t item = 0; item <= subItems; ++item) Put(lst.CellView(row, item, scratch));
+  }
+  // Ends the line with its last field. One that could not be read back is taken away again, and the result is false.
+  bool End(bool last) {
+    if (isTold_) {
+      PutBoolean(file_, last);
+    } else {
+      file_.resize(begin_);
+    }
+    return isTold_;
+  }
+
+ private:
+  std::string& file_;
+  const std::size_t begin_;
+  bool isTold_ = true;
+};
+
+void PutScope(std::string& file, const ListView& lstPath, UntoldRows& untold) {
+  std::string scratch;
+  PutNumber(file, lstPath.Count());
+  for (std::int32_t row = 1; row <= lstPath.Count(); ++row) {
+    RowLine line(file);
+    line.PutCells(lstPath, row, lstPath.SubItems(row), scratch);
+    if (!line.End(lstPath.SmallIcon(row) == ScopeRow::kIncluded)) untold.Add(lstPath.Cell(row, 0));
+  }
+}
+
+// Gives the number of rows that were put.
+std::int64_t PutRows(std::string& file, const ListView& lst, UntoldRows& untold) {
+  const bool versions = lst.Tag() == kVersionTag;
+  std::string scratch;
+  std::int64_t told = 0;
+  for (std::int32_t row = 1; row <= lst.Count(); ++row) {
+    RowLine line(file);
+    // Where there are versions, a row without one has an empty one.
+    const std::int32_t subItems = lst.SubItems(row);
+    line.PutCells(lst, row, versions ? std::max<std::int32_t>(subItems, kVersionItem) : subItems, scratch);
+    line.Put(versions ? lst.CellTag(row, kVersionItem) : std::string());
+    if (line.End(lst.Checked(row))) {
+      ++told;
+    } else {
+      untold.Add(PathOf(lst, row));
+    }
+  }
+  return told;
+}
+
+void PutLists(std::string& file, const SessionControls& controls, UntoldRows& untold) {
+  PutBoolean(file, controls.session.SaveSrchResult);
+  PutNumber(file, kStoredLists);
+  for (std::size_t i = 0; i < kStoredLists; ++i) {
+    const ListView& lst = controls.results.lstResult[i];
+    // The number of rows stands before them, but how many can be told shows only on the way.
+    std::string rows;
+    PutNumber(file, controls.session.SaveSrchResult ? PutRows(rows, lst, untold) : 0);
+    PutLine(file, lst.Tag());
+    file += rows;
+  }
+}
+
+void PutOptions(std::string& file, const SessionControls& controls) {
+  PutLine(file, kSessionVersion);
+  for (std::int32_t i = 0; i < controls.lstSrchType.Count(); ++i) PutBoolean(file, controls.lstSrchType.Ticked(i));
+  for (const CheckBox* box : {&controls.chkTolerant, &controls.chkHidden, &controls.chkProtectWinDir}) {
+    PutNumber(file, box->Value() ? 1 : 0);
+  }
+}
+
+constexpr char kWhyUntold[] = ", since a name with \"|-\" or a line end in it has no place in a search session:";
+
+}  // namespace
+
+bool SaveSession(const std::string& sFileName, const SessionControls& controls, const FileWriter& writer,
+                 Dialogs& dialogs) {
+  std::string file;
+  PutOptions(file, controls);
+  UntoldRows untoldScope;
+  PutScope(file, controls.lstPath, untoldScope);
+  if (untoldScope.Count() > 0) {
+    dialogs.MessageBox("Search session can't be saved" + (kWhyUntold + untoldScope.Names()), BoxIcon::Critical,
+                       "Search session not saved", BoxButtons::Ok);
+    return false;
+  }
+  Panel& msgBar = controls.results.msgBar;
+  msgBar.Text = "Saving search session to " + sFileName + ".";
+  UntoldRows untold;
+  PutLists(file, controls, untold);
+  if (const Errors failure = writer.Replace(sFileName, file); failure != Errors::None) throw Failure(failure);
+  msgBar.Text = "Search session - " + sFileName + " is saved.";
+  if (untold.Count() > 0) {
+    dialogs.MessageBox(std::to_string(untold.Count()) + " file(s) left out" + (kWhyUntold + untold.Names()),
+                       BoxIcon::Exclamation, "Files left out", BoxButtons::Ok);
+  }
+  return true;
+}
+
+}  // namespace tresmor

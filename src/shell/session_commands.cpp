@@ -1,0 +1,81 @@
+#include "shell/session_commands.h"
+
+#include <optional>
+#include <vector>
+
+#include "base/failure.h"
+#include "desk/report_failure.h"
+#include "persist/session_file.h"
+
+namespace tresmor {
+namespace {
+
+constexpr char kExtension[] = "Tresmor";
+
+std::vector<FileFilter> Filters() {
+  return {{"Tresmor Search Session (*.Tresmor)", "*.Tresmor"}, {"All Files", "*.*"}};
+}
+
+}  // namespace
+
+SessionControls ControlsOf(FrmMain& frm) {
+  return {frm.lstSrchType, frm.chkTolerant, frm.chkHidden, frm.chkProtectWinDir, frm.lstPath, frm.results, frm.session};
+}
+
+void SessionCommands::mnuSaveResultList() {
+  if (frm_.session.SessionFile.empty()) {
+    mnuSaveAsResultList();
+  } else {
+    SaveSession(frm_.session.SessionFile, ControlsOf(frm_), ports_.writer, ports_.dialogs);
+  }
+}
+
+void SessionCommands::mnuSaveAsResultList() {
+  SessionState& session = frm_.session;
+  const std::optional<std::string> chosen = ports_.dialogs.OpenFileDlg({.mode = FileDialogMode::Save,
+                                                                        .title = "Tresmor - Save search session as",
+                                                                        .filters = Filters(),
+                                                                        .defaultExtension = kExtension,
+                                                                        .startName = session.SessionFile,
+                                                                        .startFolder = session.SessionFile});
+  if (!chosen) return;
+  const BoxAnswer include =
+      ports_.dialogs.MessageBox("Do you want to include your search result in addition to search parameters?",
+                                BoxIcon::Question, "Include search result", BoxButtons::YesNo);
+  session.SaveSrchResult = include == BoxAnswer::Yes;
+  if (SaveSession(*chosen, ControlsOf(frm_), ports_.writer, ports_.dialogs)) session.SessionFile = *chosen;
+}
+
+void SessionCommands::mnuLoadResultList() {
+  const PointerWhile hourglass(frm_.pointer, PointerShape::Hourglass);
+  const std::optional<std::string> chosen = ports_.dialogs.OpenFileDlg({.mode = FileDialogMode::Open,
+                                                                        .title = "Tresmor - load search session",
+                                                                        .filters = Filters(),
+                                                                        .defaultExtension = kExtension,
+                                                                        .startName = "Untitled.Tresmor",
+                                                                        .startFolder = ""});
+  if (!chosen) return;
+  LoadSession(*chosen);
+  frm_.session.SessionFile = *chosen;
+  frm_.session.HasSrchResult = true;
+}
+
+bool SessionCommands::LoadSession(const std::string& sFileName) {
+  try {
+    Init(frm_);
+    DisableFileMenus(frm_);
+    const std::string sFile = ReadWholeFile(ports_.files, sFileName);
+    const SessionProgress shown{progress_, frm_.tmrProgress, ports_.events};
+    if (!tresmor::LoadSession(sFile, ControlsOf(frm_), shown, ports_.dialogs)) return false;
+    frm_.tmrProgress.Enabled = false;
+    frm_.pbMain.Value = 0;
+    frm_.msgBar.Text = kReadyText;
+    ShowResult(frm_);
+    return true;
+  } catch (const Failure& failure) {
+    ReportFailure(ports_.dialogs, kLoadingFailed, failure);
+    return false;
+  }
+}
+
+}  // namespace tresmor

@@ -1,0 +1,110 @@
+// The controls of a session over files in memory, with short ways to fill and compare them.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "base/failure.h"
+#include "controls/progress_bar.h"
+#include "desk/scripted_event_queue.h"
+#include "persist/session_file.h"
+#include "results/rows.h"
+#include "search/scope_row.h"
+#include "support/memory_file_system.h"
+#include "support/memory_file_writer.h"
+#include "support/scripted_dialogs.h"
+
+namespace tresmor::tests {
+
+// A queue by whose clock every row takes a second, so that events get their turn after each.
+class SlowEventQueue final : public ScriptedEventQueue {
+ public:
+  double Seconds() const override { return seconds_ += 1; }
+
+ private:
+  mutable double seconds_ = 0;
+};
+
+// Files that were written by hand.
+inline std::string Golden(const std::string& name) {
+  std::ifstream file(TRESMOR_GOLDEN + name, std::ios::binary);
+  if (!file) throw std::runtime_error("no golden file " + name);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+inline std::vector<std::string> Lines(const std::string& file) {
+  std::vector<std::string> lines;
+  std::size_t begin = 0;
+  for (std::size_t end = file.find("\r\n"); end != std::string::npos; end = file.find("\r\n", begin)) {
+    lines.push_back(file.substr(begin, end - begin));
+    begin = end + 2;
+  }
+  return lines;
+}
+inline std::string Join(const std::vector<std::string>& lines) {
+  std::string file;
+  for (const std::string& line : lines) file += line + "\r\n";
+  return file;
+}
+
+struct SessionWorld {
+  SessionWorld() {
+    for (const char* header : {"Path", "Sub-folder", "Min. Size", "Max. Size", "Date", "Search Target"}) {
+      lstPath.AddColumn({header, 1000});
+    }
+    files.MakeFolder("/home");
+  }
+
+  ListView& List(ResultList kind) { return results.List(kind); }
+  // Sub-items may be fewer than there are columns.
+  static std::int32_t Add(ListView& lst, const std::string& text, const std::vector<std::string>& subItems) {
+    const std::vector<CellValue> cells(subItems.begin(), subItems.end());
+    return lst.AddRow(text, cells);
+  }
+  void AddScope(const std::string& text, const std::vector<std::string>& subItems, int icon = ScopeRow::kIncluded) {
+    lstPath.SetSmallIcon(Add(lstPath, text, subItems), icon);
+  }
+  static std::vector<std::string> Cells(const ListView& lst, std::int32_t row) {
+    std::vector<std::string> cells;
+    for (std::int32_t item = 0; item <= lst.SubItems(row); ++item) cells.push_back(lst.Cell(row, item));
+    return cells;
+  }
+
+  bool Save(const std::string& name = "/home/s.Tresmor") { return SaveSession(name, controls, writer, dialogs); }
+  std::string SavedText() { return ReadWholeFile(files, "/home/s.Tresmor"); }
+  bool Load(const std::string& text) { return LoadSession(text, controls, shown, dialogs); }
+  // The number of the failure that ends the loading; None if it succeeds.
+  Errors LoadFailure(const std::string& text) {
+    try {
+      Load(text);
+      return Errors::None;
+    } catch (const Failure& failure) {
+      return failure.Number();
+    }
+  }
+
+  SlowEventQueue events;
+  MemoryFileSystem files;
+  MemoryFileWriter writer{files};
+  ScriptedDialogs dialogs;
+  Panel msgBar;
+  ProgressBar pbMain;
+  Timer tmrProgress{1000};
+  ListView lstPath;
+  CheckList lstSrchType{{"Zero Size", "Duplicates", "Same File Name", "Portions"}};
+  CheckBox chkTolerant;
+  CheckBox chkHidden;
+  CheckBox chkProtectWinDir;
+  ResultLists results{msgBar};
+  SessionState session;
+  Progress progress{events, tmrProgress, msgBar, pbMain};
+  SessionControls controls{lstSrchType, chkTolerant, chkHidden, chkProtectWinDir, lstPath, results, session};
+  SessionProgress shown{progress, tmrProgress, events};
+};
+
+}  // namespace tresmor::tests

@@ -1,0 +1,238 @@
+// The desktop around the program on POSIX: the user's folders, disks, and programs that are started.
+#include "platform/posix/posix_shell.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <optional>
+#include <string>
+
+#include "platform/posix/fixed_disk.h"
+#include "platform/posix/run_detached.h"
+#include "platform/posix/user_folders.h"
+
+namespace tresmor {
+namespace {
+
+// A variable of the environment for the time of a test.
+class ForNow {
+ public:
+  ForNow(const char* name, const std::string& value) : name_(name) {
+    if (const char* before = std::getenv(name)) before_ = before;
+    setenv(name, value.c_str(), 1);
+  }
+  ~ForNow() { before_ ? setenv(name_, before_->c_str(), 1) : unsetenv(name_); }
+  ForNow(const ForNow&) = delete;
+  ForNow& operator=(const ForNow&) = delete;
+
+ private:
+  const char* name_;
+  std::optional<std::string> before_;
+};
+
+class PosixShellTest : public testing::Test {
+ protected:
+  PosixShellTest() {
+    std::string pattern = std::filesystem::temp_directory_path() / "tresmor_shell_XXXXXX";
+    if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no folder for the test");
+    root_ = std::filesystem::canonical(pattern);
+  }
+  ~PosixShellTest() override { std::filesystem::remove_all(root_); }
+
+  std::string At(const std::string& path) const { return root_ + "/" + path; }
+  void MakeFolder(const std::string& path) const { std::filesystem::create_directories(At(path)); }
+  void MakeFile(const std::string& path, const std::string& content) const { std::ofstream(At(path)) << content; }
+  // A program that tells where and with what it was called.
+  void MakeProgram(const std::string& name) const {
+    MakeFile(name, "#!/bin/sh\n{ echo \"$0\"; pwd; for word; do echo \"<$word>\"; done; } >'" + At("told") + "'\n");
+    ASSERT_EQ(chmod(At(name).c_str(), 0755), 0);
+  }
+  void MakeTold() const { ASSERT_EQ(mkfifo(At("told").c_str(), 0600), 0); }
+  // Waits for the program.
+  std::string AllTold() const {
+    std::ifstream told(At("told"));
+    return {std::istreambuf_iterator<char>(told), {}};
+  }
+  // The same without the program's folder.
+  std::string Told() const {
+    const std::string text = AllTold();
+    return text.substr(text.rfind('/', text.find('\n')) + 1);
+  }
+
+  std::string root_;
+  PosixShell shell_;
+};
+
+// --- Folders
+
+TEST_F(PosixShellTest, FoldersAreThoseOfTheUsersList) {
+  const ForNow home("HOME", At("me/"));
+  const ForNow config("XDG_CONFIG_HOME", At("config"));
+  for (const char* folder : {"me/Schreibtisch", "me/Desktop", "config", "my \"docs\""}) MakeFolder(folder);
+  MakeFile("config/user-dirs.dirs",
+           "# XDG_DESKTOP_DIR=\"$HOME/x\"\nXDG_DESKTOP_DIR=\"$HOME/Schreibtisch/\"\n"
+           "  XDG_DOCUMENTS_DIR = \"" +
+               At("my \\\"docs\\\"") + "\"\nXDG_DESKTOP_DIR=relative\nXDG_DESKTOP_DIR=\"relative\"\n" +
+               "XDG_DESKTOP_DIR=\"$HOMELESS/x\"\nXDG_DESKTOP_DIR=\"/open\n");
+  EXPECT_EQ(shell_.spFolder(0), At("me/Schreibtisch"));
+  EXPECT_EQ(shell_.spFolder(5), At("my \"docs\""));
+  EXPECT_EQ(shell_.spFolder(6), At("me"));
+  EXPECT_EQ(shell_.spFolder(1), "");
+  EXPECT_EQ(shell_.spFolder(-5), "");
+}
+
+TEST_F(PosixShellTest, WithoutAListFoldersHaveTheirUsualNames) {
+  const ForNow home("HOME", At("me"));
+  const ForNow config("XDG_CONFIG_HOME", "relative");  // not valid, as if not set
+  MakeFolder("me/Desktop");
+  EXPECT_EQ(shell_.spFolder(0), At("me/Desktop"));
+  EXPECT_EQ(FindUserFolders().config, At("me/.config"));
+}
+
+TEST_F(PosixShellTest, AFolderThatDoesNotExistIsEmpty) {
+  const ForNow home("HOME", At("nobody"));
+  const ForNow config("XDG_CONFIG_HOME", "");
+  EXPECT_EQ(shell_.spFolder(0), "");
+  EXPECT_EQ(shell_.spFolder(5), "");
+  EXPECT_EQ(shell_.spFolder(6), "");
+  MakeFolder("nobody/.config");
+  MakeFile("nobody/.config/user-dirs.dirs", "XDG_DOCUMENTS_DIR=\"$HOME/gone\"\nXDG_DESKTOP_DIR=\"$HOME\"\n");
+  EXPECT_EQ(shell_.spFolder(5), "");
+  EXPECT_EQ(shell_.spFolder(0), At("nobody"));
+}
+
+TEST_F(PosixShellTest, SettingsLieInTheFolderForThem) {
+  EXPECT_EQ(FindSettingsFile({"/home/me", "/nowhere/config"}), "/nowhere/config/tresmor/tresmor.ini");
+  EXPECT_EQ(FindSettingsFile({"", ""}), "");
+  MakeFolder("config/tresmor");
+  MakeFile("mine.ini", "");
+  std::filesystem::create_symlink(At("mine.ini"), At("config/tresmor/tresmor.ini"));
+  EXPECT_EQ(FindSettingsFile({"", At("config")}), At("mine.ini"));
+}
+
+// --- Disks
+
+class FixedDiskTest : public PosixShellTest {
+ protected:
+  FixedDiskTest() {
+    MakeFile("mounts",
+             "overlay / overlay rw 0 0\n"
+             "/dev/sda2 /home ext4 rw 0 0\n"
+             "/dev/sdb1 /media/stick vfat rw 0 0\n"
+             "/dev/sdc1 /mnt/my\\040disk fuseblk rw 0 0\n"
+             "/dev/sr0 /media/cd iso9660 ro 0 0\n"
+             "/dev/sr1 /media/dvd udf ro 0 0\n"
+             "server:/export /net nfs4 rw 0 0\n"
+             "//server/share /share cifs rw 0 0\n"
+             "me@host: /remote fuse.sshfs rw 0 0\n"
+             "/dev/nbd0 /block ext4 rw 0 0\n"
+             "/dev/fuse /run/doc fuse.portal rw 0 0\n"
+             "tmpfs /tmp tmpfs rw 0 0\n"
+             "pool/data /pool zfs rw 0 0\n"
+             "/dev/sda3 /covered ext4 rw 0 0\n"
+             "server:/other /covered nfs rw 0 0\n");
+  }
+  bool IsFixed(const std::string& root) const {
+    return IsFixedDisk(At("mounts"), root, [](const std::string& device) { return device == "/dev/sdb1"; });
+  }
+};
+
+TEST_F(FixedDiskTest, DisksOfThisMachineAreFixed) {
+  for (const char* root : {"/", "/home", "/home/", "/mnt/my disk/", "/pool"}) EXPECT_TRUE(IsFixed(root)) << root;
+}
+
+TEST_F(FixedDiskTest, RemovableDisksAndDiscsAndNetworksAreNot) {
+  for (const char* root : {"/media/stick", "/media/cd", "/media/dvd/", "/net", "/share", "/remote", "/block",
+                           "/run/doc", "/tmp", "/covered"}) {
+    EXPECT_FALSE(IsFixed(root)) << root;
+  }
+}
+
+TEST_F(FixedDiskTest, WhatIsNoRootIsNot) {
+  for (const char* root : {"", "home", "/home/me", "/mnt/my\\040disk", "//", "/home//"}) {
+    EXPECT_FALSE(IsFixed(root)) << root;
+  }
+  EXPECT_FALSE(IsFixedDisk(At("no mounts"), "/home", [](const std::string&) { return false; }));
+}
+
+TEST_F(FixedDiskTest, TheRealTableIsRead) {
+  EXPECT_TRUE(shell_.IsLocalDrive("/"));
+  EXPECT_FALSE(shell_.IsLocalDrive("/proc"));
+  EXPECT_FALSE(shell_.IsLocalDrive(root_));
+}
+
+TEST_F(FixedDiskTest, WhatIsNoDeviceIsNotRemovable) {
+  EXPECT_FALSE(IsRemovableDevice(At("mounts")));
+  EXPECT_FALSE(IsRemovableDevice(At("nothing")));
+  EXPECT_FALSE(IsRemovableDevice("/dev/null"));
+}
+
+// --- Programs
+
+TEST_F(PosixShellTest, AnAddressIsOneArgumentOfTheDesktopsOpener) {
+  const ForNow path("PATH", root_);
+  MakeTold();
+  MakeProgram("xdg-open");
+  shell_.OpenUrl("--help");  // would be an option
+  shell_.OpenUrl("https://x/?a=1&b='$HOME' `id`; <|>");
+  EXPECT_EQ(Told(), "xdg-open\n/\n<https://x/?a=1&b='$HOME' `id`; <|>>\n");
+}
+
+TEST_F(PosixShellTest, AFileIsOneArgumentThatNoShellReadsAndNeverAnOption) {
+  const ForNow path("PATH", root_);
+  MakeTold();
+  MakeProgram("xdg-open");
+  shell_.ShellOpen("/tmp/a b; $(touch x) \"'*.csv");
+  EXPECT_EQ(Told(), "xdg-open\n/\n</tmp/a b; $(touch x) \"'*.csv>\n");
+  shell_.ShellOpen("--help");
+  EXPECT_EQ(Told(), "xdg-open\n/\n<" + (std::filesystem::current_path() / "--help").string() + ">\n");
+}
+
+TEST_F(PosixShellTest, PropertiesAreAskedOfTheFileManager) {
+  const ForNow path("PATH", root_);
+  MakeTold();
+  MakeProgram("dbus-send");
+  shell_.ShowFileProp("/a b/it's,\xff.txt");
+  EXPECT_EQ(Told(),
+            "dbus-send\n/\n<--session>\n<--type=method_call>\n<--dest=org.freedesktop.FileManager1>\n"
+            "</org/freedesktop/FileManager1>\n<org.freedesktop.FileManager1.ShowItemProperties>\n"
+            "<array:string:file:///a%20b/it%27s%2C%FF.txt>\n<string:>\n");
+  MakeProgram("gdbus");
+  shell_.ShowFileProp("/~a-b_c.d");
+  EXPECT_EQ(Told(),
+            "gdbus\n/\n<call>\n<--session>\n<--dest>\n<org.freedesktop.FileManager1>\n<--object-path>\n"
+            "</org/freedesktop/FileManager1>\n<--method>\n<org.freedesktop.FileManager1.ShowItemProperties>\n"
+            "<['file:///~a-b_c.d']>\n<>\n");
+}
+
+TEST_F(PosixShellTest, FailuresShowNothingAndLeaveNoChildBehind) {
+  const ForNow path("PATH", root_);
+  shell_.OpenUrl("https://x/");
+  shell_.ShellOpen("/a");
+  shell_.ShellOpen("");
+  shell_.ShowFileProp("/a");
+  RunDetached({{"/bin/sh", "-c", "exit 1"}}, At("no folder"));
+  RunDetached({}, "/");
+  EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1);
+  EXPECT_EQ(errno, ECHILD);
+}
+
+TEST_F(PosixShellTest, ADetachedProgramHasNothingOfThisOnes) {
+  MakeTold();
+  RunDetached({{"no program"},
+               {"/bin/sh", "-c", "links=$(readlink /proc/$$/fd/0 /proc/$$/fd/1 /proc/$$/fd/2); echo \"$links\" >told"}},
+              root_);
+  EXPECT_EQ(AllTold(), "/dev/null\n/dev/null\n/dev/null\n");
+}
+
+TEST(PosixShellEditor, IsTheDesktopsOpener) { EXPECT_EQ(PosixShell().DefaultEditor(), "xdg-open"); }
+
+}  // namespace
+}  // namespace tresmor

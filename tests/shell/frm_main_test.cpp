@@ -1,0 +1,87 @@
+// The main window as it comes up, and its timer for the status line.
+#include "shell/frm_main.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "desk/bind_timer.h"
+#include "desk/scripted_event_queue.h"
+#include "results/rows.h"
+
+namespace tresmor {
+namespace {
+
+class FrmMainTest : public testing::Test {
+ protected:
+  FrmMainTest() { BindTimer(frm.tmrUpdate, events); }
+
+  void AddSelected(std::int64_t size) {
+    Finding finding;
+    finding.name = "x";
+    finding.size = size;
+    ListView& zero = frm.results.List(ResultList::ZeroSize);
+    AddResultItem(zero, finding);
+    zero.SetSelected(zero.Count(), true);
+  }
+
+  tests::ScriptedEventQueue events;
+  FrmMain frm;
+};
+
+TEST_F(FrmMainTest, OffersTheTypesOfASearchWithThreeTicked) {
+  std::vector<std::string> types;
+  for (std::int32_t i = 0; i < frm.lstSrchType.Count(); ++i) {
+    types.push_back(frm.lstSrchType.Text(i) + (frm.lstSrchType.Ticked(i) ? " +" : ""));
+  }
+  EXPECT_EQ(types, (std::vector<std::string>{"Zero Size +", "Duplicates +", "Same File Name +", "Portions"}));
+}
+
+TEST_F(FrmMainTest, TabsTellOfNoRowsAtOnce) {
+  std::vector<std::string> captions;
+  for (std::int32_t tab = 1; tab <= frm.results.tabMain.Count(); ++tab) {
+    captions.push_back(frm.results.tabMain.Caption(tab));
+  }
+  EXPECT_EQ(captions, (std::vector<std::string>{"Zero Size(0)", "Duplicates(0/0)", "Same Name(0/0)", "Portions(0/0)",
+                                                "Report - read errors(0)"}));
+}
+
+TEST_F(FrmMainTest, TimerOfTheStatusRests) {
+  EXPECT_FALSE(frm.tmrUpdate.Enabled());
+  EXPECT_EQ(frm.tmrUpdate.Interval(), 1000);
+  EXPECT_TRUE(events.timers.empty());
+}
+
+TEST_F(FrmMainTest, OneTickTellsTheStatusAndStopsTheTimer) {
+  frm.tmrUpdate.Enabled = true;
+  ASSERT_EQ(events.timers.size(), 1U);
+  EXPECT_EQ(events.timers.begin()->second.interval.count(), 1000);
+  EXPECT_EQ(frm.msgBar.Text(), "Tresmor is ready.");
+  events.Tick();
+  EXPECT_EQ(frm.msgBar.Text(), "0 files (0 Bytes) marked, 0 files (0 Bytes) selected, out of 0 files.");
+  EXPECT_FALSE(frm.tmrUpdate.Enabled());
+  EXPECT_TRUE(events.timers.empty());
+}
+
+TEST_F(FrmMainTest, TickCountsWhatIsMarkedAndSelectedByThen) {
+  frm.tmrUpdate.Enabled = true;
+  AddSelected(900);
+  frm.results.List(ResultList::ZeroSize).SetChecked(1, true);
+  events.Tick();
+  EXPECT_EQ(frm.msgBar.Text(), "1 files (900 Bytes) marked, 1 files (900 Bytes) selected, out of 1 files.");
+}
+
+TEST_F(FrmMainTest, TickThatCannotCountLeavesThePanelAndStopsTheTimer) {
+  AddSelected(2'000'000'000);
+  AddSelected(2'000'000'000);
+  frm.msgBar.Text = "old";
+  frm.tmrUpdate.Enabled = true;
+  events.Tick();
+  EXPECT_EQ(frm.msgBar.Text(), "old");
+  EXPECT_FALSE(frm.tmrUpdate.Enabled());
+}
+
+}  // namespace
+}  // namespace tresmor
