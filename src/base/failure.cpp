@@ -28,6 +28,8 @@ const char* Describe(Errors number) {
       return "Too many files";
     case Errors::PermissionDenied:
       return "Permission denied";
+    case Errors::DifferentDrive:
+      return "Can't rename with different drive";
     case Errors::PathAccess:
       return "Path/File access error";
     case Errors::BadPattern:

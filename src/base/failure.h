@@ -22,6 +22,7 @@ enum class Errors : int {
   PastEnd = 62,
   TooManyFiles = 67,
   PermissionDenied = 70,
+  DifferentDrive = 74,
   PathAccess = 75,
   BadPattern = 93,
   KeyExists = 457,

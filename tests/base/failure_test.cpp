@@ -10,8 +10,8 @@ namespace {
 
 constexpr Errors kAll[] = {Errors::Overflow,     Errors::Subscript,    Errors::TypeMismatch,     Errors::BadFileName,
                            Errors::FileNotFound, Errors::Device,       Errors::FileExists,       Errors::DiskFull,
-                           Errors::PastEnd,      Errors::TooManyFiles, Errors::PermissionDenied, Errors::PathAccess,
-                           Errors::BadPattern,   Errors::KeyExists};
+                           Errors::PastEnd,      Errors::TooManyFiles, Errors::PermissionDenied, Errors::DifferentDrive,
+                           Errors::PathAccess,   Errors::BadPattern,   Errors::KeyExists};
 
 TEST(Failure, EveryNumberHasADescriptionOfItsOwn) {
   std::set<std::string> seen;

@@ -1,0 +1,82 @@
+// The port to operations on many files: the record, its flags and results have the names and values that the desktop
+// program this one grew from knew them by.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace tresmor {
+
+enum : std::uint32_t { FO_MOVE = 1, FO_COPY = 2, FO_DELETE = 3 };
+
+enum : std::uint16_t {
+  FOF_MULTIDESTFILES = 0x0001,     // pTo has a full path for each of pFrom
+  FOF_RENAMEONCOLLISION = 0x0008,  // where a name is taken the newcomer becomes "name (2).ext"
+  FOF_NOCONFIRMATION = 0x0010,     // no question before a delete
+  FOF_ALLOWUNDO = 0x0040,          // a delete moves to the trash
+};
+
+struct ShFileOpStruct {
+  std::uint32_t wFunc = 0;
+  std::string pFrom;  // full paths, a NUL behind each, and one more NUL at the end
+  std::string pTo;    // empty for a delete; else a folder, or paths in the form of pFrom
+  std::uint16_t fFlags = 0;
+  // The folder that the user chose for pTo. Links below it are not entered.
+  std::string destination;
+};
+
+// The numbers are part of messages and never change.
+enum class OperationCode : int {
+  Done = 0,
+  NotFound = 2,
+  Denied = 5,
+  WriteFault = 29,
+  ReadFault = 30,
+  DiskFull = 112,
+  SameFile = 113,  // a file onto itself, a folder into itself
+  BadName = 123,   // no path, or one that the file system doesn't take
+  Exists = 183,    // a folder can't be made because something else has its name
+  NoTrash = 1105,  // there is no trash folder that it could be moved to
+  Changed = 1106,  // the source changed while it was copied
+  Cancelled = 1223,
+};
+
+struct OperationResult {
+  OperationCode code = OperationCode::Done;
+  std::string description;  // names the first path that failed and why; empty when done
+};
+
+struct OperationProgress {
+  std::int64_t files = 0;  // that are done
+  std::int64_t allFiles = 0;
+  std::int64_t bytes = 0;  // that were copied or given another place
+  std::int64_t allBytes = 0;
+  std::string path;  // that is being worked on
+};
+
+// Who started an operation. Called on the operation's thread.
+class OperationWatch {
+ public:
+  virtual ~OperationWatch() = default;
+  // Whether to go on with a delete of so many files and folders; not asked with FOF_NOCONFIRMATION.
+  virtual bool Confirm(const ShFileOpStruct& operation, std::int64_t count) = 0;
+  // Many times a second while long files are copied, and at least once a file.
+  virtual void Progress(const OperationProgress& progress) = 0;
+  // Asked often; waits while a question to the user stands.
+  virtual bool Cancelled() = 0;
+};
+
+class FileOperations {
+ public:
+  virtual ~FileOperations() = default;
+  // What is done from here to the next call is undone as one.
+  virtual void BeginUndoStep() = 0;
+
+  // Does it and returns when it is over, on any thread but one operation at a time. A path that fails is left as it
+  // was, and the others are still done; the result is that of the first that failed. A path that stands there twice, or
+  // went with its folder before, is done once and is no failure. Missing folders at the destination are made. A source
+  // is removed only when its copy is complete and on the disk.
+  virtual OperationResult ShFileOperation(const ShFileOpStruct& operation, OperationWatch& watch) = 0;
+};
+
+}  // namespace tresmor

@@ -1,0 +1,23 @@
+// The port to the desktop's trash: where it is. What lies in it follows freedesktop.org's Trash specification 1.0:
+// below a trash folder "files" holds what was thrown away and "info" one NAME.trashinfo for each.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace tresmor {
+
+struct TrashPlace {
+  std::string folder;     // the trash folder, without a separator at the end; "files" and "info" stand in it
+  std::string topFolder;  // of a disk's own trash: paths are noted from here on. Empty: they are noted whole
+};
+
+class TrashPlaces {
+ public:
+  virtual ~TrashPlaces() = default;
+  // The trash folders that `path` may be renamed into, the best first; the user's own where it is on the same disk,
+  // else those at the top of the disk. Makes what is missing of them. Empty: it can't be trashed. Any thread.
+  virtual std::vector<TrashPlace> Places(const std::string& path) = 0;
+};
+
+}  // namespace tresmor
