@@ -3,11 +3,13 @@
 build_packages="g++ cmake ninja-build pkg-config libutf8proc-dev libcli11-dev nlohmann-json3-dev"
 test_packages="libgtest-dev libgmock-dev clang-format clang-tidy python3"
 coverage_packages="gcovr"
+fuzz_packages="clang libclang-rt-dev llvm"
 
 # The programs that these packages stand for, for systems that name their packages otherwise.
 build_tools="g++ cmake ninja pkg-config"
 test_tools="clang-format clang-tidy run-clang-tidy python3"
 coverage_tools="gcovr"
+fuzz_tools="clang++ llvm-symbolizer"
 
 say() { echo "$*" >&2; }
 
@@ -68,8 +70,10 @@ quietly() {
   fi
 }
 
-# build PRESET: configures and builds.
+# build PRESET [OPTION...]: configures, with these options too, and builds.
 build() {
-  quietly cmake --preset "$1"
-  quietly cmake --build --preset "$1"
+  preset=$1
+  shift
+  quietly cmake --preset "$preset" "$@"
+  quietly cmake --build --preset "$preset"
 }

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "persist/golden.h"
 #include "persist/session_world.h"
 #include "results/sort_list.h"
 

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "persist/golden.h"
 #include "persist/session_world.h"
 
 namespace tresmor {

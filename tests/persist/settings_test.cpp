@@ -10,7 +10,7 @@
 #include "base/failure.h"
 #include "desk/guarded_msg.h"
 #include "desk/history.h"
-#include "support/fake_shell.h"
+#include "persist/program_run.h"
 #include "support/memory_settings.h"
 
 namespace tresmor {
@@ -18,30 +18,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-// One run of the program over the store.
-struct ProgramRun {
-  explicit ProgramRun(MemorySettings& kept) : store(kept) { LoadSettings(store, shell, now, Owner()); }
-
-  SettingsOwner Owner() { return {txtPath, txtExt, presets, options}; }
-  void End() { SaveSettings(store, Owner()); }
-  void EnterPath(const std::string& text) {
-    txtPath.SetText(text);
-    AddHistory(txtPath, presets.PathDizArr);
-  }
-  void EnterExt(const std::string& text) {
-    txtExt.SetText(text);
-    AddHistory(txtExt, presets.FileTypeDizArr);
-  }
-
-  MemorySettings& store;
-  FakeShell shell;
-  DateStamp now = *ParseStamp("2003/07/02 13:05:00");
-  ComboBox txtPath;
-  ComboBox txtExt;
-  Presets presets;
-  Options options;
-};
+using tests::ProgramRun;
 
 std::vector<std::string> Entries(const ComboBox& combo) {
   std::vector<std::string> entries;

@@ -3,10 +3,10 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <array>
 #include <vector>
 
+#include "results/version_of.h"
 #include "support/bytes_reader.h"
 #include "support/memory_file_system.h"
 #include "support/pe_image.h"
@@ -20,6 +20,7 @@ using tests::BuiltImage;
 using tests::BuiltNeImage;
 using tests::BytesReader;
 using tests::FourParts;
+using tests::IsVersionOrNone;
 using tests::PeBytes;
 using tests::PeImage;
 using tests::PeKind;
@@ -30,27 +31,12 @@ constexpr FourParts kSample = {1, 2, 3, 40};
 constexpr char kSampleText[] = "1.02.03.40";
 constexpr std::uint32_t kSubdirectory = 0x80000000;
 
-// The text for a file; whatever it is, reading it has to stay within measure.
-std::string VersionOf(BytesReader& file) {
-  const auto info = ReadFixedFileInfo(file);
-  EXPECT_FALSE(file.readOutside);
-  EXPECT_LE(file.reads, 600);
-  EXPECT_LE(file.bytesRead, 128U * 1024);
-  return info ? VersionText(*info) : "";
-}
-
 std::string VersionOf(std::string bytes) {
   BytesReader file(std::move(bytes));
   return VersionOf(file);
 }
 
 std::string VersionOf(const PeImage& image) { return VersionOf(Build(image).bytes); }
-
-bool IsVersionOrNone(const std::string& text) {
-  const auto dots = std::count(text.begin(), text.end(), '.');
-  return text.empty() ||
-         (text.find_first_not_of("-.0123456789") == std::string::npos && (dots == 2 || dots == 3) && text.size() >= 9);
-}
 
 std::array<PeImage, 2> BothKinds() {
   std::array<PeImage, 2> images;
