@@ -20,8 +20,8 @@ using namespace tresmor;
 class FixedAnswers final : public Dialogs {
  public:
   explicit FixedAnswers(std::string file) : file_(std::move(file)) {}
-  BoxAnswer MessageBox(const std::string& text, BoxIcon icon, const std::string&, BoxButtons) override {
-    if (icon != BoxIcon::Question) std::fprintf(stderr, "%s\n", text.c_str());
+  BoxAnswer MessageBox(const BoxText& text, BoxIcon icon, const std::string&, BoxButtons) override {
+    if (icon != BoxIcon::Question) std::fprintf(stderr, "%s\n", text.Whole().c_str());
     return BoxAnswer::Yes;
   }
   std::optional<std::string> OpenFileDlg(const FileQuestion&) override { return file_; }

@@ -14,7 +14,7 @@
 #include "desk/guarded_msg.h"
 #include "persist/ini_settings.h"
 #include "persist/program_run.h"
-#include "persist/session_file.h"
+#include "persist/whole_file.h"
 #include "support/memory_file_system.h"
 #include "support/memory_file_writer.h"
 

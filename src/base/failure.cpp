@@ -1,5 +1,8 @@
 #include "base/failure.h"
 
+#include <new>
+#include <stdexcept>
+
 namespace tresmor {
 
 const char* Describe(Errors number) {
@@ -8,6 +11,8 @@ const char* Describe(Errors number) {
       return "";
     case Errors::Overflow:
       return "Overflow";
+    case Errors::OutOfMemory:
+      return "Out of memory";
     case Errors::Subscript:
       return "Subscript out of range";
     case Errors::TypeMismatch:
@@ -38,6 +43,18 @@ const char* Describe(Errors number) {
       return "This key is already associated with an element of this collection";
   }
   return "Application-defined or object-defined error";
+}
+
+Failure CaughtFailure() {
+  try {
+    throw;
+  } catch (const Failure& failure) {
+    return failure;
+  } catch (const std::bad_alloc&) {
+    return Failure(Errors::OutOfMemory);
+  } catch (const std::length_error&) {
+    return Failure(Errors::OutOfMemory);
+  }
 }
 
 }  // namespace tresmor

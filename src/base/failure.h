@@ -12,6 +12,7 @@ namespace tresmor {
 enum class Errors : int {
   None = 0,
   Overflow = 6,
+  OutOfMemory = 7,
   Subscript = 9,
   TypeMismatch = 13,
   BadFileName = 52,
@@ -44,6 +45,10 @@ class Failure : public std::exception {
   Errors number_;
   std::string description_;
 };
+
+// For a handler of all: what is being caught, as a Failure. Memory that can't be had, and a text that would be too long
+// for any, is OutOfMemory; whatever else it is goes on being thrown.
+Failure CaughtFailure();
 
 // For steps of which each is taken whether or not the others could be.
 template <class Step>

@@ -11,6 +11,7 @@
 #include "cli/output.h"
 #include "cli/run_command.h"
 #include "cli/show_command.h"
+#include "desk/report_failure.h"
 
 namespace tresmor {
 namespace {
@@ -52,9 +53,8 @@ int RunConsole(int argc, const char* const* argv, const ConsolePorts& ports) {
   } catch (const WriteFailure& failure) {
     return FailToWrite(ports.err, failure.error);
   } catch (const Failure& failure) {
-    return Fail(ports.err,
-                "Run-time error '" + std::to_string(static_cast<int>(failure.Number())) + "': " + failure.Description(),
-                kFailed);
+    ReportRunTimeError(ports.err, failure);
+    return kFailed;
   } catch (const std::bad_alloc&) {
     return Fail(ports.err, "Out of memory.", kFailed);
   } catch (const std::exception& trouble) {

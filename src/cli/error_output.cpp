@@ -11,13 +11,20 @@ constexpr char kDraw[] = "\r\x1b[?7l";
 constexpr char kDrawn[] = "\x1b[K\x1b[?7h";
 constexpr char kClear[] = "\r\x1b[K";
 
+std::string OnOneLine(std::string_view words) {
+  const std::string lines = ReplaceAll(ReplaceAll(words, "\r\n", "\n"), "\n\n", "\n");
+  return ReplaceAll(lines, "\n", " ");
+}
+
 }  // namespace
 
 ErrorOutput::~ErrorOutput() { ClearProgress(); }
 
-void ErrorOutput::Say(std::string_view text) {
+void ErrorOutput::Say(std::string_view text) { SayVisible(Visible(text)); }
+
+void ErrorOutput::SayVisible(const std::string& line) {
   ClearProgress();
-  Put("tresmor-cli: " + Visible(text) + "\n");
+  Put("tresmor-cli: " + line + "\n");
 }
 
 void ErrorOutput::ShowProgress(std::string_view text) {
@@ -30,8 +37,12 @@ void ErrorOutput::ClearProgress() {
   drawn_ = false;
 }
 
-BoxAnswer ErrorOutput::MessageBox(const std::string& text, BoxIcon, const std::string&, BoxButtons buttons) {
-  Say(ReplaceAll(ReplaceAll(text, "\r\n", "\n"), "\n", " "));
+BoxAnswer ErrorOutput::MessageBox(const BoxText& text, BoxIcon, const std::string&, BoxButtons buttons) {
+  std::string line;
+  for (const BoxText::Part& part : text.Parts()) {
+    line += Visible(part.kind == BoxText::Part::Kind::Name ? part.text : OnOneLine(part.text));
+  }
+  SayVisible(line);
   return buttons == BoxButtons::Ok ? BoxAnswer::Ok : BoxAnswer::Cancel;
 }
 

@@ -28,13 +28,15 @@ class ErrorOutput final : public Dialogs, public ModalForms {
   void ShowProgress(std::string_view text);
   void ClearProgress();
 
-  // Nobody is there to answer: the text is printed, and the box counts as closed.
-  BoxAnswer MessageBox(const std::string& text, BoxIcon icon, const std::string& title, BoxButtons buttons) override;
+  // Nobody is there to answer: the text is printed, with a blank for each of its own line ends, and the box counts as
+  // closed.
+  BoxAnswer MessageBox(const BoxText& text, BoxIcon icon, const std::string& title, BoxButtons buttons) override;
   // Always none: paths are given as arguments here.
   std::optional<std::string> OpenFileDlg(const FileQuestion& question) override;
   void ShowModal(FrmMyMsgBox& form) override;
 
  private:
+  void SayVisible(const std::string& line);
   void Put(std::string_view text);
 
   std::FILE* file_;

@@ -13,7 +13,7 @@ class ExportDialogs final : public Dialogs {
 
   bool HasFailed() const { return failed_; }
 
-  BoxAnswer MessageBox(const std::string& text, BoxIcon icon, const std::string& title, BoxButtons buttons) override {
+  BoxAnswer MessageBox(const BoxText& text, BoxIcon icon, const std::string& title, BoxButtons buttons) override {
     if (icon == BoxIcon::Question) return BoxAnswer::No;
     failed_ = true;
     return told_.MessageBox(text, icon, title, buttons);

@@ -30,19 +30,15 @@ void SetControls(FrmSmartDel& frm, const MarkOptions& options, const ConsolePort
     frm.lstFolder.SetSelected(frm.lstFolder.AddRow(folder), true);
   }
   frm.chkSubFolder.Value = options.subFolders;
-  frm.cmbPattern = options.pattern;
+  frm.cmbPattern.SetText(options.pattern);
   frm.chkLeaveAtLeast1.Value = options.keep.leaveAtLeast1;
   frm.lstLeaveDate.Choose(options.keep.leaveDate);
   frm.lstLeaveVer.Choose(options.keep.leaveVer);
 }
 
-// The warning of --keep none is for who may have overlooked a box, and no history is kept here.
+// The warning of --keep none is for who may have overlooked a box.
 SmartMarkerPorts MarkerPorts(const ConsolePorts& ports) {
-  return {.events = ports.events,
-          .dialogs = ports.err,
-          .FlashCtrl = [](Control&) {},
-          .GuardedMsg = [](GuardedId) { return true; },
-          .KeepPattern = [](const std::string&) {}};
+  return {.events = ports.events, .dialogs = ports.err, .GuardedMsg = [](GuardedId) { return true; }};
 }
 
 void PrintMarked(const ListView& lst, const ConsolePorts& ports) {
@@ -64,8 +60,8 @@ int MarkCommand(const MarkOptions& options, const ConsolePorts& ports) {
   FrmSmartDel rules;
   SetControls(rules, options, ports);
   if (options.clear) SetAllMarks(results, false);
-  // All that it refuses was typed wrong, and a box has told so.
-  if (!MarkBySmartRules(rules, results, saved.frm.tmrUpdate, MarkerPorts(ports))) return kWrongUse;
+  // All that stops it was typed wrong, and a box has told so.
+  if (MarkBySmartRules(rules, results, MarkerPorts(ports)) != SmartMarks::Done) return kWrongUse;
   if (!SaveSession(saved.frm, options.session, ports)) return kFailed;
   PrintMarked(results.Shown(), ports);
   return kRanThrough;

@@ -2,6 +2,7 @@
 
 #include "cli/console_search.h"
 #include "cli/session_io.h"
+#include "shell/search_checks.h"
 
 namespace tresmor {
 namespace {
@@ -32,6 +33,10 @@ int RunCommand(const RunOptions& options, const ConsolePorts& ports) {
   // Whether there will be versions is not the old result's to say.
   for (ListView& lst : frm.results.lstResult) lst.Tag = std::string();
   TakeTypes(frm.lstSrchType, settled);
+  if (const auto missing = FailedSearchCheck(frm)) {
+    ports.err.MessageBox(missing->text, BoxIcon::Exclamation, missing->title, BoxButtons::Ok);
+    return kWrongUse;
+  }
   CheckScopeRows(frm, {ports.files, ports.shell, ports.workingFolder});
   return search.Run(kWords);
 }

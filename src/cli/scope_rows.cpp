@@ -91,7 +91,7 @@ void CheckFolderOfFile(const std::string& typed, const ScopePorts& ports) {
 std::vector<std::string> RowsLeftOut(const FrmMain& frm, const ScopePorts& ports, const LeftOutWords& words) {
   const PathStyle style = ports.files.Style();
   ProtectDir system(style);
-  if (frm.chkProtectWinDir.Value()) {
+  if (frm.chkProtectWinDir.Ticked()) {
     for (const std::string& folder : {ports.shell.GetWinDir(), ports.shell.GetProgramFilesDir()}) {
       if (!folder.empty()) system.Add(AddTail(folder, style.Tail()));
     }

@@ -30,16 +30,13 @@ void CheckRowsOf(const ListView& lst, ResultList kind) {
 
 // The window shows whatever stands in a row; what is printed here is counted and cut up.
 bool CheckRows(const ResultLists& lists, Dialogs& dialogs) {
-  try {
+  return DoOrReport(dialogs, kLoadingFailed, [&] {
     for (int i = 0; i < kResultLists; ++i) {
       const auto kind = static_cast<ResultList>(i);
       CheckRowsOf(lists.List(kind), kind);
     }
     return true;
-  } catch (const Failure& failure) {
-    ReportFailure(dialogs, kLoadingFailed, failure);
-    return false;
-  }
+  });
 }
 
 }  // namespace
@@ -52,7 +49,7 @@ bool LoadSession(FrmMain& frm, Progress& progress, const std::string& typed, con
   SessionCommands commands(frm, progress, {ports.files, ports.writer, ports.events, ports.err});
   const bool loaded = commands.LoadSession(FilePath(typed, ports.workingFolder));
   ports.err.ClearProgress();
-  return loaded && CheckRows(frm.results, ports.err);
+  return loaded;
 }
 
 bool SaveSession(FrmMain& frm, const std::string& typed, const ConsolePorts& ports) {
@@ -67,7 +64,7 @@ bool SaveSession(FrmMain& frm, const std::string& typed, const ConsolePorts& por
 
 bool SavedResult::Load(const std::string& typed, const ConsolePorts& ports) {
   ports.searchHasEnded();
-  if (!LoadSession(frm, progress, typed, ports)) return false;
+  if (!LoadSession(frm, progress, typed, ports) || !CheckRows(frm.results, ports.err)) return false;
   if (frm.session.SaveSrchResult) return true;
   ports.err.Say("'" + typed + "' was saved without a result. 'tresmor-cli run' searches what it tells.");
   return false;

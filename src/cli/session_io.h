@@ -13,8 +13,7 @@ namespace tresmor {
 std::string FilePath(const std::string& typed, const std::string& workingFolder);
 
 // Puts the session of a file into the form. False if there is none, it is of an unknown version, or damaged; why is
-// told then. After it each row has a size that is a whole number, a date and, where the list has them, a group number;
-// and the sizes of a list have a sum.
+// told then. Cells of rows may hold anything.
 bool LoadSession(FrmMain& frm, Progress& progress, const std::string& typed, const ConsolePorts& ports);
 
 // Saves the form as a session. False if that failed, which is told then; an old file is as it was.
@@ -23,8 +22,10 @@ bool SaveSession(FrmMain& frm, const std::string& typed, const ConsolePorts& por
 // A session whose result is to be looked at.
 struct SavedResult {
   explicit SavedResult(const ConsolePorts& ports) : progress(ports.events, frm.tmrProgress, frm.msgBar, frm.pbMain) {}
-  // As LoadSession; false also for a session that was saved without a result. From here on nothing can be cancelled:
-  // the first signal ends the program.
+  // As LoadSession; false also for a session that was saved without a result, and told as damage for one whose rows
+  // can't be printed. After it each row has a size that is a whole number, a date and, where the list has them, a group
+  // number; and the sizes of a list have a sum. From here on nothing can be cancelled: the first signal ends the
+  // program.
   bool Load(const std::string& typed, const ConsolePorts& ports);
 
   FrmMain frm;

@@ -1,14 +1,29 @@
 #pragma once
 
+#include <cstdint>
+
+#include "base/failure.h"
 #include "controls/control.h"
 
 namespace tresmor {
 
+// Grayed is neither off nor ticked. Only the program makes a box grayed: a file may tell it of one.
+enum : std::int16_t { kOff = 0, kTicked = 1, kGrayed = 2 };
+
+// Fails with Overflow for what is none of the three.
+struct CheckBoxValue {
+  void operator()(std::int16_t value) const {
+    if (value < kOff || value > kGrayed) throw Failure(Errors::Overflow);
+  }
+};
+
 class CheckBox : public Control {
  public:
-  explicit CheckBox(bool ticked = false) : Value(*this, Notice::What::Value, ticked) {}
+  explicit CheckBox(bool ticked = false) : Value(*this, Notice::What::Value, ticked ? kTicked : kOff) {}
 
-  Property<bool> Value;
+  bool Ticked() const { return Value() == kTicked; }
+
+  Property<std::int16_t, CheckBoxValue> Value;
 };
 
 }  // namespace tresmor

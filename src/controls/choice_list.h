@@ -21,6 +21,8 @@ class ChoiceList : public Control {
   // Listeners hear of it whoever chooses, but never of the entry that is chosen already.
   void Choose(std::int32_t index);
 
+  Property<std::uint32_t> BackColor{*this, Notice::What::BackColor, kWindowGround};
+
  private:
   std::size_t At(std::int32_t index) const;
 

@@ -90,6 +90,7 @@ std::int32_t ListView::AddRow(std::string_view text, std::span<const CellValue> 
 void ListView::RemoveRow(std::int32_t row) {
   const std::size_t at = At(row);
   ChangeRows(Notice::What::RowsRemoved, row, row, [&] {
+    lastSelected_ = LastSelectedWithout({&row, 1});
     ForEachVector([&](auto& values, auto) {
       if (at < values.size()) values.erase(values.begin() + static_cast<std::ptrdiff_t>(at));
     });
@@ -102,6 +103,7 @@ void ListView::RemoveRows(std::span<const std::int32_t> rows) {
   const std::size_t start = At(rows.front());
   At(rows.back());
   ChangeRows(Notice::What::RowsReset, 1, Count(), [&] {
+    lastSelected_ = LastSelectedWithout(rows);
     ForEachVector([&](auto& values, auto) {
       auto gone = rows.begin();
       std::size_t kept = std::min(start, values.size());
@@ -123,6 +125,7 @@ void ListView::Clear() {
   ChangeRows(Notice::What::RowsReset, 1, Count(), [&] {
     ForEachVector([](auto& values, auto) { values = {}; });
     store_.Clear();
+    lastSelected_ = 0;
   });
 }
 
@@ -193,6 +196,23 @@ void ListView::SetFlags(std::int32_t row, unsigned mask, unsigned flags) {
   ChangeRows(Notice::What::RowsChanged, row, row, [&] { held = static_cast<std::uint8_t>((held & ~mask) | flags); });
 }
 
+void ListView::SetSelected(std::int32_t row, bool selected) {
+  At(row);
+  if (selected) lastSelected_ = row;
+  SetFlags(row, kSelected, selected ? kSelected : 0U);
+}
+
+std::int32_t ListView::SelectedItem() const {
+  CheckThread();
+  return lastSelected_ != 0 && Selected(lastSelected_) ? lastSelected_ : 0;
+}
+
+std::int32_t ListView::LastSelectedWithout(std::span<const std::int32_t> rows) const {
+  const auto next = std::lower_bound(rows.begin(), rows.end(), lastSelected_);
+  if (next != rows.end() && *next == lastSelected_) return 0;
+  return lastSelected_ - static_cast<std::int32_t>(next - rows.begin());
+}
+
 void ListView::SetSmallIcon(std::int32_t row, int icon) {
   assert(icon >= 0 && icon < 64);
   SetFlags(row, ~(kChecked | kSelected) & 0xFFU, static_cast<unsigned>(icon) << kIconShift);
@@ -233,6 +253,10 @@ void ListView::Sort(Cells ColumnData::*what) {
                   SortOrder() == kDescending ? Direction::Descending : Direction::Ascending);
   if (std::is_sorted(order.begin(), order.end())) return;
   ChangeRows(Notice::What::RowsReset, 1, Count(), [&] {
+    if (lastSelected_ != 0) {
+      const auto moved = std::find(order.begin(), order.end(), static_cast<std::uint32_t>(lastSelected_ - 1));
+      lastSelected_ = static_cast<std::int32_t>(moved - order.begin()) + 1;
+    }
     ForEachVector([&](auto& values, auto missing) {
       if (values.empty()) return;
       values.resize(rows, missing);

@@ -8,6 +8,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -33,6 +34,8 @@ struct ColumnHeader {
 inline constexpr std::uint32_t kWindowText = 0x80000008;
 
 enum : std::int16_t { kAscending = 0, kDescending = 1 };
+
+enum class MouseButton { Left = 1, Right = 2, Middle = 4 };
 
 class ListView : public Control {
  public:
@@ -73,7 +76,10 @@ class ListView : public Control {
   bool Checked(std::int32_t row) const { return (flags_[At(row)] & kChecked) != 0; }
   void SetChecked(std::int32_t row, bool checked) { SetFlags(row, kChecked, checked ? kChecked : 0U); }
   bool Selected(std::int32_t row) const { return (flags_[At(row)] & kSelected) != 0; }
-  void SetSelected(std::int32_t row, bool selected) { SetFlags(row, kSelected, selected ? kSelected : 0U); }
+  void SetSelected(std::int32_t row, bool selected);
+  // The row that was selected last, by the user or the program, wherever it has moved since; 0 for none, and once it is
+  // gone or not selected any more.
+  std::int32_t SelectedItem() const;
   // The number of the row's picture, 0 (none) to 63.
   int SmallIcon(std::int32_t row) const { return flags_[At(row)] >> kIconShift; }
   void SetSmallIcon(std::int32_t row, int icon);
@@ -98,6 +104,16 @@ class ListView : public Control {
   // Who shows a frozen list leaves it as it is painted; it still hears of every change and paints anew when it thaws.
   Property<bool> Frozen{*this, Notice::What::Frozen};
 
+  // What the user does. Whoever shows the list calls those that are set, after the change of the rows that comes with
+  // it; no change by the program calls any.
+  std::function<void()> OnClick;      // anywhere in the list
+  std::function<void()> OnItemClick;  // on a row, which is SelectedItem by then
+  std::function<void()> OnItemCheck;  // a mark was set or cleared
+  std::function<void()> OnDblClick;
+  std::function<void(std::int16_t column)> OnColumnClick;
+  std::function<void(std::int32_t row)> OnMouseMove;  // over the row, or over none if 0
+  std::function<void(MouseButton button)> OnMouseUp;  // anywhere in the list
+
  private:
   enum : unsigned { kChecked = 1, kSelected = 2 };
   static constexpr int kIconShift = 2;
@@ -117,6 +133,8 @@ class ListView : public Control {
   CellStore::Cell TagAt(std::int32_t row, std::int32_t subItem) const;
   CellStore::Cell PackFor(std::size_t column, const CellValue& value);
   void SetFlags(std::int32_t row, unsigned mask, unsigned flags);
+  // Where the row that was selected last stands once these, which ascend, are gone.
+  std::int32_t LastSelectedWithout(std::span<const std::int32_t> rows) const;
   void Sort(Cells ColumnData::*what);
   template <class Change>
   void ChangeRows(Notice::What what, std::int32_t first, std::int32_t last, Change&& change);
@@ -128,6 +146,7 @@ class ListView : public Control {
   std::vector<std::uint8_t> flags_;    // one a row, always
   std::vector<std::uint32_t> colors_;  // rows past its end have the default
   bool sorted_ = false;
+  std::int32_t lastSelected_ = 0;
   std::uint64_t arrangement_ = NextArrangement();
 };
 

@@ -35,7 +35,7 @@ const std::array<GuardedMessage, kGuardedIds> kGuardedMessages = {{
 
 FrmMyMsgBox::FrmMyMsgBox() : OKButton("OK", {kOkLeft, 1215}), cmdCancel("Cancel", {2760, 1215}) {
   Visible = false;
-  OKButton.OnClick = [this] { Answer(chkDontShow.Value() ? kOkDontShow : kOk); };
+  OKButton.OnClick = [this] { Answer(chkDontShow.Ticked() ? kOkDontShow : kOk); };
   cmdCancel.OnClick = [this] { Answer(kCancel); };
 }
 

@@ -1,10 +1,9 @@
 // The dialog "Smart Marking" as data: the controls that its rules read, with the values they start with.
 #pragma once
 
-#include <string>
-
 #include "controls/check_box.h"
 #include "controls/choice_list.h"
+#include "controls/combo_box.h"
 #include "controls/list_view.h"
 
 namespace tresmor {
@@ -19,7 +18,7 @@ struct FrmSmartDel {
 
   ListView lstFolder;  // folders with the separator at their ends; the selected ones are meant
   CheckBox chkSubFolder{true};
-  std::string cmbPattern;  // patterns of names with ";" between them
+  ComboBox cmbPattern;  // patterns of names with ";" between them
 
   // Of the groups that are marked wholly, unmark one file.
   CheckBox chkLeaveAtLeast1{true};

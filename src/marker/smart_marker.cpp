@@ -9,6 +9,9 @@
 #include "base/failure.h"
 #include "base/like.h"
 #include "base/text.h"
+#include "desk/flash_ctrl.h"
+#include "desk/history.h"
+#include "desk/report_failure.h"
 #include "results/marks.h"
 #include "results/rows.h"
 
@@ -109,37 +112,39 @@ bool AsksForOneButNotWhich(const FrmSmartDel& frm) {
   return frm.chkLeaveAtLeast1.Value() && frm.lstLeaveDate.ListIndex() == 0 && frm.lstLeaveVer.ListIndex() == 0;
 }
 
-void TellBadPattern(Dialogs& dialogs, const Failure& failure) {
-  const std::string number = std::to_string(static_cast<int>(failure.Number()));
-  dialogs.MessageBox("Run-time error '" + number + "':\r\n\r\n" + failure.Description(), BoxIcon::Critical, "",
-                     BoxButtons::Ok);
-}
-
 }  // namespace
 
-bool MarkBySmartRules(FrmSmartDel& frm, ResultLists& results, Timer& tmrUpdate, const SmartMarkerPorts& ports) {
+SmartMarks MarkBySmartRules(FrmSmartDel& frm, ResultLists& results, const SmartMarkerPorts& ports) {
   if (AsksForOneButNotWhich(frm)) {
     ports.dialogs.MessageBox("You have select keep at least one file, please select either by date or version.",
                              BoxIcon::Information, "", BoxButtons::Ok);
-    ports.FlashCtrl(frm.lstLeaveDate);
-    return false;
+    FlashCtrl(frm.lstLeaveDate, ports.events);
+    return SmartMarks::Refused;
   }
   if (!frm.chkLeaveAtLeast1.Value()) {
     ports.GuardedMsg(kTipOrgNDupSM);
   }
   MarkFolders(frm, results.Shown());
   try {
-    MarkPatterns(frm.cmbPattern, results.Shown());
+    MarkPatterns(frm.cmbPattern.Text(), results.Shown());
   } catch (const Failure& failure) {
     if (failure.Number() != Errors::BadPattern) throw;
-    TellBadPattern(ports.dialogs, failure);
-    tmrUpdate.Enabled = true;  // the marks set until then stay
-    return false;
+    ReportRunTimeError(ports.dialogs, failure);
+    return SmartMarks::Stopped;
   }
   MarkByLists(frm, results, ports.events);
-  ports.KeepPattern(frm.cmbPattern);
-  tmrUpdate.Enabled = true;
-  return true;
+  return SmartMarks::Done;
+}
+
+bool ClickMark(FrmSmartDel& frm, ResultLists& results, const ClickMarkPorts& ports) {
+  const SmartMarks marks = MarkBySmartRules(frm, results, ports.rules);
+  if (marks == SmartMarks::Refused) return false;
+  if (marks == SmartMarks::Done) {
+    AddHistory(frm.cmbPattern, ports.presets.FileTypeDizArr);
+    SaveHistory(ports.settings, kPatternHistory, frm.cmbPattern, frm.cmbPattern);
+  }
+  ports.tmrUpdate.Enabled = true;
+  return marks == SmartMarks::Done;
 }
 
 }  // namespace tresmor

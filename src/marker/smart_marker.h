@@ -3,13 +3,14 @@
 #pragma once
 
 #include <functional>
-#include <string>
 
 #include "controls/timer.h"
 #include "desk/guarded_msg.h"
+#include "desk/presets.h"
 #include "marker/frm_smart_del.h"
 #include "platform/dialogs.h"
 #include "platform/event_queue.h"
+#include "platform/settings_store.h"
 #include "results/result_lists.h"
 
 namespace tresmor {
@@ -17,21 +18,34 @@ namespace tresmor {
 struct SmartMarkerPorts {
   EventQueue& events;
   Dialogs& dialogs;
-  // Draws the eye to a control.
-  std::function<void(Control& control)> FlashCtrl;
   // Shows one of the messages that can be silenced and gives whether the user went on.
   std::function<bool(GuardedId message)> GuardedMsg;
-  // Enters a text in the history of the pattern box and writes the history.
-  std::function<void(const std::string& pattern)> KeepPattern;
 };
 
-// What a click on cmdMark does. First it marks the files in the selected folders and those whose names match a pattern,
-// and leaves all other marks; next it unmarks one file of each group that is marked wholly, if that is asked for; last
-// the choices by date, size and version mark every group anew, each over the one before it. The list is left sorted by
-// its groups where a choice was made.
-// Gives whether the dialog closes. It stays open where the choices contradict each other, with nothing marked, and
-// where a pattern is ill-formed, with the marks that were set up to there; a box has told of it. Fails with Overflow as
-// MarkGroups does. Interface thread.
-bool MarkBySmartRules(FrmSmartDel& frm, ResultLists& results, Timer& tmrUpdate, const SmartMarkerPorts& ports);
+// How far the rules went. A box has told of what kept them from the end.
+enum class SmartMarks {
+  Refused,  // the choices contradict each other; nothing was marked
+  Stopped,  // a pattern is ill-formed; what was marked up to there is marked
+  Done,
+};
+
+// First marks the files in the selected folders and those whose names match a pattern, and leaves all other marks; next
+// unmarks one file of each group that is marked wholly, if that is asked for; last the choices by date, size and
+// version mark every group anew, each over the one before it. The list is left sorted by its groups where a choice was
+// made. Fails with Overflow as MarkGroups does. Interface thread.
+SmartMarks MarkBySmartRules(FrmSmartDel& frm, ResultLists& results, const SmartMarkerPorts& ports);
+
+// What of the rest of the program the dialog's button touches.
+struct ClickMarkPorts {
+  SmartMarkerPorts rules;
+  Timer& tmrUpdate;
+  SettingsStore& settings;
+  const Presets& presets;
+};
+
+// What a click on cmdMark does: the rules, then the pattern goes to the top of its history, in the box and in the
+// settings, and the marks are to be counted. Gives whether the dialog closes; only then there is a history to keep.
+// Throws the Failure of the rules and of the settings. Interface thread.
+bool ClickMark(FrmSmartDel& frm, ResultLists& results, const ClickMarkPorts& ports);
 
 }  // namespace tresmor

@@ -11,6 +11,8 @@
 namespace tresmor {
 namespace {
 
+constexpr char kExportFailed[] = "Result list export failed. File may already opened by other programs. ";
+
 bool IsShown(const ListView& lst, std::int32_t column) { return lst.Column(column).width > 0; }
 
 // The first header keeps its sort mark, the others don't.
@@ -42,17 +44,16 @@ std::string CsvText(const ListView& lst) {
 }  // namespace
 
 void ExportList(const std::string& sFileName, const ListView& lst, const ExportPorts& ports) {
-  try {
+  DoOrReport(ports.dialogs, kExportFailed, [&] {
     if (const Errors failure = ports.writer.Replace(sFileName, CsvText(lst)); failure != Errors::None) {
       throw Failure(failure);
     }
     const BoxAnswer open =
-        ports.dialogs.MessageBox("Result list is successfully exported, open it now? \r\n" + sFileName,
+        ports.dialogs.MessageBox(BoxText("Result list is successfully exported, open it now? \r\n").Name(sFileName),
                                  BoxIcon::Question, "Open?", BoxButtons::YesNo);
     if (open == BoxAnswer::Yes) ports.shell.ShellOpen(sFileName);
-  } catch (const Failure& failure) {
-    ReportFailure(ports.dialogs, "Result list export failed. File may already opened by other programs. ", failure);
-  }
+    return true;
+  });
 }
 
 }  // namespace tresmor

@@ -18,7 +18,7 @@ struct ExportPorts {
 
 // Writes the rows of `lst` in their present order, under the headers of the columns that have a width, and asks whether
 // the file is to be opened. Lines end in CR LF. Name and folder stand in quotes, shown or not; nothing is escaped. A
-// failure is told in a box; there is no new file then. Interface thread.
+// failure, lack of memory too, is told in a box; there is no new file then. Interface thread.
 void ExportList(const std::string& sFileName, const ListView& lst, const ExportPorts& ports);
 
 }  // namespace tresmor

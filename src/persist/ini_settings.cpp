@@ -1,9 +1,9 @@
 #include "persist/ini_settings.h"
 
-#include <memory>
 #include <utility>
 
 #include "persist/ini_text.h"
+#include "persist/whole_file.h"
 
 namespace tresmor {
 
@@ -19,7 +19,7 @@ IniSettings::IniSettings(const FileSystem& files, const FileWriter& writer, std:
 std::string IniSettings::Get(std::string_view application, std::string_view section, std::string_view key,
                              std::string_view fallback) const {
   std::string ini;
-  if (Read(ini) != Errors::None) return std::string(fallback);
+  PassOverFailure([&] { ini = ReadWholeFile(files_, path_, kMostBytes); });
   return FindIniValue(ini, {application, section}, key).value_or(std::string(fallback));
 }
 
@@ -34,23 +34,14 @@ void IniSettings::DeleteSection(std::string_view application, std::string_view s
   if (RemoveIniKeys(ini, {application, section})) Write(ini);
 }
 
-Errors IniSettings::Read(std::string& ini) const {
-  Errors failure = Errors::None;
-  const std::unique_ptr<FileReader> file = files_.Open(path_, failure);
-  if (!file) return failure;
-  if (file->Size() > kMostBytes) return Errors::PathAccess;
-  ini.resize(static_cast<std::size_t>(file->Size()));
-  const FileReader::Result result = file->ReadAt(0, ini);
-  ini.resize(result.got);
-  return result.failure;
-}
-
 // Writing anew what could only be read in part would lose the rest.
 std::string IniSettings::ReadToChange() const {
-  std::string ini;
-  const Errors failure = Read(ini);
-  if (failure != Errors::None && failure != Errors::FileNotFound) throw Failure(failure);
-  return ini;
+  try {
+    return ReadWholeFile(files_, path_, kMostBytes);
+  } catch (const Failure& failure) {
+    if (failure.Number() != Errors::FileNotFound) throw;
+    return {};
+  }
 }
 
 void IniSettings::Write(const std::string& ini) const {

@@ -12,10 +12,10 @@ namespace tresmor {
 
 // Every call reads the file anew, and the writer puts the new file in the old one's place as a whole. So programs that
 // change keys of their own one after the other lose nothing; of two that write at the same moment the later one wins.
-// A file of more than 16 MiB is no settings file: it isn't read (PathAccess) and none is written (Overflow).
+// A file of more than 16 MiB is no settings file: neither is it read nor is one written (Overflow).
 class IniSettings final : public SettingsStore {
  public:
-  // The file at `path` needn't be there yet, nor its folder. It is no symbolic link: resolve one first.
+  // The file at `path` needn't be there yet, nor its folder. It may be a link to the file.
   IniSettings(const FileSystem& files, const FileWriter& writer, std::string path);
 
   std::string Get(std::string_view application, std::string_view section, std::string_view key,
@@ -26,7 +26,6 @@ class IniSettings final : public SettingsStore {
   void DeleteSection(std::string_view application, std::string_view section) override;
 
  private:
-  Errors Read(std::string& ini) const;
   void Write(const std::string& ini) const;
   std::string ReadToChange() const;
 

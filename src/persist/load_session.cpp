@@ -1,6 +1,3 @@
-#include <limits>
-#include <memory>
-
 #include "base/failure.h"
 #include "base/number.h"
 #include "desk/event_slice.h"
@@ -26,7 +23,7 @@ class SessionLoader {
       controls_.lstSrchType.SetTicked(i, NextBoolean(sFile_, pos_));
     }
     for (CheckBox* box : {&controls_.chkTolerant, &controls_.chkHidden, &controls_.chkProtectWinDir}) {
-      box->Value = CheckedInt16(NextNumber(sFile_, pos_)) != 0;
+      box->Value = CheckedInt16(NextNumber(sFile_, pos_));
     }
   }
 
@@ -97,8 +94,9 @@ bool LoadSession(std::string_view sFile, const SessionControls& controls, const 
   const std::string_view version = NextLine(sFile, pos);
   const bool old = version == kOldSessionVersion;
   if (!old && version != kSessionVersion) {
-    dialogs.MessageBox("File version " + std::string(version) + " not supported. Search session can't be read.",
-                       BoxIcon::Critical, "Incorrect version", BoxButtons::Ok);
+    dialogs.MessageBox(
+        BoxText("File version ").Name(std::string(version)).Words(" not supported. Search session can't be read."),
+        BoxIcon::Critical, "Incorrect version", BoxButtons::Ok);
     return false;
   }
   SessionLoader loader(sFile, pos, controls, shown);
@@ -109,18 +107,6 @@ bool LoadSession(std::string_view sFile, const SessionControls& controls, const 
   shown.tmrProgress.Enabled = true;
   loader.LoadLists();
   return true;
-}
-
-std::string ReadWholeFile(const FileSystem& files, const std::string& sFileName) {
-  Errors failure = Errors::None;
-  const std::unique_ptr<FileReader> reader = files.Open(files.Resolved(sFileName), failure);
-  if (!reader) throw Failure(failure);
-  if (reader->Size() > std::numeric_limits<std::int32_t>::max()) throw Failure(Errors::Overflow);
-  std::string bytes(static_cast<std::size_t>(reader->Size()), '\0');
-  const FileReader::Result read = reader->ReadAt(0, bytes);
-  if (read.failure != Errors::None) throw Failure(read.failure);
-  bytes.resize(read.got);
-  return bytes;
 }
 
 std::string_view NextLine(std::string_view sFile, std::int32_t& pos) {

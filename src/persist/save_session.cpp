@@ -18,6 +18,8 @@ void PutLine(std::string& file, std::string_view text) { file.append(text).appen
 void PutNumber(std::string& file, std::int64_t number) { PutLine(file, " " + std::to_string(number) + " "); }
 void PutBoolean(std::string& file, bool value) { PutLine(file, BooleanText(value)); }
 
+constexpr char kWhyUntold[] = ", since a name with \"|-\" or a line end in it has no place in a search session:";
+
 // The rows that the format can't tell: how many, and what people know the first of them by.
 class UntoldRows {
  public:
@@ -26,11 +28,11 @@ class UntoldRows {
     if (names_.size() < kNamed) names_.push_back(std::move(name));
   }
   std::int64_t Count() const { return count_; }
-  // A line of their own for each name.
-  std::string Names() const {
-    std::string text;
-    for (const std::string& name : names_) text.append("\r\n").append(name);
-    if (count_ > std::ssize(names_)) text.append("\r\n...");
+  // What became of them, why, and a line of its own for each name.
+  BoxText Told(const std::string& what) const {
+    BoxText text(what + kWhyUntold);
+    for (const std::string& name : names_) text.Words("\r\n").Name(name);
+    if (count_ > std::ssize(names_)) text.Words("\r\n...");
     return text;
   }
 
@@ -117,11 +119,9 @@ void PutOptions(std::string& file, const SessionControls& controls) {
   PutLine(file, kSessionVersion);
   for (std::int32_t i = 0; i < controls.lstSrchType.Count(); ++i) PutBoolean(file, controls.lstSrchType.Ticked(i));
   for (const CheckBox* box : {&controls.chkTolerant, &controls.chkHidden, &controls.chkProtectWinDir}) {
-    PutNumber(file, box->Value() ? 1 : 0);
+    PutNumber(file, box->Value());
   }
 }
-
-constexpr char kWhyUntold[] = ", since a name with \"|-\" or a line end in it has no place in a search session:";
 
 }  // namespace
 
@@ -132,8 +132,8 @@ bool SaveSession(const std::string& sFileName, const SessionControls& controls, 
   UntoldRows untoldScope;
   PutScope(file, controls.lstPath, untoldScope);
   if (untoldScope.Count() > 0) {
-    dialogs.MessageBox("Search session can't be saved" + (kWhyUntold + untoldScope.Names()), BoxIcon::Critical,
-                       "Search session not saved", BoxButtons::Ok);
+    dialogs.MessageBox(untoldScope.Told("Search session can't be saved"), BoxIcon::Critical, "Search session not saved",
+                       BoxButtons::Ok);
     return false;
   }
   Panel& msgBar = controls.results.msgBar;
@@ -143,8 +143,8 @@ bool SaveSession(const std::string& sFileName, const SessionControls& controls, 
   if (const Errors failure = writer.Replace(sFileName, file); failure != Errors::None) throw Failure(failure);
   msgBar.Text = "Search session - " + sFileName + " is saved.";
   if (untold.Count() > 0) {
-    dialogs.MessageBox(std::to_string(untold.Count()) + " file(s) left out" + (kWhyUntold + untold.Names()),
-                       BoxIcon::Exclamation, "Files left out", BoxButtons::Ok);
+    dialogs.MessageBox(untold.Told(std::to_string(untold.Count()) + " file(s) left out"), BoxIcon::Exclamation,
+                       "Files left out", BoxButtons::Ok);
   }
   return true;
 }

@@ -18,7 +18,6 @@
 #include "desk/progress.h"
 #include "platform/dialogs.h"
 #include "platform/event_queue.h"
-#include "platform/file_system.h"
 #include "platform/file_writer.h"
 #include "results/result_lists.h"
 
@@ -65,9 +64,6 @@ bool SaveSession(const std::string& sFileName, const SessionControls& controls, 
 // (fields or lists that there is no place for, a row without the fields it must have).
 bool LoadSession(std::string_view sFile, const SessionControls& controls, const SessionProgress& shown,
                  Dialogs& dialogs);
-
-// The bytes of a file, or of the one that a link leads to. Throws Failure; Overflow for a file of 2 GiB and more.
-std::string ReadWholeFile(const FileSystem& files, const std::string& sFileName);
 
 // The next line of `sFile`. `pos` counts from 1 and stands on the CR behind the line that was read before, at -1 at the
 // start; it goes on to the CR of this one. Throws Failure PastEnd, with `pos` as it was, if no CR LF is left.

@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tresmor {
@@ -13,6 +14,38 @@ enum class BoxAnswer { Ok, Cancel, Yes, No };
 
 // Open asks for a file that exists; Save for any, and asks before one that exists is taken.
 enum class FileDialogMode { Open, Save };
+
+// What a box says: words of the program's own, with line ends where the box is to have them, and among them names,
+// which may hold any byte, line ends too. Only here the ones can be told from the others.
+class BoxText {
+ public:
+  struct Part {
+    enum class Kind { Words, Name } kind;
+    std::string text;
+  };
+
+  BoxText(std::string words) { Words(std::move(words)); }
+  BoxText(const char* words) : BoxText(std::string(words)) {}
+
+  BoxText& Words(std::string words) { return Add(Part::Kind::Words, std::move(words)); }
+  BoxText& Name(std::string name) { return Add(Part::Kind::Name, std::move(name)); }
+
+  const std::vector<Part>& Parts() const { return parts_; }
+  // All of it, names as they are.
+  std::string Whole() const {
+    std::string whole;
+    for (const Part& part : parts_) whole += part.text;
+    return whole;
+  }
+
+ private:
+  BoxText& Add(Part::Kind kind, std::string text) {
+    parts_.push_back({kind, std::move(text)});
+    return *this;
+  }
+
+  std::vector<Part> parts_;
+};
 
 struct FileFilter {
   std::string label;
@@ -31,8 +64,9 @@ struct FileQuestion {
 class Dialogs {
  public:
   virtual ~Dialogs() = default;
-  // Interface thread. Text and title are plain text. An empty title stands for the program's name.
-  virtual BoxAnswer MessageBox(const std::string& text, BoxIcon icon, const std::string& title, BoxButtons buttons) = 0;
+  // Interface thread. Text and title are plain text; what a name in the text holds of line ends and other control
+  // characters is shown as such and breaks no line. An empty title stands for the program's name.
+  virtual BoxAnswer MessageBox(const BoxText& text, BoxIcon icon, const std::string& title, BoxButtons buttons) = 0;
 
   // Interface thread. Asks for one file and gives its full path, none after a cancel.
   virtual std::optional<std::string> OpenFileDlg(const FileQuestion& question) = 0;

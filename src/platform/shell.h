@@ -5,7 +5,7 @@
 
 namespace tresmor {
 
-// Any thread.
+// Any thread, unless told otherwise.
 class Shell {
  public:
   virtual ~Shell() = default;
@@ -25,8 +25,10 @@ class Shell {
   virtual std::string DefaultEditor() const = 0;
   // Opens an address or a file by the desktop's default program. Doesn't wait for it; a failure shows nothing.
   virtual void OpenUrl(const std::string& target) const = 0;
-  // Shows the desktop's own sheet of a file's properties. Doesn't wait for it; a failure shows nothing.
-  virtual void ShowFileProp(const std::string& file) const = 0;
+  // Has the desktop show its own sheet of a file's properties. False if nothing there answered, so that no sheet is
+  // coming. Waits up to a few seconds for the answer, not for the sheet to be closed: a job's call, never the interface
+  // thread's.
+  virtual bool ShowFileProp(const std::string& file) const = 0;
 };
 
 }  // namespace tresmor

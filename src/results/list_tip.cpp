@@ -46,4 +46,10 @@ void ShowListTip(std::int32_t row, const ListView& lst, TipRows rows, ListTip& t
   tip.hovered = now;
 }
 
+void BindListTip(ListView& lst, TipRows rows, const Options& options, ListTip& tip) {
+  lst.OnMouseMove = [&lst, rows, &options, &tip](std::int32_t row) {
+    if (options.NoTooltipsOpt != 1) ShowListTip(row, lst, rows, tip);
+  };
+}
+
 }  // namespace tresmor

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "controls/list_view.h"
+#include "desk/options.h"
 
 namespace tresmor {
 
@@ -28,5 +29,9 @@ enum class TipRows { Results, Scope, Folders };
 // The pointer moved over a list with rows of that kind; `row` is the one under it, 0 for none. The text is made only
 // when the row is another one than before: back on the same row after an empty place it stays empty.
 void ShowListTip(std::int32_t row, const ListView& lst, TipRows rows, ListTip& tip);
+
+// Calls ShowListTip as the pointer moves over the list, unless the user has switched tooltips off by then. `options`
+// and `tip` outlive the list's events.
+void BindListTip(ListView& lst, TipRows rows, const Options& options, ListTip& tip);
 
 }  // namespace tresmor

@@ -6,6 +6,8 @@
 #include <memory>
 #include <utility>
 
+#include "search/wait_for_descriptors.h"
+
 namespace tresmor {
 namespace {
 
@@ -175,9 +177,10 @@ std::optional<VS_FIXEDFILEINFO> ReadNe(FileReader& file, Offset header) {
 
 }  // namespace
 
-std::string PeVersionReader::GetFileVer(const std::string& path) const {
+std::string PeVersionReader::GetFileVer(const std::string& path, const StopToken& stop) const {
   Errors failure = Errors::None;
-  const std::unique_ptr<FileReader> file = files_.Open(path, failure);
+  const std::unique_ptr<FileReader> file =
+      OpenOnceThereAreDescriptors([&] { return files_.Open(path, failure); }, failure, stop, [] {});
   if (!file) return {};
   const std::optional<VS_FIXEDFILEINFO> info = ReadFixedFileInfo(*file);
   return info ? VersionText(*info) : std::string();

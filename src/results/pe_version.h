@@ -16,7 +16,7 @@ class PeVersionReader final : public VersionReader {
   explicit PeVersionReader(const FileSystem& files) : files_(files) {}
 
   // As VersionText writes it. Opens the file each time.
-  std::string GetFileVer(const std::string& path) const override;
+  std::string GetFileVer(const std::string& path, const StopToken& stop) const override;
 
  private:
   const FileSystem& files_;

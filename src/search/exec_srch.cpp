@@ -223,7 +223,7 @@ class Search {
     const Folder* folder = table_.OpenFolder(row.index);
     finding.modified = folder != nullptr ? GetFileDate(*folder, record.Name())
                                          : GetFileDate(ports_.files, finding.folder + finding.name);
-    if (request_.versions) finding.version = ports_.versions.GetFileVer(finding.folder + finding.name);
+    if (request_.versions) finding.version = ports_.versions.GetFileVer(finding.folder + finding.name, ports_.stop);
     return finding;
   }
 

@@ -50,10 +50,11 @@ bool IsEmptyDir(const FileSystem& files, const std::string& folder) {
                      [](const FolderListing::Entry& entry) { return entry.kind == EntryKind::Folder; });
 }
 
-std::string LengthFailureText(Errors failure, const std::string& path) {
+std::optional<BoxText> LengthFailureText(Errors failure, const std::string& path) {
   if (failure == Errors::None || failure == Errors::FileNotFound || failure == Errors::BadFileName) return {};
-  return "Error " + std::to_string(static_cast<int>(failure)) + ": " + Describe(failure) + "\nFile: '" + path +
-         "'\nTresmor will try to ignore this.";
+  return BoxText("Error " + std::to_string(static_cast<int>(failure)) + ": " + Describe(failure) + "\nFile: '")
+      .Name(path)
+      .Words("'\nTresmor will try to ignore this.");
 }
 
 }  // namespace tresmor

@@ -2,9 +2,11 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "base/date.h"
+#include "platform/dialogs.h"
 #include "platform/file_system.h"
 
 namespace tresmor {
@@ -25,8 +27,8 @@ bool ExistsPath(const FileSystem& files, const std::string& path);
 // Whether a folder holds no file, link, socket or other entry that is no folder; sub-folders do not count.
 bool IsEmptyDir(const FileSystem& files, const std::string& folder);
 
-// The box that tells that a file's length could not be read. Empty for the failures that stay silent (a file that is
+// The box that tells that a file's length could not be read. None for the failures that stay silent (a file that is
 // gone or has a bad name).
-std::string LengthFailureText(Errors failure, const std::string& path);
+std::optional<BoxText> LengthFailureText(Errors failure, const std::string& path);
 
 }  // namespace tresmor

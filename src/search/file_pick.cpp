@@ -130,9 +130,9 @@ bool FilePick::Confirm(const WalkNode& node, std::size_t entry, Verdict& verdict
   const FolderListing& listing = colFiles_.Listing(node.listing);
   std::string path = colFiles_.Folders().Path(node.folder.id);
   path.append(listing.Name(listing.entries[entry]));
-  const std::string text = LengthFailureText(static_cast<Errors>(verdict), path);
+  const auto text = LengthFailureText(static_cast<Errors>(verdict), path);
   verdict = kFails;
-  if (!text.empty() && !ports_.stop.Stopped()) ports_.observer.Box(BoxIcon::Critical, "", text);
+  if (text && !ports_.stop.Stopped()) ports_.observer.Box(BoxIcon::Critical, "", *text);
   return false;
 }
 

@@ -116,8 +116,8 @@ class TableFill {
     for (std::size_t k = 0; k < failures_.size(); ++k) {
       if (failures_[k] == Errors::None) continue;
       if (stop_.Stopped()) return;
-      const std::string text = LengthFailureText(failures_[k], PathOf(k));
-      if (!text.empty()) observer_.Box(BoxIcon::Critical, "", text);
+      const auto text = LengthFailureText(failures_[k], PathOf(k));
+      if (text) observer_.Box(BoxIcon::Critical, "", *text);
     }
   }
 

@@ -1,8 +1,8 @@
 #include "search/kept_files.h"
 
 #include <algorithm>
-#include <chrono>
-#include <thread>
+
+#include "search/wait_for_descriptors.h"
 
 namespace tresmor {
 
@@ -21,14 +21,10 @@ std::unique_ptr<FileReader> KeptFiles::Open(const FileProps& table, std::int32_t
   const auto open = [&] {
     return folder != nullptr ? folder->Open(record.Name(), failure) : files_.Open(table.Path(index), failure);
   };
-  auto reader = open();
-  while (!reader && failure == Errors::TooManyFiles && !stop_.Stopped()) {
+  return OpenOnceThereAreDescriptors(open, failure, stop_, [&] {
     CloseAll();
     giveBack();
-    std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    reader = open();
-  }
-  return reader;
+  });
 }
 
 void KeptFiles::Keep(FileProp& record, std::unique_ptr<FileReader> reader) {

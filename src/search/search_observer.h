@@ -41,7 +41,7 @@ class SearchObserver {
   virtual void HighlightRow(int row) = 0;  // 1-based row of the scope list
   virtual void AddRows(std::vector<Finding> rows) = 0;
   // Shows a box and returns when it was answered.
-  virtual void Box(BoxIcon icon, std::string title, std::string text) = 0;
+  virtual void Box(BoxIcon icon, std::string title, BoxText text) = 0;
 };
 
 }  // namespace tresmor

@@ -47,7 +47,7 @@ void JobObserver::AddRows(std::vector<Finding> rows) {
   });
 }
 
-void JobObserver::Box(BoxIcon icon, std::string title, std::string text) {
+void JobObserver::Box(BoxIcon icon, std::string title, BoxText text) {
   line_.Ask([icon, title = std::move(title), text = std::move(text)](const SearchDesk& desk) {
     desk.dialogs.MessageBox(text, icon, title, BoxButtons::Ok);
   });

@@ -37,7 +37,7 @@ class JobObserver final : public SearchObserver {
   void HighlightRow(int row) override;
   void AddRows(std::vector<Finding> rows) override;
   // The search stands still until the user has answered.
-  void Box(BoxIcon icon, std::string title, std::string text) override;
+  void Box(BoxIcon icon, std::string title, BoxText text) override;
 
  private:
   JobLine<DeskChange>& line_;

@@ -35,10 +35,10 @@ SearchRequest ReadControls(const FrmMain& frm) {
     if (request.rows.back().SearchTarget != "Yes") request.isAllSrchTarget = false;
   }
   for (int i = 0; i < kSrchTypes; ++i) request.types[static_cast<std::size_t>(i)] = frm.lstSrchType.Ticked(i);
-  request.tolerant = frm.chkTolerant.Value();
-  request.hidden = frm.chkHidden.Value();
-  request.protectWinDir = frm.chkProtectWinDir.Value();
-  request.versions = frm.chkVer.Value();
+  request.tolerant = frm.chkTolerant.Ticked();
+  request.hidden = frm.chkHidden.Value() != kOff;
+  request.protectWinDir = frm.chkProtectWinDir.Ticked();
+  request.versions = frm.chkVer.Ticked();
   return request;
 }
 

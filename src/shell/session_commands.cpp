@@ -3,9 +3,9 @@
 #include <optional>
 #include <vector>
 
-#include "base/failure.h"
 #include "desk/report_failure.h"
 #include "persist/session_file.h"
+#include "persist/whole_file.h"
 
 namespace tresmor {
 namespace {
@@ -61,7 +61,7 @@ void SessionCommands::mnuLoadResultList() {
 }
 
 bool SessionCommands::LoadSession(const std::string& sFileName) {
-  try {
+  return DoOrReport(ports_.dialogs, kLoadingFailed, [&] {
     Init(frm_);
     DisableFileMenus(frm_);
     const std::string sFile = ReadWholeFile(ports_.files, sFileName);
@@ -72,10 +72,7 @@ bool SessionCommands::LoadSession(const std::string& sFileName) {
     frm_.msgBar.Text = kReadyText;
     ShowResult(frm_);
     return true;
-  } catch (const Failure& failure) {
-    ReportFailure(ports_.dialogs, kLoadingFailed, failure);
-    return false;
-  }
+  });
 }
 
 }  // namespace tresmor

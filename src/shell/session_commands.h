@@ -42,8 +42,8 @@ class SessionCommands {
   // Asks for a file and loads it. Its name is the session's from then on, even if it could not be loaded.
   void mnuLoadResultList();
 
-  // Replaces scope and result lists by those of a file. A failure is told in a box; it leaves in the controls what was
-  // read, the list in progress hidden, the timer running and the menus disabled. Gives whether
+  // Replaces scope and result lists by those of a file. A failure, a lack of memory too, is told in a box; it leaves in
+  // the controls what was read, the list in progress hidden, the timer running and the menus disabled. Gives whether
   // all was read.
   bool LoadSession(const std::string& sFileName);
 

@@ -56,7 +56,7 @@ void FillColumn(ListView& lst, std::int32_t rows, Progress& progress, const Show
       });
       if (block.paths.empty() || stop.Stopped()) return;
       pool.ParallelFor(block.paths.size(), 1, [&](std::size_t i, std::size_t) {
-        block.versions[i] = ports.versions.GetFileVer(block.paths[i]);
+        block.versions[i] = ports.versions.GetFileVer(block.paths[i], stop);
         progress.SetTag(block.first + static_cast<std::int32_t>(i));
       });
     }

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <new>
 #include <set>
+#include <stdexcept>
 #include <string>
 
 namespace tresmor {
@@ -11,7 +13,7 @@ namespace {
 constexpr Errors kAll[] = {Errors::Overflow,     Errors::Subscript,    Errors::TypeMismatch,     Errors::BadFileName,
                            Errors::FileNotFound, Errors::Device,       Errors::FileExists,       Errors::DiskFull,
                            Errors::PastEnd,      Errors::TooManyFiles, Errors::PermissionDenied, Errors::DifferentDrive,
-                           Errors::PathAccess,   Errors::BadPattern,   Errors::KeyExists};
+                           Errors::PathAccess,   Errors::BadPattern,   Errors::KeyExists,        Errors::OutOfMemory};
 
 TEST(Failure, EveryNumberHasADescriptionOfItsOwn) {
   std::set<std::string> seen;
@@ -21,6 +23,7 @@ TEST(Failure, EveryNumberHasADescriptionOfItsOwn) {
   }
   EXPECT_STREQ(Describe(Errors::FileNotFound), "File not found");
   EXPECT_STREQ(Describe(Errors::Overflow), "Overflow");
+  EXPECT_STREQ(Describe(Errors{7}), "Out of memory");
   EXPECT_STREQ(Describe(Errors::None), "");
 }
 
@@ -31,6 +34,24 @@ TEST(Failure, CarriesNumberAndDescription) {
   const Failure told(Errors::PathAccess, "no such place");
   EXPECT_EQ(told.Number(), Errors::PathAccess);
   EXPECT_STREQ(told.what(), "no such place");
+}
+
+template <class Thrown>
+Failure Caught(const Thrown& thrown) {
+  try {
+    throw Thrown(thrown);
+  } catch (...) {
+    return CaughtFailure();
+  }
+}
+
+TEST(Failure, LackOfMemoryIsOneToo) {
+  EXPECT_EQ(Caught(std::bad_alloc()).Number(), Errors::OutOfMemory);
+  EXPECT_EQ(Caught(std::length_error("too long")).Number(), Errors::OutOfMemory);
+  const Failure told = Caught(Failure(Errors::Device, "torn"));
+  EXPECT_EQ(told.Number(), Errors::Device);
+  EXPECT_EQ(told.Description(), "torn");
+  EXPECT_THROW(Caught(std::logic_error("a mistake")), std::logic_error);
 }
 
 }  // namespace

@@ -18,5 +18,20 @@ TEST(ErrorOutput, PrintsAGuardedMessageAndGoesOn) {
   EXPECT_EQ(scratch.Text(), "tresmor-cli: It is risky if you don't protect system directories.\n");
 }
 
+TEST(ErrorOutput, PrintsABoxOnOneLineWithOneBlankForEachBreak) {
+  tests::Scratch scratch;
+  ErrorOutput err(scratch.File(), ErrorDevice::File);
+  EXPECT_EQ(err.MessageBox("One\r\ntwo:\r\n\r\nthree", BoxIcon::Critical, "", BoxButtons::Ok), BoxAnswer::Ok);
+  EXPECT_EQ(scratch.Text(), "tresmor-cli: One two: three\n");
+}
+
+TEST(ErrorOutput, TellsALineEndOfABoxFromThatOfAName) {
+  tests::Scratch scratch;
+  ErrorOutput err(scratch.File(), ErrorDevice::File);
+  err.MessageBox(BoxText("of\r\nthe\nbox: ").Name("a\r\nb\n").Words("\r\n").Name("c\x1b").Words("."), BoxIcon::Critical,
+                 "", BoxButtons::Ok);
+  EXPECT_EQ(scratch.Text(), "tresmor-cli: of the box: a\\r\\nb\\n c\\x1b.\n");
+}
+
 }  // namespace
 }  // namespace tresmor

@@ -353,6 +353,13 @@ TEST_F(FindTest, BoxesArePrinted) {
   EXPECT_EQ(Find({"/data", "--quiet"}).err, "tresmor-cli: Error getting program files folder location.\n");
 }
 
+TEST_F(FindTest, NamesInBoxesAreMadeVisible) {
+  files.MakeFile("/data/two\r\nlines", "x");
+  files.FailStat("/data/two\r\nlines", Errors::PermissionDenied);
+  EXPECT_EQ(Find({"/data", "--format", "csv"}).err,
+            "tresmor-cli: Error 70: Permission denied File: '/data/two\\r\\nlines' Tresmor will try to ignore this.\n");
+}
+
 TEST_F(FindTest, InterruptEndsTheSearchAndPrintsWhatTheListsHold) {
   MakeSmallWorld();
   InterruptAtFirst(MemoryFileSystem::Op::Open);

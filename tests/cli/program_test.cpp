@@ -69,6 +69,37 @@ TEST_F(ProgramTest, ExitsWithItsStatus) {
   EXPECT_EQ(status, 3);
 }
 
+TEST_F(ProgramTest, ASessionIsReadAndWrittenThroughLinks) {
+  MakeFile("a", "same");
+  MakeFile("b", "same");
+  const std::string save = "\"$cli\" find . --pattern '?' --quiet --format csv --save ";
+  Shell("mkdir kept && " + save + "kept/s.Tresmor && ln -s s.Tresmor kept/near && ln -s \"$PWD/kept/near\" far");
+  EXPECT_EQ(status, 0);
+  const std::string groups = root_.string() + "/a\n" + root_.string() + "/b\n";
+  EXPECT_EQ(Shell("\"$cli\" show far --types duplicates --format groups | sort"), groups);
+  EXPECT_THAT(Shell("\"$cli\" mark far --by-date older && \"$cli\" show kept/s.Tresmor"), HasSubstr("* "));
+  EXPECT_EQ(status, 0);
+  MakeFile("b", "else");
+  Shell("\"$cli\" run far --quiet --save far");
+  EXPECT_EQ(Shell("\"$cli\" show kept/s.Tresmor --types duplicates --format groups"), "");
+  EXPECT_EQ(Shell("readlink kept/near far"), "s.Tresmor\n" + root_.string() + "/kept/near\n");
+}
+
+// A disk of a few pages, which no other process sees.
+TEST_F(ProgramTest, AFullDiskLeavesTheOldSession) {
+  const std::string onSmallDisk = "unshare -Urm sh -c 'mkdir -p disk && mount -t tmpfs -o size=64k none disk && ";
+  Shell(onSmallDisk + "true' 2>&1");
+  if (status != 0) GTEST_SKIP() << "nobody but the superuser may mount a disk here";
+  MakeFile("a", "same");
+  MakeFile("b", "same");
+  const std::string text = Shell("export cli; " + onSmallDisk +
+                                 "\"$cli\" find . --quiet --format csv --save disk/s.Tresmor >/dev/null && "
+                                 "cp disk/s.Tresmor old && { cat /dev/zero >disk/rest 2>/dev/null; "
+                                 "\"$cli\" find . --quiet --format csv --save disk/s.Tresmor 2>&1 >/dev/null; "
+                                 "echo $?; cmp old disk/s.Tresmor && ls -A disk; }'");
+  EXPECT_THAT(text, HasSubstr("'disk/s.Tresmor' can't be saved: Disk full.\n3\nrest\ns.Tresmor\n"));
+}
+
 TEST_F(ProgramTest, AClosedPipeEndsItQuietly) {
   for (int i = 0; i < 3000; ++i) MakeFile(std::string(200, 'n') + std::to_string(i), "");
   EXPECT_EQ(Shell("{ \"$cli\" find . 2>&1 >&3; echo $? >&2; } 3>&1 2>status | true; cat status"), "3\n");

@@ -112,6 +112,21 @@ TEST_F(SessionTest, AScopeThatASessionCannotTellIsNotSaved) {
   EXPECT_EQ(Content(kFile), "none");
 }
 
+TEST_F(SessionTest, NamesThatASessionCannotTellAreMadeVisible) {
+  Make("/data/two\r\nlines\n\\", "", 0);
+  ConsoleRun run = Find({"/data", "--save", "s.Tresmor", "--quiet"});
+  EXPECT_EQ(run.err,
+            "tresmor-cli: 1 file(s) left out, since a name with \"|-\" or a line end in it has no place in a search "
+            "session: /data/two\\r\\nlines\\n\\\\\n");
+  EXPECT_EQ(run.status, kRanThrough);
+  Make("/o\r\nd\nd/a", "", 0);
+  run = Find({"/o\r\nd\nd", "--save", "s.Tresmor", "--quiet"});
+  EXPECT_EQ(run.err,
+            "tresmor-cli: Search session can't be saved, since a name with \"|-\" or a line end in it has no place in "
+            "a search session: /o\\r\\nd\\nd/*.*\n");
+  EXPECT_EQ(run.status, kFailed);
+}
+
 TEST_F(SessionTest, RunSearchesWhatTheSessionTells) {
   Make("/out/c", "same content", 0);
   ASSERT_EQ(Find({"/data", "--area", "/out", "--exclude", "/data/a/sub", "--pattern", "*.txt;c;.h", "--types",
@@ -313,7 +328,7 @@ TEST_F(SessionTest, MarkRefusesWhatTheDialogHasOutOfReach) {
     EXPECT_THAT(refusal({option}), HasSubstr("The list has no versions")) << option;
   }
   EXPECT_EQ(refusal({"--pattern", "one*;[a"}),
-            "tresmor-cli: Run-time error '93':  " + std::string(Describe(Errors::BadPattern)) + "\n");
+            "tresmor-cli: Run-time error '93': " + std::string(Describe(Errors::BadPattern)) + "\n");
   EXPECT_EQ(Content(kFile), before);
 }
 
@@ -379,6 +394,28 @@ class DamagedSessionTest : public SessionTest {
       EXPECT_EQ(Content("/home/out.csv"), "none") << command[0];
     }
   }
+  // That `run` has no quarrel with the rows of such a session.
+  void ExpectSearched(const std::string& content) {
+    files.SetContent(kFile, content);
+    const ConsoleRun run = Run({"run", kFile, "--format", "groups"});
+    EXPECT_EQ(run.err, "");
+    EXPECT_THAT(run.out, HasSubstr(kNewest));
+    EXPECT_EQ(run.status, kRanThrough);
+  }
+  void ExpectNotBegun(const std::string& content, const std::string& said) {
+    if (Content(kFile) == "none") files.MakeFile(kFile, "");
+    files.SetContent(kFile, content);
+    const ConsoleRun run = Run({"run", kFile, "--quiet", "--save", "t.Tresmor"});
+    EXPECT_EQ(run.err, "tresmor-cli: " + said + "\n");
+    EXPECT_EQ(run.out, "");
+    EXPECT_EQ(run.status, kWrongUse);
+    EXPECT_EQ(Content("/home/t.Tresmor"), "none");
+  }
+  static std::string Replaced(std::string text, const std::string& what, const std::string& by) {
+    const std::size_t at = text.find(what);
+    EXPECT_NE(at, std::string::npos);
+    return text.replace(at, what.size(), by);
+  }
   // A session of one list of duplicates with these rows.
   static std::string Duplicates(const std::string& rows, int count) {
     return "3.0.0\r\nTrue\r\nTrue\r\nTrue\r\nFalse\r\n 0 \r\n 0 \r\n 1 \r\n 1 \r\n/data/*.*|-Yes|-|-|-|-Yes|-True\r\n"
@@ -405,10 +442,36 @@ TEST_F(DamagedSessionTest, RowsThatCannotBePrintedAreDamageToo) {
                                 "a|-/data/|-         1|--5|-2004/07/01 00:00:00|-|-False\r\n",
                                 "a|-/data/|- |-         5|-2004/07/01 00:00:00|-|-False\r\n",
                                 "a|-/data/|-         1|-         5|-2004|-|-False\r\n", "a|-|-False\r\n"}) {
-    ExpectRefused(Duplicates(good + bad, 2), "Loading search session failed.  Error : #13 ");
+    ExpectRefused(Duplicates(good + bad, 2), "Loading search session failed.  Error : #13 ", false);
+    ExpectSearched(Duplicates(good + bad, 2));
   }
   const std::string huge = "a|-/data/|-         1|-9223372036854775807|-2004/07/01 00:00:00|-|-True\r\n";
-  ExpectRefused(Duplicates(huge + good, 2), "Loading search session failed.  Error : #6 ");
+  ExpectRefused(Duplicates(huge + good, 2), "Loading search session failed.  Error : #6 ", false);
+  ExpectSearched(Duplicates(huge + good, 2));
+}
+
+TEST_F(DamagedSessionTest, AnOddScopeCellFailsAtTheSearch) {
+  files.MakeFile(kFile, Replaced(Duplicates("", 0), "|-Yes|-|-|-|-Yes|-", "|-Yes|-some|-|-|-Yes|-"));
+  EXPECT_EQ(Run({"show", kFile}).err, "");
+  const ConsoleRun run = Run({"run", kFile});
+  EXPECT_EQ(run.err, "tresmor-cli: Run-time error '13': Type mismatch\n");
+  EXPECT_EQ(run.out, "");
+  EXPECT_EQ(run.status, kFailed);
+}
+
+TEST_F(DamagedSessionTest, RunSaysWhatASearchCannotBeginWithout) {
+  const std::string whole = Duplicates("", 0);
+  const std::string row = "/data/*.*|-Yes|-|-|-|-Yes|-True\r\n";
+  ExpectNotBegun(Replaced(whole, " 1 \r\n" + row, " 0 \r\n"),
+                 "Please select path before search. Remember to click [Add>] to add path.");
+  ExpectNotBegun(Replaced(whole, "True\r\nTrue\r\nTrue\r\nFalse\r\n", "False\r\nFalse\r\nFalse\r\nFalse\r\n"),
+                 "Please select at least one search type.");
+  ExpectNotBegun(Replaced(whole, row, "/data/|-Yes|-False\r\n"),
+                 "Please include at least one path before search. You can select included path by unchecking "
+                 "'Exclude' in tab 'Scope' and then click button [Add]. ");
+  ExpectNotBegun(Replaced(whole, row, "/data/*.*|-Yes|-|-|-|-No|-True\r\n"),
+                 "Please select at least one search target path before search. You can select 'Search Target' in tab "
+                 "'Scope' and then click button [Add]. ");
 }
 
 TEST_F(DamagedSessionTest, AFileThatIsNotThereIsAFailure) {

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <thread>
 #include <vector>
@@ -49,6 +50,20 @@ TEST(Property, TellsNobodyOfTheValueItHolds) {
   EXPECT_EQ(heard, 0);
   box.Value = false;
   EXPECT_EQ(heard, 2);
+}
+
+TEST(CheckBoxTest, IsOffTickedOrGrayed) {
+  CheckBox box;
+  EXPECT_EQ(box.Value(), kOff);
+  EXPECT_EQ(CheckBox(true).Value(), kTicked);
+  box.Value = kGrayed;
+  EXPECT_FALSE(box.Ticked());
+  box.Value = kTicked;
+  EXPECT_TRUE(box.Ticked());
+  for (const std::int16_t none : std::array<std::int16_t, 2>{-1, 3}) {
+    EXPECT_EQ(FailureOf([&] { box.Value = none; }), Errors::Overflow);
+  }
+  EXPECT_TRUE(box.Ticked());
 }
 
 TEST(Control, AListenerMayAddAnotherWhileItIsCalled) {

@@ -99,5 +99,54 @@ TEST_F(ListRows, KnowsARowAgainUntilRowsMove) {
   EXPECT_TRUE(isNew());
 }
 
+TEST_F(ListRows, TheSelectedItemIsTheRowThatWasSelectedLastWhileItIsSelected) {
+  for (const char* name : {"a", "b", "c"}) lst.AddRow(name);
+  EXPECT_EQ(lst.SelectedItem(), 0);
+  lst.SetSelected(3, true);
+  lst.SetSelected(1, true);
+  EXPECT_EQ(lst.SelectedItem(), 1);
+  lst.SetSelected(3, true);  // it was selected already
+  EXPECT_EQ(lst.SelectedItem(), 3);
+  lst.SetSelected(1, false);
+  EXPECT_EQ(lst.SelectedItem(), 3);
+  lst.SetSelected(3, false);
+  EXPECT_EQ(lst.SelectedItem(), 0);
+}
+
+TEST_F(ListRows, TheSelectedItemStaysTheSameRowWhenRowsMove) {
+  for (const char* name : {"d", "b", "e", "a", "c"}) lst.AddRow(name);
+  lst.SetSelected(3, true);
+  lst.SetSorted(true);
+  EXPECT_EQ(lst.SelectedItem(), 5);
+  lst.RemoveRow(2);
+  EXPECT_EQ(lst.SelectedItem(), 4);
+  lst.AddRow("f");
+  lst.RemoveRow(5);
+  EXPECT_EQ(lst.SelectedItem(), 4);
+  lst.RemoveRows(std::vector<std::int32_t>{1, 3});
+  EXPECT_EQ(lst.Cell(lst.SelectedItem(), 0), "e");
+}
+
+TEST_F(ListRows, NoRowIsTheSelectedItemOnceItIsGone) {
+  const auto selectThird = [this] {
+    lst.Clear();
+    for (const char* name : {"a", "b", "c", "d"}) {
+      lst.AddRow(name);
+      lst.SetSelected(lst.Count(), true);
+    }
+    lst.SetSelected(3, true);
+  };
+  selectThird();
+  lst.RemoveRow(3);
+  EXPECT_EQ(lst.SelectedItem(), 0);
+  selectThird();
+  lst.RemoveRows(std::vector<std::int32_t>{1, 3});
+  EXPECT_EQ(lst.SelectedItem(), 0);
+  selectThird();
+  lst.Clear();
+  lst.AddRow("a");
+  EXPECT_EQ(lst.SelectedItem(), 0);
+}
+
 }  // namespace
 }  // namespace tresmor

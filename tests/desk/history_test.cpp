@@ -12,6 +12,7 @@
 #include "base/failure.h"
 #include "desk/options.h"
 #include "support/fake_shell.h"
+#include "support/history_boxes.h"
 #include "support/memory_settings.h"
 
 namespace tresmor {
@@ -22,40 +23,24 @@ using testing::IsEmpty;
 
 constexpr std::int32_t kMostCounted = 32768;  // entries that a counter of 16 bits gets to, from 0
 
-std::vector<std::string> Entries(const ComboBox& combo) {
-  std::vector<std::string> entries;
-  for (std::int32_t i = 0; i < combo.ListCount(); ++i) entries.push_back(combo.List(i));
-  return entries;
-}
-
 // The entries in front of the separator.
 std::vector<std::string> HistoryOf(const ComboBox& combo) {
-  std::vector<std::string> entries = Entries(combo);
+  std::vector<std::string> entries = HistoryBoxes::Entries(combo);
   entries.erase(std::find(entries.begin(), entries.end(), kSeparator), entries.end());
   return entries;
 }
 
-class HistoryTest : public testing::Test {
+class HistoryTest : public testing::Test, protected HistoryBoxes {
  protected:
   HistoryTest() {
+    presets = BuildPresets(shell);
     AddPresets(txtPath, presets.PathDizArr);
     AddPresets(txtExt, presets.FileTypeDizArr);
   }
 
-  void EnterPath(const std::string& text) {
-    txtPath.SetText(text);
-    AddHistory(txtPath, presets.PathDizArr);
-  }
-  void EnterExt(const std::string& text) {
-    txtExt.SetText(text);
-    AddHistory(txtExt, presets.FileTypeDizArr);
-  }
   std::string Kept(const char* section, const char* key) const { return store.Get(kAppTitle, section, key, "none"); }
 
   FakeShell shell;
-  Presets presets = BuildPresets(shell);
-  ComboBox txtPath;
-  ComboBox txtExt;
   MemorySettings store;
 };
 

@@ -66,4 +66,13 @@ class ScriptedEventQueue : public EventQueue {
   TimerId lastTimer_ = 0;
 };
 
+// A queue by whose clock all takes long, so that events get their turn after every row and notice.
+class SlowEventQueue final : public ScriptedEventQueue {
+ public:
+  double Seconds() const override { return seconds_ += 1; }
+
+ private:
+  mutable double seconds_ = 0;
+};
+
 }  // namespace tresmor::tests

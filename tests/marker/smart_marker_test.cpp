@@ -6,10 +6,14 @@
 #include <map>
 
 #include "base/failure.h"
+#include "desk/history.h"
+#include "desk/options.h"
 #include "desk/scripted_event_queue.h"
 #include "results/marks.h"
 #include "results/rows.h"
 #include "results/sort_list.h"
+#include "support/fake_shell.h"
+#include "support/memory_settings.h"
 #include "support/scripted_dialogs.h"
 
 namespace tresmor {
@@ -51,7 +55,22 @@ class SmartMarkerTest : public testing::Test {
   // Leaves the guard out, which would take a mark off again.
   void KeepNone() { frm.chkLeaveAtLeast1.Value = false; }
 
-  bool Run() { return MarkBySmartRules(frm, results, tmrUpdate, ports); }
+  bool Run() { return ClickMark(frm, results, ports); }
+  bool RunPattern(const std::string& pattern) {
+    frm.cmbPattern.SetText(pattern);
+    return Run();
+  }
+  // What the settings have of the history, "-" for a key that isn't there.
+  std::vector<std::string> Kept(int keys) const {
+    std::vector<std::string> kept;
+    for (int i = 0; i < keys; ++i) kept.push_back(settings.Get(kAppTitle, "PatternHistory", std::to_string(i), "-"));
+    return kept;
+  }
+  std::vector<std::string> PatternList() const {
+    std::vector<std::string> texts;
+    for (std::int32_t i = 0; i < frm.cmbPattern.ListCount(); ++i) texts.push_back(frm.cmbPattern.List(i));
+    return texts;
+  }
   std::string Marks() const {
     std::string marks;
     for (std::int32_t row = 1; row <= results.Shown().Count(); ++row) marks += results.Shown().Checked(row) ? 'x' : '-';
@@ -72,18 +91,20 @@ class SmartMarkerTest : public testing::Test {
   FrmSmartDel frm;
   tests::ScriptedEventQueue events;
   ScriptedDialogs dialogs;
-  std::vector<Control*> flashed;
+  MemorySettings settings;
+  const Presets presets = BuildPresets(FakeShell());
   std::vector<std::string> guarded;
-  std::vector<std::string> kept;
   bool goesOn = true;
-  const SmartMarkerPorts ports{
-      events, dialogs, [this](Control& control) { flashed.push_back(&control); },
-      [this](GuardedId id) {
-        const GuardedMessage& message = kGuardedMessages[id];
-        guarded.push_back(message.Title + ("|" + std::to_string(message.IconType)) + "|" + message.Message);
-        return goesOn;
-      },
-      [this](const std::string& pattern) { kept.push_back(pattern); }};
+  const ClickMarkPorts ports{
+      {events, dialogs,
+       [this](GuardedId id) {
+         const GuardedMessage& message = kGuardedMessages[id];
+         guarded.push_back(message.Title + ("|" + std::to_string(message.IconType)) + "|" + message.Message);
+         return goesOn;
+       }},
+      tmrUpdate,
+      settings,
+      presets};
   ListView& duplicates = results.List(ResultList::Duplicates);
 };
 
@@ -94,7 +115,8 @@ TEST_F(SmartMarkerTest, ControlsStartWithTheirDesignValues) {
   for (const ChoiceList* list : {&frm.lstLeaveVer, &frm.lstDate, &frm.lstSize, &frm.lstVer}) {
     EXPECT_EQ(list->ListIndex(), 0);
   }
-  EXPECT_EQ(frm.cmbPattern, "");
+  EXPECT_EQ(frm.cmbPattern.Text(), "");
+  EXPECT_EQ(frm.cmbPattern.ListCount(), 0);
   EXPECT_EQ(frm.lstFolder.Column(1).text, "Folders");
   EXPECT_EQ(frm.lstFolder.Count(), 0);
 }
@@ -119,10 +141,20 @@ TEST_F(SmartMarkerTest, AContradictionMarksNothingAndKeepsTheDialogOpen) {
   frm.lstLeaveDate.Choose(0);
   frm.lstDate.Choose(1);
   dialogs.boxes = {{.text = kContradiction, .title = "", .icon = BoxIcon::Information}};
+  events.onPump = [this] {
+    events.seconds += 1;
+    events.Wake();
+  };
+  std::vector<std::uint32_t> grounds;
+  frm.lstLeaveDate.Listen([&](const Notice& notice) {
+    EXPECT_TRUE(dialogs.boxes.empty()) << "flashed before the box";
+    if (notice.when == Notice::When::After) grounds.push_back(frm.lstLeaveDate.BackColor());
+  });
   EXPECT_FALSE(Run());
   EXPECT_EQ(Marks(), "--");
-  EXPECT_THAT(flashed, ElementsAre(&frm.lstLeaveDate));
-  EXPECT_THAT(kept, IsEmpty());
+  EXPECT_THAT(grounds, ElementsAre(kDesktopGround, kWindowGround, kDesktopGround, kWindowGround));
+  EXPECT_THAT(settings.saved, IsEmpty());
+  EXPECT_THAT(PatternList(), IsEmpty());
   EXPECT_FALSE(tmrUpdate.Enabled());
   EXPECT_EQ(duplicates.Column(3).text, "Duplicate #");
 }
@@ -135,12 +167,11 @@ TEST_F(SmartMarkerTest, EitherListOrNoWishForOneFileIsNoContradiction) {
   frm.lstLeaveVer.Choose(0);
   KeepNone();
   EXPECT_TRUE(Run());
-  EXPECT_THAT(flashed, IsEmpty());
 }
 
 TEST_F(SmartMarkerTest, WarnsWhereNoFileIsKeptAndGoesOnWhateverTheAnswer) {
   Add({"/d/a"});
-  frm.cmbPattern = "a";
+  frm.cmbPattern.SetText("a");
   KeepNone();
   goesOn = false;
   EXPECT_TRUE(Run());
@@ -181,7 +212,7 @@ TEST_F(SmartMarkerTest, ARootTakesEverythingBelowIt) {
 
 TEST_F(SmartMarkerTest, MarksNamesByPatterns) {
   for (const char* name : {"photo.jpg", "Apple.txt", "photo.jpg.bak", "b.txt"}) Add({std::string("/a.d/") + name});
-  frm.cmbPattern = "*.JPG; a*";
+  frm.cmbPattern.SetText("*.JPG; a*");
   KeepNone();
   EXPECT_TRUE(Run());
   EXPECT_EQ(Marked(), "photo.jpg Apple.txt ");
@@ -192,7 +223,7 @@ TEST_F(SmartMarkerTest, EmptyPatternsMarkNothing) {
   Add({"/d/"});  // a name that is empty
   KeepNone();
   for (const char* pattern : {"", ";", "  ", "a; ;"}) {
-    frm.cmbPattern = pattern;
+    frm.cmbPattern.SetText(pattern);
     EXPECT_TRUE(Run());
     EXPECT_EQ(Marks(), "--") << pattern;
   }
@@ -202,7 +233,7 @@ TEST_F(SmartMarkerTest, AdditiveRulesLeaveOtherMarks) {
   for (const char* path : {"/a/1", "/b/2", "/c/3"}) Add({path});
   duplicates.SetChecked(3, true);
   AddFolder("/a/");
-  frm.cmbPattern = "2";
+  frm.cmbPattern.SetText("2");
   KeepNone();
   EXPECT_TRUE(Run());
   EXPECT_EQ(Marks(), "xxx");
@@ -210,13 +241,14 @@ TEST_F(SmartMarkerTest, AdditiveRulesLeaveOtherMarks) {
 
 TEST_F(SmartMarkerTest, AnIllFormedPatternStopsTheRun) {
   for (const char* name : {"1", "2", "3"}) Add({std::string("/d/") + name});
-  frm.cmbPattern = "1;[2;3";
+  frm.cmbPattern.SetText("1;[2;3");
   frm.lstDate.Choose(1);
   dialogs.boxes = {{.text = "Run-time error '93':\r\n\r\nInvalid pattern string", .title = ""}};
   EXPECT_FALSE(Run());
   EXPECT_EQ(Marks(), "x--");
   EXPECT_EQ(duplicates.Count(), 3);
-  EXPECT_THAT(kept, IsEmpty());
+  EXPECT_THAT(settings.saved, IsEmpty());
+  EXPECT_THAT(PatternList(), IsEmpty());
   EXPECT_TRUE(tmrUpdate.Enabled());
 }
 
@@ -404,7 +436,7 @@ TEST_F(SmartMarkerTest, ARunWithNothingChosenKeepsOneOfEachGroupAndSorts) {
 TEST_F(SmartMarkerTest, WorksOnTheListOnShowAlone) {
   Add(ResultList::ZeroSize, {"/d/a", -1});
   Add({"/d/a"});
-  frm.cmbPattern = "*";
+  frm.cmbPattern.SetText("*");
   KeepNone();
   EXPECT_TRUE(Run());
   EXPECT_TRUE(duplicates.Checked(1));
@@ -413,18 +445,36 @@ TEST_F(SmartMarkerTest, WorksOnTheListOnShowAlone) {
 
 TEST_F(SmartMarkerTest, KeepsThePatternAndAsksForARecountAtTheEnd) {
   Add({"/d/a"});
-  frm.cmbPattern = "*.x; y";
-  EXPECT_TRUE(Run());
-  EXPECT_THAT(kept, ElementsAre("*.x; y"));
+  EXPECT_TRUE(RunPattern("*.x; y"));
+  EXPECT_THAT(Kept(2), ElementsAre("*.x; y", "-"));
   EXPECT_TRUE(tmrUpdate.Enabled());
-  frm.cmbPattern = "";
-  EXPECT_TRUE(Run());
-  EXPECT_THAT(kept, ElementsAre("*.x; y", ""));
+  EXPECT_TRUE(RunPattern(""));
+  EXPECT_THAT(Kept(3), ElementsAre("", "*.x; y", "-"));
+  EXPECT_THAT(PatternList(), ElementsAre("", "*.x; y"));
+}
+
+TEST_F(SmartMarkerTest, TheHistoryEndsAtTheSeparatorAndHoldsFourPatterns) {
+  AddPresets(frm.cmbPattern, presets.FileTypeDizArr);
+  for (const char* pattern : {"1", "2", "3", "4", "5"}) EXPECT_TRUE(RunPattern(pattern));
+  EXPECT_THAT(Kept(6), ElementsAre("5", "4", "3", "2", "-", "-"));
+  EXPECT_THAT(PatternList(), ElementsAre("5", "4", "3", "2", kSeparator, "Photos / Images", "Music / Songs",
+                                         "Movie Clips", "Downloads", "All Files"));
+  EXPECT_TRUE(RunPattern("3"));
+  EXPECT_THAT(Kept(5), ElementsAre("3", "5", "4", "2", "-"));
+}
+
+TEST_F(SmartMarkerTest, AHistoryThatCannotBeKeptFailsTheRunButLeavesTheMarks) {
+  Add({"/d/a"});
+  KeepNone();
+  settings.Fail(Errors::PermissionDenied, "PatternHistory");
+  EXPECT_THROW(RunPattern("a"), Failure);
+  EXPECT_EQ(Marks(), "x");
+  EXPECT_FALSE(tmrUpdate.Enabled());
 }
 
 TEST_F(SmartMarkerTest, AnEmptyListMarksNothingAndClosesTheDialog) {
   AddFolder("/d/");
-  frm.cmbPattern = "*";
+  frm.cmbPattern.SetText("*");
   frm.lstDate.Choose(1);
   EXPECT_TRUE(Run());
   EXPECT_EQ(duplicates.Column(3).text, "Duplicate #");
@@ -433,14 +483,14 @@ TEST_F(SmartMarkerTest, AnEmptyListMarksNothingAndClosesTheDialog) {
 TEST_F(SmartMarkerTest, TooManyMarksOfOneGroupFail) {
   results.tabMain.Select(1);
   for (int i = 0; i < 32'768; ++i) Add(ResultList::ZeroSize, {"/d/a", -1});
-  frm.cmbPattern = "a";
+  frm.cmbPattern.SetText("a");
   try {
     Run();
     FAIL() << "row 32768 was counted";
   } catch (const Failure& failure) {
     EXPECT_EQ(failure.Number(), Errors::Overflow);
   }
-  EXPECT_THAT(kept, IsEmpty());
+  EXPECT_THAT(settings.saved, IsEmpty());
 }
 
 }  // namespace

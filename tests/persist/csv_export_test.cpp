@@ -4,6 +4,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <new>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -110,6 +112,30 @@ TEST_F(CsvExportTest, AFailureIsToldAndNothingAsked) {
   ExportList("/home/list.csv", List(ResultList::ZeroSize), ports);
   EXPECT_EQ(ReadWholeFile(files, "/home/list.csv"), "old");
   EXPECT_THAT(shell.opened, IsEmpty());
+}
+
+// A writer that throws instead of giving a number.
+template <class Thrown>
+class ThrowingWriter final : public FileWriter {
+ public:
+  explicit ThrowingWriter(const Thrown& thrown) : thrown_(thrown) {}
+  Errors Replace(const std::string&, std::string_view) const override { throw Thrown(thrown_); }
+  Errors MakeFolder(const std::string&) const override { return Errors::None; }
+
+ private:
+  const Thrown thrown_;
+};
+
+TEST_F(CsvExportTest, LackOfMemoryIsToldAsWell) {
+  const ScriptedDialogs::Box box = {.text =
+                                        "Result list export failed. File may already opened by other programs. "
+                                        "\r\nError : #7 Out of memory",
+                                    .title = "Failed"};
+  dialogs.boxes = {box, box};
+  const ThrowingWriter<std::bad_alloc> noMemory{std::bad_alloc()};
+  ExportList("/home/list.csv", List(ResultList::ZeroSize), {noMemory, shell, dialogs});
+  const ThrowingWriter<std::length_error> tooLong{std::length_error("")};
+  ExportList("/home/list.csv", List(ResultList::ZeroSize), {tooLong, shell, dialogs});
 }
 
 TEST_F(CsvExportTest, ReplacesAnOldFile) {

@@ -137,7 +137,7 @@ TEST_F(IniSettingsTest, AnEnormousFileIsNoSettingsFile) {
   files.MakeFile(kPath, std::int64_t{1} << 40,
                  [](std::int64_t, std::span<char> into) { std::fill(into.begin(), into.end(), 'x'); });
   EXPECT_EQ(Get("A"), "none");
-  EXPECT_EQ(FailureOf([&] { Save("A", "1"); }), Errors::PathAccess);
+  EXPECT_EQ(FailureOf([&] { Save("A", "1"); }), Errors::Overflow);
 }
 
 TEST_F(IniSettingsTest, NoFileIsWrittenThatCouldNotBeRead) {

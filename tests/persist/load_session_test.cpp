@@ -72,12 +72,38 @@ TEST_F(LoadSessionTest, BringsEverythingBack) {
 }
 
 TEST_F(LoadSessionTest, WhatWasReadIsWrittenAgain) {
-  for (const char* name : {"results.Tresmor", "parameters.Tresmor"}) {
+  for (const char* name : {"results.Tresmor", "parameters.Tresmor", "options.Tresmor"}) {
     SessionWorld world;
     EXPECT_TRUE(world.Load(Golden(name)));
     EXPECT_TRUE(world.Save());
     EXPECT_EQ(world.SavedText(), Golden(name));
   }
+}
+
+// Lines 6 to 8 are the loose comparison, hidden files and the protection, in this order.
+TEST_F(LoadSessionTest, EachOptionHasItsLine) {
+  chkHidden.Value = true;
+  chkProtectWinDir.Value = true;
+  EXPECT_TRUE(Load(Golden("options.Tresmor")));
+  EXPECT_EQ(chkTolerant.Value(), kTicked);
+  EXPECT_EQ(chkHidden.Value(), kOff);
+  EXPECT_EQ(chkProtectWinDir.Value(), kOff);
+}
+
+TEST_F(LoadSessionTest, AGrayedBoxComesBackGrayed) {
+  const std::string file = With(kOptions + 1, " 2 ");
+  EXPECT_TRUE(Load(file));
+  EXPECT_EQ(chkHidden.Value(), kGrayed);
+  EXPECT_TRUE(Save());
+  EXPECT_EQ(Lines(SavedText()).at(kOptions + 1), " 2 ");
+}
+
+TEST_F(LoadSessionTest, WhetherResultsAreSavedIsTheFilesToSay) {
+  session.SaveSrchResult = true;
+  EXPECT_TRUE(Load(Golden("parameters.Tresmor")));
+  EXPECT_FALSE(session.SaveSrchResult);
+  EXPECT_TRUE(Load(Golden("results.Tresmor")));
+  EXPECT_TRUE(session.SaveSrchResult);
 }
 
 TEST_F(LoadSessionTest, AFileOfTheOldVersionIncludesEveryRowAndHasResults) {
@@ -155,6 +181,34 @@ TEST_F(LoadSessionTest, AFileThatEndsEarlyLeavesWhatWasRead) {
   EXPECT_TRUE(tmrProgress.Enabled());
 }
 
+TEST_F(LoadSessionTest, AListIsHiddenBeforeItsCountIsRead) {
+  std::vector<std::string> lines = Lines(Golden("results.Tresmor"));
+  lines.resize(kFirstCount);
+  EXPECT_EQ(LoadFailure(Join(lines)), Errors::PastEnd);
+  EXPECT_FALSE(List(ResultList::ZeroSize).Visible());
+}
+
+// The count is a mere text until the tag behind it was read.
+TEST_F(LoadSessionTest, ATagIsTakenBeforeItsCountIsANumber) {
+  std::vector<std::string> lines = Lines(With(kFirstCount, "x"));
+  lines[kFirstCount + 1] = kVersionTag;
+  EXPECT_EQ(LoadFailure(Join(lines)), Errors::TypeMismatch);
+  EXPECT_EQ(List(ResultList::ZeroSize).Tag(), kVersionTag);
+  lines.resize(kFirstCount + 1);
+  SessionWorld world;
+  EXPECT_EQ(world.LoadFailure(Join(lines)), Errors::PastEnd);
+}
+
+TEST_F(LoadSessionTest, TheTimerRestsUntilItIsKnownWhetherResultsFollow) {
+  progress.CancelSrch = true;
+  EXPECT_EQ(LoadFailure(With(kResultsFollow, "?")), Errors::TypeMismatch);
+  EXPECT_FALSE(tmrProgress.Enabled());
+  EXPECT_TRUE(progress.CancelSrch);
+  EXPECT_EQ(LoadFailure(With(kListCount, "?")), Errors::TypeMismatch);
+  EXPECT_TRUE(tmrProgress.Enabled());
+  EXPECT_FALSE(progress.CancelSrch);
+}
+
 TEST_F(LoadSessionTest, WordsOfBooleansMayBeWrittenOtherwise) {
   EXPECT_EQ(LoadFailure(With(kTypes, "false")), Errors::None);
   EXPECT_FALSE(lstSrchType.Ticked(0));
@@ -221,6 +275,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Damage{kTypes, "yes", Errors::TypeMismatch}, Damage{kTypes, "", Errors::TypeMismatch},
         Damage{kOptions, "x", Errors::TypeMismatch}, Damage{kOptions, " 40000 ", Errors::Overflow},
+        Damage{kOptions, "-1 ", Errors::Overflow}, Damage{kOptions + 2, " 3 ", Errors::Overflow},
         Damage{kScopeCount, "", Errors::TypeMismatch}, Damage{kScopeCount, "-1 ", Errors::TypeMismatch},
         Damage{kScopeCount, " 2147483647 ", Errors::Subscript}, Damage{kScopeCount, " 2147483648 ", Errors::Overflow},
         Damage{kScopeRows, "", Errors::Subscript}, Damage{kScopeRows, "/data/", Errors::TypeMismatch},
@@ -276,40 +331,6 @@ TEST(NextLineTest, AnEmptyFileHasNone) {
   EXPECT_EQ(NextLine("\r\n", pos), "");
   EXPECT_EQ(pos, 1);
   EXPECT_THROW(NextLine("\r\n", pos), Failure);
-}
-
-class ReadWholeFileTest : public testing::Test {
- protected:
-  Errors FailureOf(const std::string& path) {
-    try {
-      ReadWholeFile(files, path);
-      return Errors::None;
-    } catch (const Failure& failure) {
-      return failure.Number();
-    }
-  }
-  MemoryFileSystem files;
-};
-
-TEST_F(ReadWholeFileTest, GivesEveryByteAndClosesTheFile) {
-  const std::string bytes("a\0\r\n\xFF", 5);
-  files.MakeFile("/f", bytes);
-  files.MakeFile("/empty", "");
-  EXPECT_EQ(ReadWholeFile(files, "/f"), bytes);
-  EXPECT_EQ(ReadWholeFile(files, "/empty"), "");
-  EXPECT_EQ(files.OpenFiles(), 0U);
-}
-
-TEST_F(ReadWholeFileTest, TellsWhyItCanNot) {
-  files.MakeFile("/denied", "x");
-  files.SetUnreadable("/denied");
-  files.MakeFile("/torn", "abcdef");
-  files.FailRead("/torn", 3, Errors::Device);
-  files.MakeFile("/long", std::int64_t{1} << 31, [](std::int64_t, std::span<char>) {});
-  EXPECT_EQ(FailureOf("/none"), Errors::FileNotFound);
-  EXPECT_EQ(FailureOf("/denied"), Errors::PermissionDenied);
-  EXPECT_EQ(FailureOf("/torn"), Errors::Device);
-  EXPECT_EQ(FailureOf("/long"), Errors::Overflow);
 }
 
 }  // namespace

@@ -63,15 +63,24 @@ TEST_F(SaveSessionTest, WithoutResultsTheTagsAloneAreLeft) {
   EXPECT_EQ(SavedText(), Golden("parameters.Tresmor"));
 }
 
+TEST_F(SaveSessionTest, EachOptionHasItsLine) {
+  lstSrchType.SetTicked(3, true);
+  chkTolerant.Value = true;
+  EXPECT_TRUE(Save());
+  EXPECT_EQ(SavedText(), Golden("options.Tresmor"));
+}
+
 TEST_F(SaveSessionTest, SaysWhatItDoes) {
   std::vector<std::string> said;
   msgBar.Listen([&](const Notice& notice) {
-    if (notice.when == Notice::When::After) said.push_back(msgBar.Text());
+    if (notice.when != Notice::When::After) return;
+    FileStat stat;
+    const bool isThere = files.Stat("/home/x.Tresmor", stat) == Errors::None;
+    said.push_back(msgBar.Text() + (isThere ? " It is there." : " It isn't there."));
   });
   Save("/home/x.Tresmor");
-  EXPECT_THAT(said,
-              ElementsAre("Saving search session to /home/x.Tresmor.", "Search session - /home/x.Tresmor is saved."));
-  EXPECT_EQ(events.pumps, 0);
+  EXPECT_THAT(said, ElementsAre("Saving search session to /home/x.Tresmor. It isn't there.",
+                                "Search session - /home/x.Tresmor is saved. It is there."));
 }
 
 TEST_F(SaveSessionTest, AFailureIsThrownAndTheOldFileStays) {

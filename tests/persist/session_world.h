@@ -10,6 +10,7 @@
 #include "controls/progress_bar.h"
 #include "desk/scripted_event_queue.h"
 #include "persist/session_file.h"
+#include "persist/whole_file.h"
 #include "results/rows.h"
 #include "search/scope_row.h"
 #include "support/memory_file_system.h"
@@ -17,15 +18,6 @@
 #include "support/scripted_dialogs.h"
 
 namespace tresmor::tests {
-
-// A queue by whose clock every row takes a second, so that events get their turn after each.
-class SlowEventQueue final : public ScriptedEventQueue {
- public:
-  double Seconds() const override { return seconds_ += 1; }
-
- private:
-  mutable double seconds_ = 0;
-};
 
 inline std::vector<std::string> Lines(const std::string& file) {
   std::vector<std::string> lines;

@@ -20,12 +20,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using tests::ProgramRun;
 
-std::vector<std::string> Entries(const ComboBox& combo) {
-  std::vector<std::string> entries;
-  for (std::int32_t i = 0; i < combo.ListCount(); ++i) entries.push_back(combo.List(i));
-  return entries;
-}
-
 class SettingsTest : public testing::Test {
  protected:
   std::string Kept(const std::string& section, const std::string& key) const {
@@ -41,9 +35,10 @@ class SettingsTest : public testing::Test {
 
 TEST_F(SettingsTest, AFirstRunHasPresetsAndDefaults) {
   const ProgramRun run(store);
-  EXPECT_THAT(Entries(run.txtPath), ElementsAre("__________________", "My Documents", "Desktop", "My Favourites"));
-  EXPECT_THAT(Entries(run.txtExt), ElementsAre("__________________", "Photos / Images", "Music / Songs", "Movie Clips",
-                                               "Downloads", "All Files"));
+  EXPECT_THAT(HistoryBoxes::Entries(run.txtPath),
+              ElementsAre("__________________", "My Documents", "Desktop", "My Favourites"));
+  EXPECT_THAT(HistoryBoxes::Entries(run.txtExt), ElementsAre("__________________", "Photos / Images", "Music / Songs",
+                                                             "Movie Clips", "Downloads", "All Files"));
   EXPECT_EQ(run.presets.PathArr.size(), 3U);
   EXPECT_EQ(run.options.LastUpdateChk, run.now);
   EXPECT_EQ(run.options.NoTooltipsOpt, 0);
@@ -97,7 +92,7 @@ TEST_F(SettingsTest, GapsInAHistoryAreClosed) {
   Keep("PathHistory", "9", "/j");
   Keep("PathHistory", "10", "/k");  // not looked for
   const ProgramRun run(store);
-  EXPECT_THAT(Entries(run.txtPath),
+  EXPECT_THAT(HistoryBoxes::Entries(run.txtPath),
               ElementsAre("/a", "/c", "/j", kSeparator, "My Documents", "Desktop", "My Favourites"));
 }
 
@@ -140,7 +135,7 @@ TEST_F(SettingsTest, MorePatternsThanFoldersKeepTheSeparatorAndLabelsAsFolders) 
   EXPECT_EQ(Kept("PathHistory", "2"), "My Documents");
   EXPECT_EQ(Kept("PathHistory", "3"), "none");
   const ProgramRun run(store);
-  EXPECT_THAT(Entries(run.txtPath),
+  EXPECT_THAT(HistoryBoxes::Entries(run.txtPath),
               ElementsAre("/a", kSeparator, "My Documents", kSeparator, "My Documents", "Desktop", "My Favourites"));
 }
 

@@ -1,4 +1,4 @@
-// What the contract suite needs to set up files for one implementation of FileSystem.
+// What the contract suites need to set up files for one implementation of FileSystem and FileWriter.
 #pragma once
 
 #include <cstdint>
@@ -7,6 +7,7 @@
 #include <string>
 
 #include "platform/file_system.h"
+#include "platform/file_writer.h"
 
 namespace tresmor {
 
@@ -15,6 +16,7 @@ class FileWorld {
  public:
   virtual ~FileWorld() = default;
   virtual const FileSystem& Files() const = 0;
+  virtual const FileWriter& Writer() const = 0;
   virtual std::string Root() const = 0;  // with a separator at its end
 
   virtual void MakeFolder(const std::string& path) = 0;  // with those above it
@@ -31,6 +33,8 @@ class FileWorld {
 
   // Runs `work` while neither file nor folder at `path` may be read.
   virtual void WithoutAccess(const std::string& path, const std::function<void()>& work) = 0;
+  // Runs `work` while the file at `path` may be read but not written.
+  virtual void WithoutWriting(const std::string& path, const std::function<void()>& work) = 0;
   // Runs `work` while at most a few files may be open at once.
   virtual void WithFewFiles(const std::function<void()>& work) = 0;
   virtual std::string ForbiddenFolder() = 0;

@@ -1,5 +1,6 @@
 #include "platform/file_world.h"
 #include "support/memory_file_system.h"
+#include "support/memory_file_writer.h"
 
 namespace tresmor {
 
@@ -13,6 +14,7 @@ class MemoryWorld final : public FileWorld {
   }
 
   const FileSystem& Files() const override { return files_; }
+  const FileWriter& Writer() const override { return writer_; }
   std::string Root() const override { return root_; }
   void MakeFolder(const std::string& path) override { files_.MakeFolder(path); }
   void MakeFile(const std::string& path, const std::string& content) override { files_.MakeFile(path, content); }
@@ -40,6 +42,11 @@ class MemoryWorld final : public FileWorld {
     work();
     files_.SetUnreadable(path, false);
   }
+  void WithoutWriting(const std::string& path, const std::function<void()>& work) override {
+    files_.SetReadOnly(path);
+    work();
+    files_.SetReadOnly(path, false);
+  }
   void WithFewFiles(const std::function<void()>& work) override {
     const std::size_t limit = files_.OpenLimit();
     files_.SetOpenLimit(5);
@@ -55,6 +62,7 @@ class MemoryWorld final : public FileWorld {
 
  private:
   MemoryFileSystem files_;
+  const MemoryFileWriter writer_{files_};
   const std::string root_;
 };
 

@@ -2,18 +2,22 @@
 
 #include "platform/posix/posix_file_writer.h"
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
 #include <vector>
+
+#include "platform/posix/short_path.h"
 
 namespace tresmor {
 
@@ -72,23 +76,47 @@ TEST_F(FileWriterTest, TakesTheOldFilesPlaceAndPermissions) {
   EXPECT_THAT(Names(), ElementsAre("file"));
 }
 
-TEST_F(FileWriterTest, WritesThroughALink) {
-  Make("file", "old");
-  std::filesystem::create_symlink("file", At("link"));
-  EXPECT_EQ(writer_.Replace(At("link"), "new"), Errors::None);
-  EXPECT_TRUE(std::filesystem::is_symlink(At("link")));
-  EXPECT_EQ(Content("file"), "new");
-}
-
-TEST_F(FileWriterTest, RefusesWhatIsNoFile) {
-  ASSERT_EQ(mkfifo(At("fifo").c_str(), 0600), 0);
-  EXPECT_EQ(writer_.Replace(At("fifo"), "x"), Errors::PathAccess);
+TEST_F(FileWriterTest, RefusesWhatCanBeNoFile) {
   EXPECT_EQ(writer_.Replace(At(""), "x"), Errors::PathAccess);
-  EXPECT_EQ(writer_.Replace(At("missing/file"), "x"), Errors::FileNotFound);
+  EXPECT_EQ(writer_.Replace(At("."), "x"), Errors::PathAccess);
+  EXPECT_EQ(writer_.Replace("/dev/null", "x"), Errors::PathAccess);
   EXPECT_EQ(writer_.Replace("", "x"), Errors::BadFileName);
+  EXPECT_EQ(writer_.Replace(At(std::string("a\0b", 3)), "x"), Errors::BadFileName);
+  EXPECT_EQ(writer_.Replace(At(std::string(5000, 'n')), "x"), Errors::BadFileName);
+  EXPECT_EQ(writer_.MakeFolder(At(std::string("a\0b", 3))), Errors::BadFileName);
+  EXPECT_EQ(writer_.MakeFolder(At(std::string(5000, 'n'))), Errors::BadFileName);
+  EXPECT_TRUE(Names().empty());
 }
 
-// A limit on the size of files stands for a full disk.
+TEST_F(FileWriterTest, PathsMayBeRelative) {
+  const auto before = std::filesystem::current_path();
+  std::filesystem::current_path(At(""));
+  EXPECT_EQ(writer_.Replace("file", "x"), Errors::None);
+  EXPECT_EQ(writer_.MakeFolder("folder/below"), Errors::None);
+  EXPECT_EQ(writer_.Replace("folder/below/file", "y"), Errors::None);
+  std::filesystem::current_path(before);
+  EXPECT_EQ(Content("file"), "x");
+  EXPECT_EQ(Content("folder/below/file"), "y");
+}
+
+TEST(WriteFailure, AFullDiskIsTold) {
+  const int full = open("/dev/full", O_WRONLY | O_CLOEXEC);
+  ASSERT_GE(full, 0);
+  EXPECT_EQ(write(full, "x", 1), -1);
+  EXPECT_EQ(WriteFailure(errno), Errors::DiskFull);
+  close(full);
+  EXPECT_EQ(WriteFailure(EDQUOT), Errors::DiskFull);
+}
+
+TEST(WriteFailure, OtherReasonsAreThoseOfPaths) {
+  EXPECT_EQ(WriteFailure(EROFS), Errors::PermissionDenied);
+  EXPECT_EQ(WriteFailure(EACCES), Errors::PermissionDenied);
+  EXPECT_EQ(WriteFailure(EISDIR), Errors::PathAccess);
+  EXPECT_EQ(WriteFailure(ENOENT), Errors::FileNotFound);
+  EXPECT_EQ(WriteFailure(EIO), Errors::Device);
+}
+
+// A limit on the size of files cuts the writing short, as a full disk would.
 TEST_F(FileWriterTest, FailureLeavesTheOldFileAndNothingElse) {
   Make("file", "old");
   const auto handler = std::signal(SIGXFSZ, SIG_IGN);
@@ -99,17 +127,9 @@ TEST_F(FileWriterTest, FailureLeavesTheOldFileAndNothingElse) {
   const Errors failure = writer_.Replace(At("file"), std::string(5000, 'x'));
   setrlimit(RLIMIT_FSIZE, &before);
   std::signal(SIGXFSZ, handler);
-  EXPECT_NE(failure, Errors::None);
+  EXPECT_EQ(failure, Errors::Device);
   EXPECT_EQ(Content("file"), "old");
   EXPECT_THAT(Names(), ElementsAre("file"));
-}
-
-TEST_F(FileWriterTest, MakesFoldersWithThoseAbove) {
-  EXPECT_EQ(writer_.MakeFolder(At("a/b/c")), Errors::None);
-  EXPECT_TRUE(std::filesystem::is_directory(At("a/b/c")));
-  EXPECT_EQ(writer_.MakeFolder(At("a/b/c/")), Errors::None);
-  Make("file", "");
-  EXPECT_EQ(writer_.MakeFolder(At("file/x")), Errors::PathAccess);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include "platform/posix/posix_shell.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -13,8 +14,10 @@
 #include <iterator>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/posix/fixed_disk.h"
+#include "platform/posix/posix_file_system.h"
 #include "platform/posix/run_detached.h"
 #include "platform/posix/user_folders.h"
 
@@ -54,6 +57,7 @@ class PosixShellTest : public testing::Test {
     MakeFile(name, "#!/bin/sh\n{ echo \"$0\"; pwd; for word; do echo \"<$word>\"; done; } >'" + At("told") + "'\n");
     ASSERT_EQ(chmod(At(name).c_str(), 0755), 0);
   }
+  // Wants to be read before the program can go on.
   void MakeTold() const { ASSERT_EQ(mkfifo(At("told").c_str(), 0600), 0); }
   // Waits for the program.
   std::string AllTold() const {
@@ -111,10 +115,6 @@ TEST_F(PosixShellTest, AFolderThatDoesNotExistIsEmpty) {
 TEST_F(PosixShellTest, SettingsLieInTheFolderForThem) {
   EXPECT_EQ(FindSettingsFile({"/home/me", "/nowhere/config"}), "/nowhere/config/tresmor/tresmor.ini");
   EXPECT_EQ(FindSettingsFile({"", ""}), "");
-  MakeFolder("config/tresmor");
-  MakeFile("mine.ini", "");
-  std::filesystem::create_symlink(At("mine.ini"), At("config/tresmor/tresmor.ini"));
-  EXPECT_EQ(FindSettingsFile({"", At("config")}), At("mine.ini"));
 }
 
 // --- Disks
@@ -168,10 +168,81 @@ TEST_F(FixedDiskTest, TheRealTableIsRead) {
   EXPECT_FALSE(shell_.IsLocalDrive(root_));
 }
 
-TEST_F(FixedDiskTest, WhatIsNoDeviceIsNotRemovable) {
-  EXPECT_FALSE(IsRemovableDevice(At("mounts")));
-  EXPECT_FALSE(IsRemovableDevice(At("nothing")));
-  EXPECT_FALSE(IsRemovableDevice("/dev/null"));
+TEST_F(FixedDiskTest, WhatIsNoBlockDeviceHasNoNumberAndIsNotRemovable) {
+  for (const std::string& path : {At("mounts"), At("nothing"), std::string("/dev/null")}) {
+    EXPECT_EQ(BlockNumber(path), "") << path;
+  }
+  EXPECT_FALSE(IsRemovable("/sys", ""));
+}
+
+// The kernel's account of devices as it stands below /sys, with its links.
+class SysfsTest : public PosixShellTest {
+ protected:
+  // Disks in their folders below "devices", with the numbers 8:0, 8:16, ...
+  SysfsTest() {
+    MakeDisk("pci/ata/block/sda", "8:0", '0');
+    MakePart("pci/ata/block/sda/sda2", "8:2");
+    MakeDisk("pci/nvme/nvme0/nvme0n1", "259:0", '0');
+    MakePart("pci/nvme/nvme0/nvme0n1/nvme0n1p1", "259:1");
+    MakeDisk("pci/usb/stick/block/sdb", "8:16", '1');
+    MakePart("pci/usb/stick/block/sdb/sdb1", "8:17");
+    MakeDisk("pci/usb/disk/block/sdc", "8:32", '0');
+    MakePart("pci/usb/disk/block/sdc/sdc1", "8:33");
+  }
+
+  void MakeDisk(const std::string& place, const std::string& number, char removable) {
+    MakeFolder("devices/" + place + "/slaves");
+    MakeFile("devices/" + place + "/removable", {removable, '\n'});
+    MakeLink("dev/block/" + number, place);
+  }
+  void MakePart(const std::string& place, const std::string& number) {
+    MakeFolder("devices/" + place);
+    MakeFile("devices/" + place + "/partition", "1\n");
+    MakeLink("dev/block/" + number, place);
+  }
+  // A volume made of others, which are told by their places.
+  void MakeVolume(const std::string& name, const std::string& number, const std::vector<std::string>& slaves) {
+    const std::string place = "virtual/block/" + name;
+    MakeDisk(place, number, '0');
+    for (const std::string& slave : slaves) {
+      MakeLink("devices/" + place + "/slaves/" + std::filesystem::path(slave).filename().string(), slave);
+    }
+  }
+  void MakeLink(const std::string& path, const std::string& place) {
+    MakeFolder(std::filesystem::path(path).parent_path());
+    std::filesystem::create_symlink(At("devices/" + place), At(path));
+  }
+  bool Removable(const std::string& number) const { return IsRemovable(root_, number); }
+};
+
+TEST_F(SysfsTest, DisksAndTheirPartitionsAreAsTheKernelSays) {
+  for (const char* fixed : {"8:0", "8:2", "259:0", "259:1"}) EXPECT_FALSE(Removable(fixed)) << fixed;
+  for (const char* stick : {"8:16", "8:17"}) EXPECT_TRUE(Removable(stick)) << stick;
+  for (const char* usbDisk : {"8:32", "8:33"}) EXPECT_FALSE(Removable(usbDisk)) << usbDisk;
+}
+
+TEST_F(SysfsTest, MappedVolumesAreAsTheDisksBelow) {
+  MakeVolume("dm-0", "253:0", {"pci/ata/block/sda/sda2"});
+  MakeVolume("dm-1", "253:1", {"pci/usb/stick/block/sdb/sdb1"});
+  MakeVolume("dm-2", "253:2", {"pci/usb/stick/block/sdb"});
+  EXPECT_FALSE(Removable("253:0"));
+  EXPECT_TRUE(Removable("253:1"));
+  EXPECT_TRUE(Removable("253:2"));
+}
+
+TEST_F(SysfsTest, MappedVolumesLieUponEachOtherAndOnSeveralDisks) {
+  MakeVolume("dm-0", "253:0", {"pci/usb/stick/block/sdb/sdb1"});
+  MakeVolume("dm-1", "253:1", {"virtual/block/dm-0"});
+  MakeVolume("md0", "9:0", {"pci/ata/block/sda/sda2", "virtual/block/dm-1"});
+  MakePart("virtual/block/md0/md0p1", "259:7");
+  MakeVolume("md1", "9:1", {"pci/ata/block/sda/sda2", "pci/nvme/nvme0/nvme0n1/nvme0n1p1"});
+  for (const char* onStick : {"253:1", "9:0", "259:7"}) EXPECT_TRUE(Removable(onStick)) << onStick;
+  EXPECT_FALSE(Removable("9:1"));
+}
+
+TEST_F(SysfsTest, WhatIsNotToldIsNotRemovable) {
+  EXPECT_FALSE(Removable("7:0"));
+  EXPECT_FALSE(IsRemovable(At("nowhere"), "8:16"));
 }
 
 // --- Programs
@@ -197,19 +268,36 @@ TEST_F(PosixShellTest, AFileIsOneArgumentThatNoShellReadsAndNeverAnOption) {
 
 TEST_F(PosixShellTest, PropertiesAreAskedOfTheFileManager) {
   const ForNow path("PATH", root_);
-  MakeTold();
   MakeProgram("dbus-send");
-  shell_.ShowFileProp("/a b/it's,\xff.txt");
+  EXPECT_TRUE(shell_.ShowFileProp("/a b/it's,\xff.txt"));
   EXPECT_EQ(Told(),
-            "dbus-send\n/\n<--session>\n<--type=method_call>\n<--dest=org.freedesktop.FileManager1>\n"
+            "dbus-send\n/\n<--session>\n<--print-reply>\n<--dest=org.freedesktop.FileManager1>\n"
             "</org/freedesktop/FileManager1>\n<org.freedesktop.FileManager1.ShowItemProperties>\n"
             "<array:string:file:///a%20b/it%27s%2C%FF.txt>\n<string:>\n");
   MakeProgram("gdbus");
-  shell_.ShowFileProp("/~a-b_c.d");
+  EXPECT_TRUE(shell_.ShowFileProp("/~a-b_c.d"));
   EXPECT_EQ(Told(),
             "gdbus\n/\n<call>\n<--session>\n<--dest>\n<org.freedesktop.FileManager1>\n<--object-path>\n"
             "</org/freedesktop/FileManager1>\n<--method>\n<org.freedesktop.FileManager1.ShowItemProperties>\n"
             "<['file:///~a-b_c.d']>\n<>\n");
+}
+
+TEST_F(PosixShellTest, WhoAsksForPropertiesLearnsThatNobodyAnswered) {
+  const ForNow path("PATH", root_);
+  EXPECT_FALSE(shell_.ShowFileProp("/a"));
+  MakeFile("gdbus", "#!/bin/sh\nexit 1\n");
+  ASSERT_EQ(chmod(At("gdbus").c_str(), 0755), 0);
+  MakeProgram("dbus-send");
+  EXPECT_FALSE(shell_.ShowFileProp("/a"));
+  EXPECT_FALSE(std::filesystem::exists(At("told")));  // the answer of the first holds
+}
+
+TEST_F(PosixShellTest, AProgramThatIsWaitedForEndsInTime) {
+  EXPECT_TRUE(RunToEnd({{"no program"}, {"/bin/sh", "-c", "exit 0"}}, root_, 60));
+  EXPECT_FALSE(RunToEnd({{"/bin/sh", "-c", "exit 3"}}, root_, 60));
+  EXPECT_FALSE(RunToEnd({}, root_, 60));
+  MakeTold();
+  EXPECT_FALSE(RunToEnd({{"/bin/sh", "-c", "read line <told"}}, root_, 1));  // nobody ever writes
 }
 
 TEST_F(PosixShellTest, FailuresShowNothingAndLeaveNoChildBehind) {
@@ -230,6 +318,24 @@ TEST_F(PosixShellTest, ADetachedProgramHasNothingOfThisOnes) {
                {"/bin/sh", "-c", "links=$(readlink /proc/$$/fd/0 /proc/$$/fd/1 /proc/$$/fd/2); echo \"$links\" >told"}},
               root_);
   EXPECT_EQ(AllTold(), "/dev/null\n/dev/null\n/dev/null\n");
+}
+
+TEST_F(PosixShellTest, OtherProgramsMayOpenAsManyFilesAsThisOneMightAtItsStart) {
+  rlimit before{};
+  ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
+  ASSERT_GT(before.rlim_max, 200U);
+  const rlimit atStart{200, before.rlim_max};
+  ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &atStart), 0);
+  const PosixFileSystem raises;
+  const PosixFileSystem changesNothingMore;
+  rlimit raised{};
+  getrlimit(RLIMIT_NOFILE, &raised);
+  EXPECT_EQ(raised.rlim_cur, before.rlim_max);
+  MakeTold();
+  RunDetached({{"/bin/sh", "-c", "{ ulimit -Sn; ulimit -Hn; } >told"}}, root_);
+  const std::string limits = AllTold();
+  setrlimit(RLIMIT_NOFILE, &before);
+  EXPECT_EQ(limits, "200\n" + std::to_string(before.rlim_max) + "\n");
 }
 
 TEST(PosixShellEditor, IsTheDesktopsOpener) { EXPECT_EQ(PosixShell().DefaultEditor(), "xdg-open"); }

@@ -13,6 +13,7 @@
 
 #include "platform/file_world.h"
 #include "platform/posix/posix_file_system.h"
+#include "platform/posix/posix_file_writer.h"
 
 namespace tresmor {
 
@@ -63,6 +64,7 @@ class PosixWorld final : public FileWorld {
   }
 
   const FileSystem& Files() const override { return files_; }
+  const FileWriter& Writer() const override { return writer_; }
   std::string Root() const override { return root_; }
 
   void MakeFolder(const std::string& path) override {
@@ -121,6 +123,17 @@ class PosixWorld final : public FileWorld {
     setfsuid(user);
     Check(chmod(path.c_str(), before.st_mode & 07777) == 0, path);
   }
+  // Who may write is asked for the user who started the program.
+  void WithoutWriting(const std::string& path, const std::function<void()>& work) override {
+    struct stat before {};
+    Check(stat(path.c_str(), &before) == 0 && chmod(path.c_str(), 0444) == 0, path);
+    const uid_t user = getuid();
+    const bool superuser = geteuid() == 0;
+    if (superuser) Check(setreuid(65534, 0) == 0, "user");
+    work();
+    if (superuser) Check(setreuid(user, 0) == 0, "user");
+    Check(chmod(path.c_str(), before.st_mode & 07777) == 0, path);
+  }
   void WithFewFiles(const std::function<void()>& work) override {
     rlimit limit{};
     Check(getrlimit(RLIMIT_NOFILE, &limit) == 0, "limit");
@@ -143,6 +156,7 @@ class PosixWorld final : public FileWorld {
   }
 
   PosixFileSystem files_;
+  PosixFileWriter writer_;
   std::string root_;
 };
 

@@ -75,6 +75,30 @@ TEST_F(ListTipTest, AnEmptyPlaceClearsTheTextAndTheSameRowDoesNotBringItBack) {
   EXPECT_NE(Hover(1, zero), "");
 }
 
+TEST_F(ListTipTest, APointerOverABoundListTellsItsRows) {
+  Options options;
+  BindListTip(zero, TipRows::Results, options, tip);
+  Add(ResultList::ZeroSize, "a");
+  zero.OnMouseMove(1);
+  EXPECT_TRUE(tip.texts[&zero].starts_with("Name: a\r\n"));
+  zero.OnMouseMove(0);
+  EXPECT_EQ(tip.texts[&zero], "");
+  zero.OnMouseMove(1);
+  EXPECT_EQ(tip.texts[&zero], "");
+}
+
+TEST_F(ListTipTest, ASettingOfOneAloneSwitchesTextsOff) {
+  Options options;
+  BindListTip(zero, TipRows::Results, options, tip);
+  Add(ResultList::ZeroSize, "a");
+  options.NoTooltipsOpt = 1;
+  zero.OnMouseMove(1);
+  EXPECT_TRUE(tip.texts.empty());
+  options.NoTooltipsOpt = 2;
+  zero.OnMouseMove(1);
+  EXPECT_NE(tip.texts[&zero], "");
+}
+
 TEST_F(ListTipTest, AnEmptyPlaceOfOneListLeavesTheOthersAlone) {
   Add(ResultList::ZeroSize, "a");
   Hover(1, zero);

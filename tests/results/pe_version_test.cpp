@@ -293,24 +293,27 @@ TEST(PeVersion, AnEndlessTableOfTypesIsLeft) {
 
 class PeVersionReaderTest : public testing::Test {
  protected:
+  std::string VersionAt(const std::string& path) const { return reader.GetFileVer(path, stop); }
+
   MemoryFileSystem files;
   PeVersionReader reader{files};
+  StopToken stop;
 };
 
 TEST_F(PeVersionReaderTest, GivesTheTextOfAFile) {
   files.MakeFile("/d/program.exe", PeBytes({5, 1, 2600, 1}));
   files.MakeFile("/d/library.dll", PeBytes({1, 2, 0, 0}, PeKind::Pe32Plus));
   files.MakeFile("/d/names don't matter", PeBytes({1, 100, 0, 3}));
-  EXPECT_EQ(reader.GetFileVer("/d/program.exe"), "5.01.2600.01");
-  EXPECT_EQ(reader.GetFileVer("/d/library.dll"), "1.02.0000");
-  EXPECT_EQ(reader.GetFileVer("/d/names don't matter"), "1.100.00.03");
+  EXPECT_EQ(VersionAt("/d/program.exe"), "5.01.2600.01");
+  EXPECT_EQ(VersionAt("/d/library.dll"), "1.02.0000");
+  EXPECT_EQ(VersionAt("/d/names don't matter"), "1.100.00.03");
 }
 
 TEST_F(PeVersionReaderTest, AnUpperHalfFromTheTopBitOnMakesTheNumbersNegative) {
   files.MakeFile("/a", PeBytes({1, 2, 0x8000, 0}));
   files.MakeFile("/b", PeBytes({0xFFFF, 0xFFFF, 0, 1}));
-  EXPECT_EQ(reader.GetFileVer("/a"), "1.02.-2147483648");
-  EXPECT_EQ(reader.GetFileVer("/b"), "-1.65535.00.01");
+  EXPECT_EQ(VersionAt("/a"), "1.02.-2147483648");
+  EXPECT_EQ(VersionAt("/b"), "-1.65535.00.01");
 }
 
 TEST_F(PeVersionReaderTest, FilesThatCantBeReadHaveNone) {
@@ -322,21 +325,43 @@ TEST_F(PeVersionReaderTest, FilesThatCantBeReadHaveNone) {
   files.MakeFile("/empty", "");
   files.MakeLink("/link", "/broken");
   for (const char* path : {"/gone", "/folder", "/forbidden", "/broken", "/empty", "/link"}) {
-    EXPECT_EQ(reader.GetFileVer(path), "") << path;
+    EXPECT_EQ(VersionAt(path), "") << path;
   }
 }
 
 TEST_F(PeVersionReaderTest, LeavesNoFileOpen) {
   files.MakeFile("/a", PeBytes(kSample));
-  reader.GetFileVer("/a");
+  VersionAt("/a");
   EXPECT_EQ(files.OpenFiles(), 0U);
+}
+
+TEST_F(PeVersionReaderTest, WaitsWhileOthersHaveAllDescriptors) {
+  files.MakeFile("/a", PeBytes(kSample));
+  files.SetOpenLimit(0);
+  int tries = 0;
+  files.SetHook([&](const MemoryFileSystem::Call& call) {
+    if (call.op == MemoryFileSystem::Op::Open && ++tries == 3) files.SetOpenLimit(1);
+  });
+  EXPECT_EQ(VersionAt("/a"), kSampleText);
+  EXPECT_EQ(tries, 3);
+}
+
+TEST_F(PeVersionReaderTest, AStopEndsTheWaiting) {
+  files.MakeFile("/a", PeBytes(kSample));
+  files.SetOpenLimit(0);
+  int tries = 0;
+  files.SetHook([&](const MemoryFileSystem::Call&) {
+    if (++tries == 3) stop.Stop();
+  });
+  EXPECT_EQ(VersionAt("/a"), "");
+  EXPECT_EQ(tries, 3);
 }
 
 TEST_F(PeVersionReaderTest, ReadsAnewEachTime) {
   files.MakeFile("/a", PeBytes(kSample));
-  EXPECT_EQ(reader.GetFileVer("/a"), kSampleText);
+  EXPECT_EQ(VersionAt("/a"), kSampleText);
   files.SetContent("/a", PeBytes({2, 0, 0, 1}));
-  EXPECT_EQ(reader.GetFileVer("/a"), "2.00.00.01");
+  EXPECT_EQ(VersionAt("/a"), "2.00.00.01");
 }
 
 // The overlay of an installer may be any size.
@@ -348,7 +373,7 @@ TEST_F(PeVersionReaderTest, AFileMayBeLongerThanAnyAddress) {
       into[i] = at < image.size() ? image[at] : 'o';
     }
   });
-  EXPECT_EQ(reader.GetFileVer("/huge"), kSampleText);
+  EXPECT_EQ(VersionAt("/huge"), kSampleText);
 }
 
 }  // namespace

@@ -16,7 +16,7 @@ namespace tresmor {
 // Every file's version is its name.
 class FakeVersions final : public VersionReader {
  public:
-  std::string GetFileVer(const std::string& path) const override {
+  std::string GetFileVer(const std::string& path, const StopToken&) const override {
     return std::string(GetFileNameOf(path, PathStyle::Posix()));
   }
 };
@@ -42,8 +42,8 @@ class SearchLog final : public SearchObserver {
   void AddRows(std::vector<Finding> added) override {
     for (Finding& row : added) rows.push_back(std::move(row));
   }
-  void Box(BoxIcon, std::string title, std::string text) override {
-    boxes.push_back(title + "|" + text);
+  void Box(BoxIcon, std::string title, BoxText text) override {
+    boxes.push_back(title + "|" + text.Whole());
     if (onBox) onBox();
   }
 

@@ -32,8 +32,8 @@ class WalkRecorder final : public SearchObserver {
   void ShowList(ResultList, bool) override {}
   void HighlightRow(int row) override { highlighted.push_back(row); }
   void AddRows(std::vector<Finding>) override {}
-  void Box(BoxIcon icon, std::string title, std::string text) override {
-    boxes.push_back({icon, std::move(title), std::move(text)});
+  void Box(BoxIcon icon, std::string title, BoxText text) override {
+    boxes.push_back({icon, std::move(title), text.Whole()});
     if (onBox) onBox();
   }
 

@@ -6,6 +6,7 @@
 
 #include <string>
 
+#include "persist/whole_file.h"
 #include "results/rows.h"
 #include "search/search_world.h"
 #include "support/memory_file_system.h"

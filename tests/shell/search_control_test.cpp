@@ -310,6 +310,23 @@ TEST_F(SearchControlTest, ReadsTheTicksOfItsCheckBoxes) {
   EXPECT_THAT(Names(ResultList::ZeroSize), IsEmpty());
 }
 
+// A session may bring such boxes: they aren't ticked, but of hidden files it counts whether theirs is off.
+TEST_F(SearchControlTest, AGrayedBoxIsNotTicked) {
+  files.MakeFile("/data/.hidden", "");
+  files.MakeFile("/usr/a", "");
+  files.MakeFile("/data/b", std::string(200, 'b'));
+  files.MakeFile("/data/c", std::string(199, 'b') + "c");
+  AddRow("/data/*.*");
+  AddRow("/usr/*.*");
+  for (CheckBox* box : {&frm.chkHidden, &frm.chkProtectWinDir, &frm.chkTolerant}) box->Value = kGrayed;
+  control.RunSearch();
+  EXPECT_THAT(Names(ResultList::ZeroSize), ElementsAre(".hidden", "a"));
+  EXPECT_THAT(Names(ResultList::Duplicates), IsEmpty());
+  frm.chkTolerant.Value = true;
+  control.RunSearch();
+  EXPECT_THAT(Names(ResultList::Duplicates), UnorderedElementsAre("b", "c"));
+}
+
 TEST_F(SearchControlTest, ReadsVersionsIfTicked) {
   files.MakeFile("/data/a", "");
   AddRow("/data/*.*");

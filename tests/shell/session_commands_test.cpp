@@ -4,11 +4,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <new>
 #include <string>
 #include <vector>
 
 #include "desk/bind_timer.h"
 #include "desk/scripted_event_queue.h"
+#include "persist/whole_file.h"
 #include "results/rows.h"
 #include "results/sort_list.h"
 #include "search/scope_row.h"
@@ -167,7 +169,12 @@ TEST_F(SessionCommandsTest, AsksForAFileToLoadUnderTheHourglass) {
   ASSERT_EQ(dialogs.asked.size(), 1U);
   EXPECT_EQ(dialogs.asked[0].mode, FileDialogMode::Open);
   EXPECT_EQ(dialogs.asked[0].title, "Tresmor - load search session");
-  EXPECT_EQ(dialogs.asked[0].filters[0].pattern, "*.Tresmor");
+  const std::vector<FileFilter>& filters = dialogs.asked[0].filters;
+  ASSERT_EQ(filters.size(), 2U);
+  EXPECT_EQ(filters[0].label, "Tresmor Search Session (*.Tresmor)");
+  EXPECT_EQ(filters[0].pattern, "*.Tresmor");
+  EXPECT_EQ(filters[1].label, "All Files");
+  EXPECT_EQ(filters[1].pattern, "*.*");
   EXPECT_EQ(dialogs.asked[0].defaultExtension, "Tresmor");
   EXPECT_EQ(dialogs.asked[0].startName, "Untitled.Tresmor");
   EXPECT_EQ(dialogs.asked[0].startFolder, "");
@@ -204,6 +211,50 @@ TEST_F(SessionCommandsTest, LoadsSortsColoursAndCounts) {
   EXPECT_TRUE(frm.mnuSrchSession.Enabled() && frm.mnuFile.Enabled());
   EXPECT_EQ(frm.session.SessionFile, kFile);
   EXPECT_TRUE(frm.session.HasSrchResult && frm.session.SaveSrchResult);
+}
+
+TEST_F(SessionCommandsTest, ThePointerIsAgainWhatItWas) {
+  frm.pointer.Shape = PointerShape::Hourglass;
+  dialogs.files = {std::nullopt};
+  commands.mnuLoadResultList();
+  EXPECT_EQ(frm.pointer.Shape(), PointerShape::Hourglass);
+}
+
+TEST_F(SessionCommandsTest, NothingIsLeftOfATickThatCameWhileItLoaded) {
+  MakeSession(BoxAnswer::Yes);
+  bool ticked = false;
+  // Every look at a clock that stands still would find that no time has passed; this one gives the load its events.
+  frm.tmrProgress.Listen([&](const Notice& notice) {
+    if (notice.what != Notice::What::Enabled || notice.when != Notice::When::After || !frm.tmrProgress.Enabled())
+      return;
+    events.seconds += 1;
+  });
+  events.onPump = [&] {
+    events.Tick();
+    ticked = frm.pbMain.Value() > 0 && frm.msgBar.Text().starts_with("Loading search session ");
+  };
+  Load();
+  EXPECT_TRUE(ticked);
+  EXPECT_EQ(frm.pbMain.Value(), 0);
+  EXPECT_EQ(frm.msgBar.Text(), "Tresmor is ready.");
+  EXPECT_FALSE(frm.tmrProgress.Enabled());
+}
+
+// The search alone reads the cells of a scope row as numbers.
+TEST_F(SessionCommandsTest, AnOddScopeCellLoadsQuietlyAndFailsAtTheSearch) {
+  files.MakeFile(kFile,
+                 "3.0.0\r\nTrue\r\nTrue\r\nTrue\r\nFalse\r\n 0 \r\n 0 \r\n 1 \r\n 1 \r\n"
+                 "/data/*.*|-Yes|-some|-|-|-Yes|-True\r\nFalse\r\n 0 \r\n");
+  files.MakeFile("/data/a", "");
+  Load();
+  EXPECT_EQ(frm.lstPath.Cell(1, kMinSizeItem), "some");
+  EXPECT_TRUE(frm.mnuSrchSession.Enabled());
+  try {
+    search.RunSearch();
+    FAIL() << "searched";
+  } catch (const Failure& failure) {
+    EXPECT_EQ(failure.Number(), Errors::TypeMismatch);
+  }
 }
 
 TEST_F(SessionCommandsTest, ASessionWithoutResultsLoadsEmptyLists) {
@@ -307,6 +358,36 @@ TEST_F(SessionCommandsTest, TheNextFinishedSearchGivesTheMenusBack) {
 TEST_F(SessionCommandsTest, AnUnreadableFileIsAFailedLoad) {
   ExpectLoadFailure("53 File not found");
   Load();
+  ExpectMenusOff();
+}
+
+TEST_F(SessionCommandsTest, AFileThatMemoryHasNoRoomForIsAFailedLoad) {
+  MakeSession(BoxAnswer::Yes);
+  files.SetHook([](const MemoryFileSystem::Call& call) {
+    if (call.op == MemoryFileSystem::Op::Read) throw std::bad_alloc();
+  });
+  ExpectLoadFailure("7 Out of memory");
+  Load();
+  EXPECT_EQ(frm.lstPath.Count(), 0);
+  EXPECT_EQ(List(ResultList::Duplicates).Count(), 0);
+  EXPECT_FALSE(frm.tmrProgress.Enabled());
+  ExpectMenusOff();
+}
+
+TEST_F(SessionCommandsTest, RowsThatMemoryHadRoomForStayInAHiddenList) {
+  MakeSession(BoxAnswer::Yes);
+  tests::SlowEventQueue slow;
+  slow.onPump = [&] {
+    if (List(ResultList::Duplicates).Count() == 2) throw std::bad_alloc();
+  };
+  SessionCommands loading(frm, progress, {files, writer, slow, dialogs});
+  dialogs.files.push_back(kFile);
+  ExpectLoadFailure("7 Out of memory");
+  loading.mnuLoadResultList();
+  EXPECT_EQ(frm.lstPath.Count(), 1);
+  EXPECT_EQ(List(ResultList::Duplicates).Count(), 2);
+  EXPECT_FALSE(List(ResultList::Duplicates).Visible());
+  EXPECT_TRUE(frm.tmrProgress.Enabled());
   ExpectMenusOff();
 }
 

@@ -36,9 +36,9 @@ using tests::PeBytes;
 class HookedVersions final : public VersionReader {
  public:
   explicit HookedVersions(const VersionReader& versions) : versions_(versions) {}
-  std::string GetFileVer(const std::string& path) const override {
+  std::string GetFileVer(const std::string& path, const StopToken& stop) const override {
     if (before) before(path);
-    return versions_.GetFileVer(path);
+    return versions_.GetFileVer(path, stop);
   }
   std::function<void(const std::string& path)> before;
 
@@ -295,19 +295,30 @@ TEST_F(ShowVersionsTest, VersionsSortByNumberAndShowAsTheyAre) {
 class SearchWithVersionsTest : public ShowVersionsTest {
  protected:
   SearchWithVersionsTest() {
-    files.MakeFile("/d/a/tool.exe", PeBytes({1, 2, 0, 3}));
-    files.MakeFile("/d/b/tool.exe", PeBytes({1, 2, 0, 3}));
+    const std::string tool = PeBytes({1, 2, 0, 3});
+    files.MakeFile("/d/a/tool.exe", tool);
+    files.MakeFile("/d/b/tool.exe", tool);
+    files.MakeFile("/d/setup.exe", Setup(200'000));
+    files.MakeFile("/d/setup.part", Setup(150'000));
     files.MakeFile("/d/empty", "");
     files.MakeFile("/d/z1", "unread");
     files.MakeFile("/d/z2", "either");
     files.FailOpen("/d/z1", Errors::PermissionDenied);
+    frm.lstSrchType.SetTicked(static_cast<std::int32_t>(SrchType::Portions), true);
     const std::vector<CellValue> cells = {"Yes", "", "", "", "Yes"};
     frm.lstPath.SetSmallIcon(frm.lstPath.AddRow("/d/*.*", cells), ScopeRow::kIncluded);
   }
-  void Search() {
-    SearchControl control(frm, progress, {files, shell, versions, events, dialogs});
+  // A program with so much behind it that a copy cut off there is still a portion.
+  static std::string Setup(std::size_t size) {
+    std::string bytes = PeBytes({5, 1, 2600, 1});
+    bytes.resize(size, 'x');
+    return bytes;
+  }
+  void Search(EventQueue& queue) {
+    SearchControl control(frm, progress, {files, shell, versions, queue, dialogs});
     control.RunSearch();
   }
+  void Search() { Search(events); }
   const ListView& List(ResultList kind) const { return frm.results.List(kind); }
 
   FakeShell shell;
@@ -320,11 +331,36 @@ TEST_F(SearchWithVersionsTest, WithTheBoxTickedAllListsThatHaveRowsHaveVersions)
   EXPECT_THAT(Cells(List(ResultList::Duplicates)), ElementsAre("1.02.00.03", "1.02.00.03"));
   EXPECT_THAT(Keys(List(ResultList::Duplicates)), Each("0001000200000003"));
   EXPECT_THAT(Cells(List(ResultList::SameName)), Contains("1.02.00.03").Times(2));
-  EXPECT_THAT(Cells(List(ResultList::ReadErrors)), ElementsAre(""));
-  EXPECT_EQ(List(ResultList::ReadErrors).SubItems(1), 5);
-  for (const ResultList kind : {ResultList::ZeroSize, ResultList::Duplicates, ResultList::SameName}) {
-    EXPECT_EQ(List(kind).Tag(), "Ver");
+  EXPECT_THAT(Cells(List(ResultList::Portions)), ElementsAre("5.01.2600.01", "5.01.2600.01"));
+  EXPECT_THAT(Keys(List(ResultList::Portions)), Each("0005000126000001"));
+  EXPECT_THAT(Cells(List(ResultList::ZeroSize)), ElementsAre(""));
+  EXPECT_THAT(Cells(List(ResultList::ReadErrors)), Each(""));
+  for (const ListView& lst : frm.results.lstResult) {
+    ASSERT_GT(lst.Count(), 0);
+    for (std::int32_t row = 1; row <= lst.Count(); ++row) EXPECT_EQ(lst.SubItems(row), 5);
+    EXPECT_EQ(lst.Tag(), "Ver");
   }
+}
+
+// Each list shows its rows while later ones are still searched for. A row must have its version from the start.
+TEST_F(SearchWithVersionsTest, VersionsComeWithTheRowsWhileTheSearchRuns) {
+  frm.chkVer.Value = true;
+  tests::SlowEventQueue slow;
+  std::set<std::size_t> listsSeen;
+  slow.onPump = [&] {
+    for (std::size_t list = 0; list < frm.results.lstResult.size(); ++list) {
+      const ListView& lst = frm.results.lstResult[list];
+      for (std::int32_t row = 1; row <= lst.Count(); ++row) {
+        if (frm.tmrProgress.Enabled()) listsSeen.insert(list);
+        const std::string path = PathOf(lst, row);
+        ASSERT_EQ(lst.SubItems(row), 5) << path;
+        EXPECT_EQ(lst.Cell(row, kVersionItem), reader.GetFileVer(path, StopToken())) << path;
+        EXPECT_EQ(lst.Tag(), "Ver") << path;
+      }
+    }
+  };
+  Search(slow);
+  EXPECT_THAT(listsSeen, ElementsAre(0, 1, 2, 3, 4));
 }
 
 TEST_F(SearchWithVersionsTest, TheFirstListHidesItsColumnButFillsIt) {

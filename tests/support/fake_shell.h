@@ -26,10 +26,14 @@ class FakeShell final : public Shell {
   std::string DefaultEditor() const override { return defaultEditor; }
   void OpenUrl(const std::string& target) const override { opened.push_back(target); }
   void ShellOpen(const std::string& path) const override { opened.push_back(path); }
-  void ShowFileProp(const std::string& file) const override { shown.push_back(file); }
+  bool ShowFileProp(const std::string& file) const override {
+    shown.push_back(file);
+    return answers;
+  }
   std::string localDrive = "/";
   std::map<int, std::string> folders = {{0, "/home/me/Desktop"}, {5, "/home/me/Documents"}, {6, "/home/me"}};
   std::string defaultEditor = "editor";
+  bool answers = true;  // shows the sheets it is asked for
   mutable std::vector<int> asked;
   mutable std::vector<std::string> opened;
   mutable std::vector<std::string> shown;

@@ -48,7 +48,9 @@ class MemoryFileSystem final : public FileSystem {
   void SetHidden(const std::string& path);  // the attribute of the "\" style; in the "/" style the name alone tells
   void SetModified(const std::string& path, std::int64_t seconds);
   void SetUnreadable(const std::string& path, bool unreadable = true);  // a folder then gives nothing below it either
-  void SetForbidden(const std::string& folder);                         // as if on a pseudo file system
+  void SetReadOnly(const std::string& path, bool readOnly = true);      // for MemoryFileWriter
+  bool IsReadOnly(const std::string& path) const;
+  void SetForbidden(const std::string& folder);  // as if on a pseudo file system
 
   // Failures, each until it is set again; Errors::None ends it. They go with the file, not with the path.
   void FailList(const std::string& path, Errors failure, std::size_t entriesBefore = 0);
@@ -72,7 +74,7 @@ class MemoryFileSystem final : public FileSystem {
   Errors Stat(const std::string& path, FileStat& stat) const override;
   std::unique_ptr<FileReader> Open(const std::string& path, Errors& failure) const override;
   std::unique_ptr<Folder> OpenFolder(const std::string& folder, Errors& failure) const override;
-  std::string Resolved(const std::string& path) const override;  // a link at its end alone
+  std::string Resolved(const std::string& path) const override;
   std::size_t OpenLimit() const override;
   CacheState Cached(const std::string& path) const override;
   void ReadAhead(const std::string& path, std::int64_t offset, std::int64_t length) const override;

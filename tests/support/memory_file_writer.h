@@ -1,6 +1,7 @@
 // Writes the program's own files into a file system in memory.
 #pragma once
 
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -19,22 +20,35 @@ class MemoryFileWriter final : public FileWriter {
 
   Errors Replace(const std::string& path, std::string_view bytes) const override {
     if (failure_ != Errors::None) return failure_;
+    const std::string target = files_.Resolved(path);
     FileStat stat;
-    if (files_.Stat(path, stat) == Errors::None) {
-      if (stat.kind != EntryKind::File) return Errors::PathAccess;
-      files_.SetContent(path, std::string(bytes));
-    } else {
-      files_.MakeFile(path, std::string(bytes));
-    }
+    const Errors found = files_.Stat(target, stat);
+    if (found == Errors::FileNotFound) return MakeFile(target, bytes);
+    if (found != Errors::None) return found;
+    if (stat.kind != EntryKind::File) return Errors::PathAccess;
+    if (files_.IsReadOnly(target)) return Errors::PermissionDenied;
+    files_.SetContent(target, std::string(bytes));
     return Errors::None;
   }
 
   Errors MakeFolder(const std::string& folder) const override {
-    if (failure_ == Errors::None) files_.MakeFolder(folder);
-    return failure_;
+    if (failure_ != Errors::None) return failure_;
+    try {
+      files_.MakeFolder(folder);
+      return Errors::None;
+    } catch (const std::logic_error&) {
+      return Errors::PathAccess;  // something else stands in the way
+    }
   }
 
  private:
+  Errors MakeFile(const std::string& path, std::string_view bytes) const {
+    FileStat folder;
+    const Errors found = files_.Stat(std::string(GetFolderOf(path, files_.Style())), folder);
+    if (found == Errors::None) files_.MakeFile(path, std::string(bytes));
+    return found;
+  }
+
   MemoryFileSystem& files_;
   Errors failure_ = Errors::None;
 };

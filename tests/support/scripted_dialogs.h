@@ -28,14 +28,14 @@ class ScriptedDialogs final : public Dialogs {
     EXPECT_TRUE(files.empty()) << "never asked for a file";
   }
 
-  BoxAnswer MessageBox(const std::string& text, BoxIcon icon, const std::string& title, BoxButtons buttons) override {
+  BoxAnswer MessageBox(const BoxText& text, BoxIcon icon, const std::string& title, BoxButtons buttons) override {
     if (boxes.empty()) {
-      ADD_FAILURE() << "unexpected box: " << title << ": " << text;
+      ADD_FAILURE() << "unexpected box: " << title << ": " << text.Whole();
       return BoxAnswer::Ok;
     }
     const Box box = boxes.front();
     boxes.pop_front();
-    EXPECT_EQ(text, box.text);
+    EXPECT_EQ(text.Whole(), box.text);
     EXPECT_EQ(title, box.title);
     EXPECT_EQ(icon, box.icon);
     EXPECT_EQ(buttons, box.buttons);

@@ -6,9 +6,11 @@
 
 #include <array>
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <memory>
 #include <string_view>
+#include <system_error>
 
 namespace tresmor {
 
@@ -39,6 +41,19 @@ bool IsDisk(const Mount& mount) {
   return mount.device.starts_with("/dev/") && mount.device != "/dev/fuse" && !compactDisc && !overNetwork;
 }
 
+// `block` is a device's folder in sysfs, or a link to it. A volume that was put together of others, by the device
+// mapper or as an array, lies on all of these, and they may be such volumes again.
+bool LiesOnRemovable(const std::filesystem::path& block) {
+  std::error_code none;
+  const std::filesystem::path disk = std::filesystem::exists(block / "partition", none) ? block / ".." : block;
+  char flag = '0';
+  if (std::ifstream(disk / "removable") >> flag && flag == '1') return true;
+  for (const auto& slave : std::filesystem::directory_iterator(disk / "slaves", none)) {
+    if (LiesOnRemovable(slave.path())) return true;
+  }
+  return false;
+}
+
 }  // namespace
 
 bool IsFixedDisk(const std::string& mounts, const std::string& root,
@@ -50,17 +65,14 @@ bool IsFixedDisk(const std::string& mounts, const std::string& root,
   return IsDisk(mount) && !removable(mount.device);
 }
 
-bool IsRemovableDevice(const std::string& device) {
+std::string BlockNumber(const std::string& device) {
   struct stat info {};
-  if (stat(device.c_str(), &info) != 0 || !S_ISBLK(info.st_mode)) return false;
-  const std::string block =
-      "/sys/dev/block/" + std::to_string(major(info.st_rdev)) + ":" + std::to_string(minor(info.st_rdev));
-  // A partition hasn't the file, but its disk above it.
-  for (const char* const file : {"/removable", "/../removable"}) {
-    char flag = '0';
-    if (std::ifstream(block + file) >> flag && flag == '1') return true;
-  }
-  return false;
+  if (stat(device.c_str(), &info) != 0 || !S_ISBLK(info.st_mode)) return "";
+  return std::to_string(major(info.st_rdev)) + ":" + std::to_string(minor(info.st_rdev));
+}
+
+bool IsRemovable(const std::string& sysfs, const std::string& number) {
+  return !number.empty() && LiesOnRemovable(sysfs + "/dev/block/" + number);
 }
 
 }  // namespace tresmor

@@ -12,7 +12,11 @@ namespace tresmor {
 bool IsFixedDisk(const std::string& mounts, const std::string& root,
                  const std::function<bool(const std::string& device)>& removable);
 
-// Whether the kernel says that the disk of a block device can be taken out.
-bool IsRemovableDevice(const std::string& device);
+// By which the kernel knows the block device at a path: "8:1". Empty for what is none.
+std::string BlockNumber(const std::string& device);
+
+// Whether the kernel says that the disk of a block device can be taken out, or one of the disks that a mapped volume
+// lies on. Its account of devices stands in the folder `sysfs`. False where it doesn't tell.
+bool IsRemovable(const std::string& sysfs, const std::string& number);
 
 }  // namespace tresmor

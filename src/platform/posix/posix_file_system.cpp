@@ -3,7 +3,6 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <limits.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -14,6 +13,7 @@
 #include <cstring>
 #include <limits>
 
+#include "platform/posix/open_limit.h"
 #include "platform/posix/pseudo_file_system.h"
 #include "platform/posix/short_path.h"
 
@@ -206,13 +206,7 @@ class PosixFolder final : public Folder {
   const Descriptor folder_;
 };
 
-std::size_t RaiseOpenLimit() {
-  rlimit limit{};
-  if (getrlimit(RLIMIT_NOFILE, &limit) != 0) return kFewestFiles;
-  rlimit raised{limit.rlim_max, limit.rlim_max};
-  if (setrlimit(RLIMIT_NOFILE, &raised) != 0) raised = limit;
-  return std::max(static_cast<std::size_t>(raised.rlim_cur), kFewestFiles + kOtherNeeds) - kOtherNeeds;
-}
+std::size_t FilesToOpen() { return std::max(RaiseOpenLimit(), kFewestFiles + kOtherNeeds) - kOtherNeeds; }
 
 void GrowDescriptorTable(std::size_t limit) {
   const Descriptor any(open("/", O_PATH | O_CLOEXEC));
@@ -227,7 +221,7 @@ std::string TrashHome() {
 
 }  // namespace
 
-PosixFileSystem::PosixFileSystem() : openLimit_(RaiseOpenLimit()), trashHome_(TrashHome()) {
+PosixFileSystem::PosixFileSystem() : openLimit_(FilesToOpen()), trashHome_(TrashHome()) {
   GrowDescriptorTable(openLimit_);
 }
 

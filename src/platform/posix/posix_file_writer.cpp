@@ -4,10 +4,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
-#include <filesystem>
-#include <system_error>
+#include <random>
+#include <utility>
 
 #include "base/path.h"
 #include "platform/posix/short_path.h"
@@ -16,28 +17,30 @@ namespace tresmor {
 
 namespace {
 
-Errors WriteFailure(int error) {
-  switch (error) {
-    case ENOSPC:
-    case EDQUOT:
-      return Errors::DiskFull;
-    case EROFS:
-      return Errors::PermissionDenied;
-    case EISDIR:
-      return Errors::PathAccess;
-    default:
-      return PathFailure(error);
-  }
+// The folder that holds the file at `path`.
+Descriptor OpenFolderOf(const std::string& path, Errors& failure) {
+  std::string folder(GetFolderOf(path, PathStyle::Posix()));
+  if (folder.empty()) folder = ".";
+  const ShortPath at(folder);
+  failure = at.Failure();
+  if (failure != Errors::None) return Descriptor();
+  Descriptor opened(openat(at.Folder(), at.Rest(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+  if (!opened.IsOpen()) failure = WriteFailure(errno);
+  return opened;
 }
 
 // A new file beside the one that it is to replace; gone at the end unless it has taken its place.
 class NewFile {
  public:
-  explicit NewFile(const std::string& folder) : path_(folder + ".tresmor-XXXXXX") {
-    file_ = Descriptor(mkostemp(path_.data(), O_CLOEXEC));
+  explicit NewFile(int folder) : folder_(folder) {
+    std::random_device random;
+    do {
+      name_ = ".tresmor-" + std::to_string(random());
+      file_ = Descriptor(openat(folder, name_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+    } while (!file_.IsOpen() && errno == EEXIST);
   }
   ~NewFile() {
-    if (file_.IsOpen() && !placed_) unlink(path_.c_str());
+    if (file_.IsOpen() && !placed_) unlinkat(folder_, name_.c_str(), 0);
   }
   NewFile(const NewFile&) = delete;
   NewFile& operator=(const NewFile&) = delete;
@@ -61,14 +64,15 @@ class NewFile {
   void SetMode(mode_t mode) { fchmod(file_.Number(), mode); }
 
   // On disk before the name is, or a crash could leave an empty file under it.
-  bool Place(const std::string& at) {
+  bool Place(const std::string& name) {
     if (fsync(file_.Number()) != 0) return false;
-    placed_ = rename(path_.c_str(), at.c_str()) == 0;
+    placed_ = renameat(folder_, name_.c_str(), folder_, name.c_str()) == 0;
     return placed_;
   }
 
  private:
-  std::string path_;
+  const int folder_;
+  std::string name_;
   Descriptor file_;
   bool placed_ = false;
 };
@@ -79,9 +83,13 @@ unsigned NewFileMode() {
   return 0666 & ~mask;
 }
 
-void FlushFolder(const std::string& folder) {
-  const Descriptor opened(open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+void FlushFolder(int folder) {
+  const Descriptor opened(openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (opened.IsOpen()) fsync(opened.Number());
+}
+
+Descriptor StepInto(const Descriptor& folder, const std::string& name) {
+  return Descriptor(openat(folder.Number(), name.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
 }
 
 }  // namespace
@@ -91,29 +99,45 @@ PosixFileWriter::PosixFileWriter() : newFileMode_(NewFileMode()) {}
 Errors PosixFileWriter::Replace(const std::string& path, std::string_view bytes) const {
   if (path.empty() || path.find('\0') != std::string::npos) return Errors::BadFileName;
   const std::string target = ResolveLinks(path);
+  Errors failure = Errors::None;
+  const Descriptor folder = OpenFolderOf(target, failure);
+  if (!folder.IsOpen()) return failure;
+  const std::string name(GetFileNameOf(target, PathStyle::Posix()));
+  if (name.empty()) return Errors::PathAccess;
   struct stat old {};
-  const bool exists = lstat(target.c_str(), &old) == 0;
+  const bool exists = fstatat(folder.Number(), name.c_str(), &old, AT_SYMLINK_NOFOLLOW) == 0;
   if (exists && !S_ISREG(old.st_mode)) return Errors::PathAccess;
-  if (exists && access(target.c_str(), W_OK) != 0) return WriteFailure(errno);
-  const std::string folder(GetFolderOf(target, PathStyle::Posix()));
-  NewFile file(folder);
+  if (exists && faccessat(folder.Number(), name.c_str(), W_OK, 0) != 0) return WriteFailure(errno);
+  NewFile file(folder.Number());
   if (!file.IsOpen()) return WriteFailure(errno);
   if (exists) {
     file.TakeAfter(old);
   } else {
     file.SetMode(newFileMode_);
   }
-  if (!file.Write(bytes) || !file.Place(target)) return WriteFailure(errno);
-  FlushFolder(folder);
+  if (!file.Write(bytes) || !file.Place(name)) return WriteFailure(errno);
+  FlushFolder(folder.Number());
   return Errors::None;
 }
 
+// Name by name, so that the path may be of any length.
 Errors PosixFileWriter::MakeFolder(const std::string& folder) const {
-  std::error_code error;
-  std::filesystem::create_directories(folder, error);
-  std::error_code none;
-  if (!error || std::filesystem::is_directory(folder, none)) return Errors::None;
-  return WriteFailure(error.value());
+  if (folder.find('\0') != std::string::npos) return Errors::BadFileName;
+  Descriptor at(open(folder.starts_with('/') ? "/" : ".", O_PATH | O_DIRECTORY | O_CLOEXEC));
+  if (!at.IsOpen()) return WriteFailure(errno);
+  for (std::size_t begin = 0; begin < folder.size();) {
+    const std::size_t end = std::min(folder.find('/', begin), folder.size());
+    const std::string name = folder.substr(begin, end - begin);
+    begin = end + 1;
+    if (name.empty()) continue;
+    Descriptor next = StepInto(at, name);
+    if (!next.IsOpen() && errno == ENOENT && (mkdirat(at.Number(), name.c_str(), 0777) == 0 || errno == EEXIST)) {
+      next = StepInto(at, name);
+    }
+    if (!next.IsOpen()) return WriteFailure(errno);
+    at = std::move(next);
+  }
+  return Errors::None;
 }
 
 }  // namespace tresmor

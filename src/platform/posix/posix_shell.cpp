@@ -14,6 +14,7 @@ namespace tresmor {
 namespace {
 
 constexpr char kOpener[] = "xdg-open";
+constexpr unsigned kAnswerSeconds = 5;  // a file manager may have to be started first
 
 // Everything but letters, digits and the separator as "%HH": neither a URI nor the commands below see any other mark.
 std::string FileUri(std::string_view path) {
@@ -31,14 +32,14 @@ std::string FileUri(std::string_view path) {
   return uri;
 }
 
-// The file manager's call, by either of two programs.
+// The file manager's call, by either of two programs, which wait for its answer.
 std::vector<Command> PropertyCommands(const std::string& uri) {
   const std::string manager = "org.freedesktop.FileManager1";
   const std::string object = "/org/freedesktop/FileManager1";
   const std::string method = manager + ".ShowItemProperties";
   return {{"gdbus", "call", "--session", "--dest", manager, "--object-path", object, "--method", method,
            "['" + uri + "']", ""},
-          {"dbus-send", "--session", "--type=method_call", "--dest=" + manager, object, method, "array:string:" + uri,
+          {"dbus-send", "--session", "--print-reply", "--dest=" + manager, object, method, "array:string:" + uri,
            "string:"}};
 }
 
@@ -55,7 +56,8 @@ void PosixShell::ShellOpen(const std::string& path) const {
 }
 
 bool PosixShell::IsLocalDrive(const std::string& root) const {
-  return IsFixedDisk("/proc/self/mounts", root, IsRemovableDevice);
+  return IsFixedDisk("/proc/self/mounts", root,
+                     [](const std::string& device) { return IsRemovable("/sys", BlockNumber(device)); });
 }
 
 std::string PosixShell::spFolder(int number) const {
@@ -79,10 +81,10 @@ void PosixShell::OpenUrl(const std::string& target) const {
   RunDetached({{kOpener, target}}, "/");
 }
 
-void PosixShell::ShowFileProp(const std::string& file) const {
+bool PosixShell::ShowFileProp(const std::string& file) const {
   std::error_code failure;
   const auto path = std::filesystem::absolute(file, failure);
-  if (!failure) RunDetached(PropertyCommands(FileUri(path.string())), "/");
+  return !failure && RunToEnd(PropertyCommands(FileUri(path.string())), "/", kAnswerSeconds);
 }
 
 }  // namespace tresmor

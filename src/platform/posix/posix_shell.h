@@ -16,7 +16,8 @@ class PosixShell final : public Shell {
   std::string spFolder(int number) const override;
   std::string DefaultEditor() const override;
   void OpenUrl(const std::string& target) const override;
-  void ShowFileProp(const std::string& file) const override;
+  // The file manager's, over D-Bus.
+  bool ShowFileProp(const std::string& file) const override;
 };
 
 }  // namespace tresmor

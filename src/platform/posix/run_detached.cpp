@@ -7,17 +7,22 @@
 #include <cerrno>
 #include <csignal>
 
+#include "platform/posix/open_limit.h"
+
 namespace tresmor {
 
 namespace {
 
 using Words = std::vector<char*>;
 
-Words WordsOf(const Command& command) {
-  Words words;
-  for (const std::string& word : command) words.push_back(const_cast<char*>(word.c_str()));  // execvp writes nothing
-  words.push_back(nullptr);
-  return words;
+std::vector<Words> WordsOf(const std::vector<Command>& commands) {
+  std::vector<Words> all;
+  for (const Command& command : commands) {
+    Words& words = all.emplace_back();
+    for (const std::string& word : command) words.push_back(const_cast<char*>(word.c_str()));  // execvp writes nothing
+    words.push_back(nullptr);
+  }
+  return all;
 }
 
 // In the new process, where nothing may be called that takes memory or a lock.
@@ -25,7 +30,8 @@ Words WordsOf(const Command& command) {
   sigset_t none;
   sigemptyset(&none);
   sigprocmask(SIG_SETMASK, &none, nullptr);
-  std::signal(SIGPIPE, SIG_DFL);
+  for (const int number : {SIGPIPE, SIGALRM}) std::signal(number, SIG_DFL);
+  PutBackOpenLimit();
   const int nothing = open("/dev/null", O_RDWR);
   for (int stream = 0; stream <= STDERR_FILENO; ++stream) dup2(nothing, stream);
   if (nothing > STDERR_FILENO) close(nothing);
@@ -35,11 +41,19 @@ Words WordsOf(const Command& command) {
   _exit(127);
 }
 
+// The status with which a process ended, -1 if it can't be told.
+int WaitFor(pid_t process) {
+  int status = -1;
+  while (waitpid(process, &status, 0) < 0) {
+    if (errno != EINTR) return -1;
+  }
+  return status;
+}
+
 }  // namespace
 
 void RunDetached(const std::vector<Command>& commands, const std::string& folder) {
-  std::vector<Words> words;
-  for (const Command& command : commands) words.push_back(WordsOf(command));
+  const std::vector<Words> words = WordsOf(commands);
   const pid_t between = fork();
   if (between == 0) {
     // This one ends at once, which hands the program over to the system.
@@ -47,9 +61,18 @@ void RunDetached(const std::vector<Command>& commands, const std::string& folder
     if (fork() == 0) Become(words, folder.c_str());
     _exit(0);
   }
-  if (between < 0) return;
-  while (waitpid(between, nullptr, 0) < 0 && errno == EINTR) {
+  if (between > 0) WaitFor(between);
+}
+
+bool RunToEnd(const std::vector<Command>& commands, const std::string& folder, unsigned seconds) {
+  const std::vector<Words> words = WordsOf(commands);
+  const pid_t program = fork();
+  if (program == 0) {
+    setsid();
+    alarm(seconds);  // stays set for what the process becomes
+    Become(words, folder.c_str());
   }
+  return program > 0 && WaitFor(program) == 0;
 }
 
 }  // namespace tresmor

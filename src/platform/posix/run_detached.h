@@ -1,4 +1,4 @@
-// Programs that go on by themselves.
+// Other programs.
 #pragma once
 
 #include <string>
@@ -10,7 +10,12 @@ namespace tresmor {
 using Command = std::vector<std::string>;
 
 // Starts the first of `commands` that can be started, without a shell, in `folder`, with nothing to read and nowhere to
-// write. Doesn't wait for it and leaves nothing to be cleared away when it ends. Says nothing of a failure. Any thread.
+// write and the limit of open files that this one was started with. Doesn't wait for it and leaves nothing to be
+// cleared away when it ends. Says nothing of a failure. Any thread.
 void RunDetached(const std::vector<Command>& commands, const std::string& folder);
+
+// Starts one in the same way and waits for its end: true if it ended with status 0. One that takes longer than
+// `seconds` is ended. Any thread but the interface thread, which it would hold up.
+bool RunToEnd(const std::vector<Command>& commands, const std::string& folder, unsigned seconds);
 
 }  // namespace tresmor

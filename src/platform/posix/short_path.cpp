@@ -5,9 +5,16 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
+
+#include "base/path.h"
 
 namespace tresmor {
+
+namespace {
+
+constexpr int kMostLinks = 40;  // as many as the kernel follows
+
+}  // namespace
 
 Descriptor::~Descriptor() {
   if (IsOpen()) close(number_);
@@ -38,12 +45,33 @@ Errors PathFailure(int error) {
   }
 }
 
+Errors WriteFailure(int error) {
+  switch (error) {
+    case ENOSPC:
+    case EDQUOT:
+      return Errors::DiskFull;
+    case EROFS:
+      return Errors::PermissionDenied;
+    case EISDIR:
+      return Errors::PathAccess;
+    default:
+      return PathFailure(error);
+  }
+}
+
 std::string ResolveLinks(const std::string& path) {
-  char* const resolved = realpath(path.c_str(), nullptr);
-  if (resolved == nullptr) return path;
-  std::string target = resolved;
-  std::free(resolved);
-  return target;
+  std::string at = path;
+  for (int links = 0; links < kMostLinks; ++links) {
+    const ShortPath place(at);
+    if (place.Failure() != Errors::None) return path;
+    char target[PATH_MAX];
+    const ssize_t length = readlinkat(place.Folder(), place.Rest(), target, sizeof target);
+    if (length < 0) return errno == EINVAL ? at : path;  // something else than a link, or nothing at all
+    std::string next(target, static_cast<std::size_t>(length));
+    if (!next.starts_with('/')) next.insert(0, GetFolderOf(at, PathStyle::Posix()));
+    at = std::move(next);
+  }
+  return path;
 }
 
 ShortPath::ShortPath(const std::string& path) : rest_(path.c_str()) {

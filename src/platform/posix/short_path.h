@@ -29,7 +29,10 @@ class Descriptor {
 // What a failed call's errno means for a path.
 Errors PathFailure(int error);
 
-// Where the links on `path` lead; `path` itself if they lead nowhere.
+// The same of a call that makes or changes a file.
+Errors WriteFailure(int error);
+
+// Where `path` leads if its last name is a link, and on through further links; `path` itself if they lead nowhere.
 std::string ResolveLinks(const std::string& path);
 
 // `path` as a folder and a rest that is short enough for the "at" calls. A long path costs a descriptor and a call for

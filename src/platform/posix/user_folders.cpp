@@ -78,11 +78,7 @@ UserFolders FindUserFolders() {
 }
 
 std::string FindSettingsFile(const UserFolders& folders) {
-  if (folders.config.empty()) return "";
-  std::string path = folders.config + "/tresmor/tresmor.ini";
-  std::error_code failure;
-  const auto resolved = std::filesystem::weakly_canonical(path, failure);
-  return failure ? path : resolved.string();
+  return folders.config.empty() ? "" : folders.config + "/tresmor/tresmor.ini";
 }
 
 std::string FindUserFolder(const UserFolders& folders, std::string_view name, std::string_view usual) {

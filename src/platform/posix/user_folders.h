@@ -15,8 +15,7 @@ struct UserFolders {
 // From the environment, else from the system's list of users.
 UserFolders FindUserFolders();
 
-// The file of the program's settings, at the end of any links that lead to it. It needn't be there. Empty without a
-// folder for it.
+// The file of the program's settings. It needn't be there, and may be a link. Empty without a folder for it.
 std::string FindSettingsFile(const UserFolders& folders);
 
 // The folder of a name such as "DESKTOP": what the user's list of folders says, else `usual`, which is a folder's name

@@ -1,0 +1,218 @@
+// What events of the result lists set off, and the commands over their rows.
+#include "shell/result_page.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "desk/bind_timer.h"
+#include "desk/scripted_event_queue.h"
+#include "results/rows.h"
+#include "search/scope_row.h"
+#include "support/fake_shell.h"
+
+namespace tresmor {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class ResultPageTest : public testing::Test {
+ protected:
+  ResultPageTest() { BindTimer(frm.tmrUpdate, events); }
+
+  void Add(ResultList kind, const std::string& name) {
+    Finding finding;
+    finding.name = name;
+    finding.folder = "/data/";
+    AddResultItem(frm.results.List(kind), finding);
+  }
+  void Add(const std::string& name) { Add(ResultList::ZeroSize, name); }
+  std::string Marks() const {
+    std::string marks;
+    for (std::int32_t row = 1; row <= zero.Count(); ++row) marks += zero.Checked(row) ? 'x' : '-';
+    return marks;
+  }
+  void Log(const std::string& what) {
+    log.push_back(what + " " + Marks() + (frm.tmrUpdate.Enabled() ? " counting" : ""));
+  }
+
+  tests::ScriptedEventQueue events;
+  FrmMain frm;
+  ListView& zero = frm.results.List(ResultList::ZeroSize);
+  FakeShell shell;
+  bool goesOn = true;
+  // What went out, with the marks of the first list and whether a count was due by then.
+  std::vector<std::string> log;
+  ResultPage page{frm,
+                  {.shell = shell,
+                   .GuardedMsg =
+                       [this](GuardedId id) {
+                         Log(kGuardedMessages[id].Key);
+                         return goesOn;
+                       },
+                   .Preview = [this] { Log("preview"); },
+                   .OpenFile = [this] { Log("open"); },
+                   .PopUp = [this](Menu& menu) { Log(&menu == &frm.mnuFile ? "mnuFile" : "other menu"); }}};
+};
+
+TEST_F(ResultPageTest, ClicksAndTicksAskForACountOnce) {
+  for (ListView& lst : frm.results.lstResult) {
+    for (const auto& event : {lst.OnClick, lst.OnItemClick, lst.OnItemCheck}) {
+      frm.tmrUpdate.Enabled = false;
+      event();
+      EXPECT_TRUE(frm.tmrUpdate.Enabled());
+    }
+  }
+}
+
+TEST_F(ResultPageTest, ATimerThatRunsIsNotStartedAnew) {
+  zero.OnClick();
+  ASSERT_EQ(events.timers.size(), 1U);
+  const auto timer = events.timers.begin()->first;
+  zero.OnItemCheck();
+  zero.OnItemClick();
+  page.mnuClearMarks();
+  ASSERT_EQ(events.timers.size(), 1U);
+  EXPECT_EQ(events.timers.begin()->first, timer);
+  events.Tick();
+  EXPECT_TRUE(events.timers.empty());
+  EXPECT_EQ(frm.msgBar.Text(), "0 files (0 Bytes) marked, 0 files (0 Bytes) selected, out of 0 files.");
+}
+
+TEST_F(ResultPageTest, AClickOnARowPreviewsItAndADoubleClickOpensIt) {
+  zero.OnClick();
+  EXPECT_THAT(log, IsEmpty());
+  frm.tmrUpdate.Enabled = false;
+  zero.OnItemClick();
+  EXPECT_THAT(log, ElementsAre("preview "));
+  frm.tmrUpdate.Enabled = false;
+  zero.OnDblClick();
+  EXPECT_THAT(log, ElementsAre("preview ", "open "));
+  EXPECT_FALSE(frm.tmrUpdate.Enabled());
+}
+
+TEST_F(ResultPageTest, AClickOnAHeaderSortsAndTurnsTheDirectionOver) {
+  for (const char* name : {"b", "c", "a"}) Add(name);
+  zero.OnColumnClick(1);
+  EXPECT_EQ(zero.Cell(1, kNameItem), "c");
+  EXPECT_EQ(zero.Column(1).text, "v Name");
+  zero.OnColumnClick(1);
+  EXPECT_EQ(zero.Cell(1, kNameItem), "a");
+  EXPECT_FALSE(frm.tmrUpdate.Enabled());
+}
+
+TEST_F(ResultPageTest, SortingVersionsShowsTheHourglassMeanwhile) {
+  Add("a");
+  std::vector<PointerShape> shapes;
+  zero.Listen([&](const Notice& notice) {
+    if (notice.what == Notice::What::SortKey && notice.when == Notice::When::After) {
+      shapes.push_back(frm.pointer.Shape());
+    }
+  });
+  zero.OnColumnClick(kVersionItem + 1);
+  zero.OnColumnClick(kDateItem + 1);
+  EXPECT_THAT(shapes, ElementsAre(PointerShape::Hourglass, PointerShape::Default));
+  EXPECT_EQ(frm.pointer.Shape(), PointerShape::Default);
+}
+
+TEST_F(ResultPageTest, ARightClickOpensTheMenuWithAndWithoutARow) {
+  zero.OnMouseUp(MouseButton::Right);
+  Add("a");
+  zero.OnMouseUp(MouseButton::Right);
+  zero.OnMouseUp(MouseButton::Left);
+  zero.OnMouseUp(MouseButton::Middle);
+  EXPECT_THAT(log, ElementsAre("mnuFile ", "mnuFile -"));
+}
+
+TEST_F(ResultPageTest, MarkingAllComesBeforeTheReminderAndStaysWhateverItsAnswer) {
+  for (const char* name : {"a", "b"}) Add(name);
+  Add(ResultList::Duplicates, "c");
+  goesOn = false;
+  page.mnuMarkAll();
+  EXPECT_THAT(log, ElementsAre("DontShowTipOrgNDup xx counting"));
+  EXPECT_EQ(Marks(), "xx");
+  EXPECT_FALSE(frm.results.List(ResultList::Duplicates).Checked(1));
+}
+
+TEST_F(ResultPageTest, MarksTheSelectedRows) {
+  for (const char* name : {"a", "b"}) Add(name);
+  zero.SetChecked(1, true);
+  zero.SetSelected(2, true);
+  page.mnuMarkSelected();
+  EXPECT_EQ(Marks(), "xx");
+  EXPECT_THAT(log, IsEmpty());
+}
+
+TEST_F(ResultPageTest, MarkingNoSelectionChangesNothingAndStillAsksForACount) {
+  for (const char* name : {"a", "b"}) Add(name);
+  page.mnuMarkSelected();
+  EXPECT_EQ(Marks(), "--");
+  EXPECT_TRUE(frm.tmrUpdate.Enabled());
+}
+
+TEST_F(ResultPageTest, ClearsAllMarksWithoutAWord) {
+  for (const char* name : {"a", "b"}) Add(name);
+  zero.SetChecked(2, true);
+  page.mnuClearMarks();
+  EXPECT_EQ(Marks(), "--");
+  EXPECT_TRUE(frm.tmrUpdate.Enabled());
+  EXPECT_THAT(log, IsEmpty());
+}
+
+TEST_F(ResultPageTest, ClearingTheMarksOfAnEmptyListShowsNothing) {
+  int notices = 0;
+  zero.Listen([&](const Notice&) { ++notices; });
+  page.mnuClearMarks();
+  EXPECT_EQ(notices, 0);
+  EXPECT_THAT(log, IsEmpty());
+  EXPECT_EQ(frm.msgBar.Text(), kReadyText);
+}
+
+TEST_F(ResultPageTest, ShowsThePropertiesAndTheFolderOfTheSelectedItem) {
+  for (const char* name : {"a", "b"}) Add(name);
+  Add(ResultList::Duplicates, "c");
+  frm.results.List(ResultList::Duplicates).SetSelected(1, true);
+  zero.SetSelected(1, true);
+  zero.SetSelected(2, true);
+  page.mnuPropPage();
+  EXPECT_THAT(shell.shown, ElementsAre("/data/b"));
+  page.mnuOpenFolder();
+  EXPECT_THAT(shell.opened, ElementsAre("/data/"));
+  EXPECT_FALSE(frm.tmrUpdate.Enabled());
+}
+
+TEST_F(ResultPageTest, WithoutASelectedItemNothingIsShownOrOpened) {
+  page.mnuPropPage();
+  page.mnuOpenFolder();
+  Add("a");
+  zero.SetChecked(1, true);
+  page.mnuPropPage();
+  page.mnuOpenFolder();
+  EXPECT_THAT(shell.shown, IsEmpty());
+  EXPECT_THAT(shell.opened, IsEmpty());
+  EXPECT_THAT(log, IsEmpty());
+}
+
+TEST(ListTips, TellOfScopeRowsAndOfResultsByOneRememberedRow) {
+  FrmMain frm;
+  const Options options;
+  HoveredRow hovered;
+  ListTip tip{hovered, {}};
+  BindListTips(frm, options, tip);
+  frm.lstPath.SetSmallIcon(frm.lstPath.AddRow("/out/"), ScopeRow::kExcluded);
+  for (ListView& lst : frm.results.lstResult) {
+    lst.AddRow("file");
+    frm.lstPath.OnMouseMove(1);
+    EXPECT_EQ(tip.texts[&frm.lstPath], "Path: /out/\r\nExclude: Yes");
+    lst.OnMouseMove(1);
+    EXPECT_EQ(tip.texts[&lst], "Name: file");
+    frm.lstPath.OnMouseMove(0);
+    EXPECT_EQ(tip.texts[&frm.lstPath], "");
+  }
+}
+
+}  // namespace
+}  // namespace tresmor
