@@ -99,21 +99,21 @@ TEST_F(FileWriterTest, PathsMayBeRelative) {
   EXPECT_EQ(Content("folder/below/file"), "y");
 }
 
-TEST(WriteFailure, AFullDiskIsTold) {
+TEST(PathFailure, AFullDiskIsTold) {
   const int full = open("/dev/full", O_WRONLY | O_CLOEXEC);
   ASSERT_GE(full, 0);
   EXPECT_EQ(write(full, "x", 1), -1);
-  EXPECT_EQ(WriteFailure(errno), Errors::DiskFull);
+  EXPECT_EQ(PathFailure(errno), Errors::DiskFull);
   close(full);
-  EXPECT_EQ(WriteFailure(EDQUOT), Errors::DiskFull);
+  EXPECT_EQ(PathFailure(EDQUOT), Errors::DiskFull);
 }
 
-TEST(WriteFailure, OtherReasonsAreThoseOfPaths) {
-  EXPECT_EQ(WriteFailure(EROFS), Errors::PermissionDenied);
-  EXPECT_EQ(WriteFailure(EACCES), Errors::PermissionDenied);
-  EXPECT_EQ(WriteFailure(EISDIR), Errors::PathAccess);
-  EXPECT_EQ(WriteFailure(ENOENT), Errors::FileNotFound);
-  EXPECT_EQ(WriteFailure(EIO), Errors::Device);
+TEST(PathFailure, TellsWhyWritingFails) {
+  EXPECT_EQ(PathFailure(EROFS), Errors::PermissionDenied);
+  EXPECT_EQ(PathFailure(EACCES), Errors::PermissionDenied);
+  EXPECT_EQ(PathFailure(EISDIR), Errors::PathAccess);
+  EXPECT_EQ(PathFailure(ENOENT), Errors::FileNotFound);
+  EXPECT_EQ(PathFailure(EIO), Errors::Device);
 }
 
 // A limit on the size of files cuts the writing short, as a full disk would.
@@ -127,7 +127,7 @@ TEST_F(FileWriterTest, FailureLeavesTheOldFileAndNothingElse) {
   const Errors failure = writer_.Replace(At("file"), std::string(5000, 'x'));
   setrlimit(RLIMIT_FSIZE, &before);
   std::signal(SIGXFSZ, handler);
-  EXPECT_EQ(failure, Errors::Device);
+  EXPECT_EQ(failure, Errors::DiskFull);
   EXPECT_EQ(Content("file"), "old");
   EXPECT_THAT(Names(), ElementsAre("file"));
 }

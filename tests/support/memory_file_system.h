@@ -52,6 +52,13 @@ class MemoryFileSystem final : public FileSystem {
   bool IsReadOnly(const std::string& path) const;
   void SetForbidden(const std::string& folder);  // as if on a pseudo file system
 
+  // The steps that MemoryFileChanges is made of. They follow links on the way, give failures as the ports do, and are
+  // not recorded.
+  Errors Look(const std::string& path, FileStat& stat) const;
+  Errors Add(const std::string& path, EntryKind kind);  // an empty file or folder, in a folder that is there
+  Errors Move(const std::string& from, const std::string& to);
+  Errors Drop(const std::string& path);  // a folder only if it is empty
+
   // Failures, each until it is set again; Errors::None ends it. They go with the file, not with the path.
   void FailList(const std::string& path, Errors failure, std::size_t entriesBefore = 0);
   void FailStat(const std::string& path, Errors failure);
@@ -106,6 +113,9 @@ class MemoryFileSystem final : public FileSystem {
   NodePtr Get(const std::string& path, LastLink lastLink = LastLink::Stay) const;
   NodePtr GetFile(const std::string& path) const;
   NodePtr FolderFor(std::string_view path);
+  Errors FindFree(const std::string& path, NodePtr& folder) const;
+  void Unlink(const NodePtr& folder, std::string_view name);
+  void Link(const NodePtr& folder, std::string_view name, NodePtr node);
   void Put(const std::string& path, NodePtr node);
   NodePtr NewNode(EntryKind kind);
   void Touch(Node& node);

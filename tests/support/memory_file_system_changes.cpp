@@ -157,6 +157,77 @@ void MemoryFileSystem::SetForbidden(const std::string& folder) {
   Get(folder)->forbidden = true;
 }
 
+// --- Changing as the ports do
+
+Errors MemoryFileSystem::Look(const std::string& path, FileStat& stat) const {
+  const std::lock_guard lock(mutex_);
+  Place place;
+  const Errors failure = Find(path, LastLink::Stay, place);
+  return failure == Errors::None ? StatOf(place, stat) : failure;
+}
+
+// The folder that `path` would stand in; a failure if it isn't there or the name is taken.
+Errors MemoryFileSystem::FindFree(const std::string& path, NodePtr& folder) const {
+  Place place;
+  if (const Errors failure = Find(path, LastLink::Stay, place); failure != Errors::FileNotFound) {
+    return failure == Errors::None ? Errors::FileExists : failure;
+  }
+  const Errors failure = Find(GetFolderOf(path, style_), LastLink::Follow, place);
+  folder = place.node;
+  return failure;
+}
+
+void MemoryFileSystem::Link(const NodePtr& folder, std::string_view name, NodePtr node) {
+  folder->byKey[style_.Key(name)] =
+      folder->children.insert(folder->children.end(), {std::move(node), std::string(name)});
+}
+
+void MemoryFileSystem::Unlink(const NodePtr& folder, std::string_view name) {
+  const auto found = folder->byKey.find(style_.Key(name));
+  folder->children.erase(found->second);
+  folder->byKey.erase(found);
+}
+
+Errors MemoryFileSystem::Add(const std::string& path, EntryKind kind) {
+  const std::lock_guard lock(mutex_);
+  NodePtr folder;
+  const Errors failure = FindFree(path, folder);
+  if (failure == Errors::None) Link(folder, GetFileNameOf(path, style_), NewNode(kind));
+  return failure;
+}
+
+Errors MemoryFileSystem::Move(const std::string& from, const std::string& to) {
+  const std::lock_guard lock(mutex_);
+  Place source;
+  if (const Errors failure = Find(from, LastLink::Stay, source); failure != Errors::None) return failure;
+  NodePtr folder;
+  if (const Errors failure = FindFree(to, folder); failure != Errors::None) return failure;
+  if (style_.StartsWith(to, AddTail(from, style_.Tail()))) return Errors::PathAccess;
+  Place oldFolder;
+  if (const Errors failure = Find(GetFolderOf(from, style_), LastLink::Follow, oldFolder); failure != Errors::None) {
+    return failure;
+  }
+  Unlink(oldFolder.node, source.name);
+  Link(folder, GetFileNameOf(to, style_), source.node);
+  Touch(*source.node);
+  return Errors::None;
+}
+
+Errors MemoryFileSystem::Drop(const std::string& path) {
+  const std::lock_guard lock(mutex_);
+  Place place;
+  if (const Errors failure = Find(path, LastLink::Stay, place); failure != Errors::None) return failure;
+  if (!place.node->children.empty()) return Errors::PathAccess;
+  Place folder;
+  if (const Errors failure = Find(GetFolderOf(path, style_), LastLink::Follow, folder); failure != Errors::None) {
+    return failure;
+  }
+  Unlink(folder.node, place.name);
+  --place.node->links;
+  Touch(*place.node);
+  return Errors::None;
+}
+
 // --- Failing and watching
 
 void MemoryFileSystem::FailList(const std::string& path, Errors failure, std::size_t entriesBefore) {

@@ -9,13 +9,15 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 #include <limits>
 
 #include "platform/posix/open_limit.h"
 #include "platform/posix/pseudo_file_system.h"
+#include "platform/posix/regular_file.h"
 #include "platform/posix/short_path.h"
+#include "platform/posix/trash_folder.h"
+#include "platform/posix/user_folders.h"
 
 namespace tresmor {
 
@@ -111,29 +113,6 @@ Errors ReadEntries(int folder, FolderListing& listing) {
   }
 }
 
-// A search asks for what it saw to be a file a moment ago, so a look in front of each open would cost a tenth of a
-// search for nothing. Against what took its place stand the flags, which neither follow nor wait, and the look at what
-// was opened.
-Descriptor OpenFileAt(int folder, const char* path, struct stat& info, Errors& failure) {
-  Descriptor file(openat(folder, path, O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC));
-  failure = Errors::None;
-  if (!file.IsOpen() || fstat(file.Number(), &info) != 0) {
-    failure = PathFailure(errno);
-    return Descriptor();
-  }
-  if (!S_ISREG(info.st_mode)) {
-    failure = Errors::PathAccess;
-    return Descriptor();
-  }
-  return file;
-}
-
-Descriptor OpenFile(const std::string& path, struct stat& info, Errors& failure) {
-  const ShortPath at(path);
-  failure = at.Failure();
-  return failure == Errors::None ? OpenFileAt(at.Folder(), at.Rest(), info, failure) : Descriptor();
-}
-
 Errors StatAt(int folder, const char* path, bool hidden, FileStat& stat) {
   struct stat info {};
   if (fstatat(folder, path, &info, AT_SYMLINK_NOFOLLOW) != 0) return PathFailure(errno);
@@ -147,21 +126,7 @@ class PosixFileReader final : public FileReader {
 
   std::int64_t Size() const override { return size_; }
 
-  Result ReadAt(std::int64_t offset, std::span<char> into) override {
-    Result result;
-    while (result.got < into.size()) {
-      const ssize_t got = pread(file_.Number(), into.data() + result.got, into.size() - result.got,
-                                offset + static_cast<std::int64_t>(result.got));
-      if (got == 0) break;
-      if (got > 0) {
-        result.got += static_cast<std::size_t>(got);
-      } else if (errno != EINTR) {
-        result.failure = errno == EACCES || errno == EPERM ? Errors::PermissionDenied : Errors::Device;
-        break;
-      }
-    }
-    return result;
-  }
+  Result ReadAt(std::int64_t offset, std::span<char> into) override { return ReadFully(file_.Number(), offset, into); }
 
  private:
   const Descriptor file_;
@@ -198,7 +163,7 @@ class PosixFolder final : public Folder {
     failure = Errors::BadFileName;
     if (!ended.Fits()) return nullptr;
     struct stat info {};
-    Descriptor file = OpenFileAt(folder_.Number(), ended.Text(), info, failure);
+    Descriptor file = OpenRegularFileAt(folder_.Number(), ended.Text(), info, failure);
     return file.IsOpen() ? std::make_unique<PosixFileReader>(std::move(file), info.st_size) : nullptr;
   }
 
@@ -214,14 +179,9 @@ void GrowDescriptorTable(std::size_t limit) {
   const Descriptor last(fcntl(any.Number(), F_DUPFD_CLOEXEC, static_cast<int>(std::min(limit, kTableSize) - 1)));
 }
 
-std::string TrashHome() {
-  const char* data = std::getenv("XDG_DATA_HOME");
-  return data != nullptr && *data == '/' ? AddTail(data, "/") + "Trash" : std::string();
-}
-
 }  // namespace
 
-PosixFileSystem::PosixFileSystem() : openLimit_(FilesToOpen()), trashHome_(TrashHome()) {
+PosixFileSystem::PosixFileSystem() : openLimit_(FilesToOpen()), trashHome_(HomeTrash(FindUserFolders())) {
   GrowDescriptorTable(openLimit_);
 }
 
@@ -254,7 +214,7 @@ Errors PosixFileSystem::Stat(const std::string& path, FileStat& stat) const {
 
 std::unique_ptr<FileReader> PosixFileSystem::Open(const std::string& path, Errors& failure) const {
   struct stat info {};
-  Descriptor file = OpenFile(path, info, failure);
+  Descriptor file = OpenRegularFile(path, info, failure);
   return file.IsOpen() ? std::make_unique<PosixFileReader>(std::move(file), info.st_size) : nullptr;
 }
 
@@ -278,7 +238,7 @@ CacheState PosixFileSystem::Cached(const std::string& path) const {
   };
   struct stat info {};
   Errors failure = Errors::None;
-  const Descriptor file = OpenFile(path, info, failure);
+  const Descriptor file = OpenRegularFile(path, info, failure);
   if (!file.IsOpen() || info.st_size == 0) return CacheState::Unknown;
   Range first{0, 1};
   Pages pages{};
@@ -289,18 +249,10 @@ CacheState PosixFileSystem::Cached(const std::string& path) const {
 void PosixFileSystem::ReadAhead(const std::string& path, std::int64_t offset, std::int64_t length) const {
   struct stat info {};
   Errors failure = Errors::None;
-  const Descriptor file = OpenFile(path, info, failure);
+  const Descriptor file = OpenRegularFile(path, info, failure);
   if (file.IsOpen()) posix_fadvise(file.Number(), offset, length, POSIX_FADV_WILLNEED);
 }
 
-bool PosixFileSystem::IsTrash(std::string_view folder) const {
-  while (folder.ends_with('/')) folder.remove_suffix(1);
-  if (!trashHome_.empty() && folder == trashHome_) return true;
-  if (folder.ends_with("/.local/share/Trash")) return true;
-  const std::string_view name = GetFileNameOf(folder, Style());
-  constexpr std::string_view perUser = ".Trash-";
-  if (!name.starts_with(perUser)) return name == ".Trash";
-  return name.size() > perUser.size() && name.find_first_not_of("0123456789", perUser.size()) == std::string_view::npos;
-}
+bool PosixFileSystem::IsTrash(std::string_view folder) const { return IsTrashFolder(folder, trashHome_); }
 
 }  // namespace tresmor

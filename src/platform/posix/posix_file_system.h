@@ -21,13 +21,12 @@ class PosixFileSystem final : public FileSystem {
   std::size_t OpenLimit() const override { return openLimit_; }
   CacheState Cached(const std::string& path) const override;
   void ReadAhead(const std::string& path, std::int64_t offset, std::int64_t length) const override;
-  // By the name of the folder itself ("Trash" in a ".local/share", ".Trash", ".Trash-1000"): folders inside a trash
-  // folder are none, so that a walk can start there.
+  // By the name of the folder itself: folders inside a trash folder are none, so that a walk can start there.
   bool IsTrash(std::string_view folder) const override;
 
  private:
   std::size_t openLimit_ = 0;
-  std::string trashHome_;  // of this user, where the desktop was told to keep it elsewhere; else empty
+  std::string trashHome_;  // of this user; empty without a home
 };
 
 }  // namespace tresmor

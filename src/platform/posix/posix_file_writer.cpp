@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "base/path.h"
+#include "platform/posix/regular_file.h"
 #include "platform/posix/short_path.h"
 
 namespace tresmor {
@@ -25,7 +26,7 @@ Descriptor OpenFolderOf(const std::string& path, Errors& failure) {
   failure = at.Failure();
   if (failure != Errors::None) return Descriptor();
   Descriptor opened(openat(at.Folder(), at.Rest(), O_PATH | O_DIRECTORY | O_CLOEXEC));
-  if (!opened.IsOpen()) failure = WriteFailure(errno);
+  if (!opened.IsOpen()) failure = PathFailure(errno);
   return opened;
 }
 
@@ -47,14 +48,7 @@ class NewFile {
 
   bool IsOpen() const { return file_.IsOpen(); }
 
-  bool Write(std::string_view bytes) {
-    while (!bytes.empty()) {
-      const ssize_t written = write(file_.Number(), bytes.data(), bytes.size());
-      if (written < 0 && errno != EINTR) return false;
-      if (written > 0) bytes.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return true;
-  }
+  bool Write(std::string_view bytes) { return WriteFully(file_.Number(), 0, bytes); }
 
   // As far as the file system has such things: a stick for cameras has none, and its files can be written all the same.
   void TakeAfter(const struct stat& old) {
@@ -107,15 +101,15 @@ Errors PosixFileWriter::Replace(const std::string& path, std::string_view bytes)
   struct stat old {};
   const bool exists = fstatat(folder.Number(), name.c_str(), &old, AT_SYMLINK_NOFOLLOW) == 0;
   if (exists && !S_ISREG(old.st_mode)) return Errors::PathAccess;
-  if (exists && faccessat(folder.Number(), name.c_str(), W_OK, 0) != 0) return WriteFailure(errno);
+  if (exists && faccessat(folder.Number(), name.c_str(), W_OK, 0) != 0) return PathFailure(errno);
   NewFile file(folder.Number());
-  if (!file.IsOpen()) return WriteFailure(errno);
+  if (!file.IsOpen()) return PathFailure(errno);
   if (exists) {
     file.TakeAfter(old);
   } else {
     file.SetMode(newFileMode_);
   }
-  if (!file.Write(bytes) || !file.Place(name)) return WriteFailure(errno);
+  if (!file.Write(bytes) || !file.Place(name)) return PathFailure(errno);
   FlushFolder(folder.Number());
   return Errors::None;
 }
@@ -124,7 +118,7 @@ Errors PosixFileWriter::Replace(const std::string& path, std::string_view bytes)
 Errors PosixFileWriter::MakeFolder(const std::string& folder) const {
   if (folder.find('\0') != std::string::npos) return Errors::BadFileName;
   Descriptor at(open(folder.starts_with('/') ? "/" : ".", O_PATH | O_DIRECTORY | O_CLOEXEC));
-  if (!at.IsOpen()) return WriteFailure(errno);
+  if (!at.IsOpen()) return PathFailure(errno);
   for (std::size_t begin = 0; begin < folder.size();) {
     const std::size_t end = std::min(folder.find('/', begin), folder.size());
     const std::string name = folder.substr(begin, end - begin);
@@ -134,7 +128,7 @@ Errors PosixFileWriter::MakeFolder(const std::string& folder) const {
     if (!next.IsOpen() && errno == ENOENT && (mkdirat(at.Number(), name.c_str(), 0777) == 0 || errno == EEXIST)) {
       next = StepInto(at, name);
     }
-    if (!next.IsOpen()) return WriteFailure(errno);
+    if (!next.IsOpen()) return PathFailure(errno);
     at = std::move(next);
   }
   return Errors::None;

@@ -27,6 +27,7 @@ Errors PathFailure(int error) {
       return Errors::FileNotFound;
     case EACCES:
     case EPERM:
+    case EROFS:
     case EAGAIN:
       return Errors::PermissionDenied;  // EAGAIN: another program holds a lease on the file
     case ENAMETOOLONG:
@@ -37,25 +38,22 @@ Errors PathFailure(int error) {
     case ENFILE:
       return Errors::TooManyFiles;
     case ENOTDIR:
+    case EISDIR:
+    case ENOTEMPTY:
+    case EBUSY:
     case ELOOP:
     case ENXIO:
-      return Errors::PathAccess;
-    default:
-      return Errors::Device;
-  }
-}
-
-Errors WriteFailure(int error) {
-  switch (error) {
+      return Errors::PathAccess;  // EBUSY: a disk is mounted there
+    case EEXIST:
+      return Errors::FileExists;
+    case EXDEV:
+      return Errors::DifferentDrive;
     case ENOSPC:
     case EDQUOT:
-      return Errors::DiskFull;
-    case EROFS:
-      return Errors::PermissionDenied;
-    case EISDIR:
-      return Errors::PathAccess;
+    case EFBIG:
+      return Errors::DiskFull;  // EFBIG: all that the file system takes in one file
     default:
-      return PathFailure(error);
+      return Errors::Device;
   }
 }
 

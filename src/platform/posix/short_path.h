@@ -29,9 +29,6 @@ class Descriptor {
 // What a failed call's errno means for a path.
 Errors PathFailure(int error);
 
-// The same of a call that makes or changes a file.
-Errors WriteFailure(int error);
-
 // Where `path` leads if its last name is a link, and on through further links; `path` itself if they lead nowhere.
 std::string ResolveLinks(const std::string& path);
 

@@ -74,6 +74,8 @@ UserFolders FindUserFolders() {
   if (folders.home.empty()) folders.home = HomeOfUser();
   folders.config = FolderVariable("XDG_CONFIG_HOME");
   if (folders.config.empty() && !folders.home.empty()) folders.config = folders.home + "/.config";
+  folders.data = FolderVariable("XDG_DATA_HOME");
+  if (folders.data.empty() && !folders.home.empty()) folders.data = folders.home + "/.local/share";
   return folders;
 }
 

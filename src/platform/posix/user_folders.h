@@ -10,6 +10,7 @@ namespace tresmor {
 struct UserFolders {
   std::string home;
   std::string config;  // what programs are set to
+  std::string data{};  // what programs keep, the trash among it
 };
 
 // From the environment, else from the system's list of users.

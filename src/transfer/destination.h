@@ -1,0 +1,38 @@
+// Folders that files are put into: made where they are missing, and never entered through a link below the one that
+// the user chose.
+#pragma once
+
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+#include "platform/file_changes.h"
+#include "platform/file_system.h"
+#include "transfer/trouble.h"
+
+namespace tresmor {
+
+// Lives as long as one operation: a folder that was found once is not looked at again. One thread.
+class Destination {
+ public:
+  Destination(const FileSystem& files, FileChanges& changes) : files_(files), changes_(changes) {}
+
+  // Makes sure that there is a folder at `folder`; links on the way to it are followed.
+  Trouble Enter(const std::string& folder);
+  // The same for a folder that is `base` or lies below it: from there on links are refused.
+  Trouble EnterBelow(const std::string& folder, const std::string& base);
+
+  // Waits until the entries of a folder that was entered are on the disk, those of folders above it that had to be made
+  // too.
+  Errors Flush(const std::string& folder);
+
+ private:
+  Errors Make(const std::string& folder);
+
+  const FileSystem& files_;
+  FileChanges& changes_;
+  std::unordered_set<std::string> entered_;
+  std::vector<std::string> unflushed_;  // folders that others were made in, the upper before the lower
+};
+
+}  // namespace tresmor

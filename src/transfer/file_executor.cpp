@@ -1,0 +1,47 @@
+#include "transfer/file_executor.h"
+
+#include <chrono>
+#include <memory>
+#include <utility>
+
+#include "transfer/delete_file.h"
+#include "transfer/operation_run.h"
+#include "transfer/transfer_file.h"
+#include "transfer/trash_file.h"
+
+namespace tresmor {
+
+namespace {
+
+std::unique_ptr<PathOperation> MakeOperation(const ShFileOpStruct& operation, const TransferTools& tools,
+                                             const OperationPlan& plan, OperationRun& run) {
+  if (operation.wFunc == FO_DELETE && operation.fFlags & FOF_ALLOWUNDO) return std::make_unique<TrashFile>(tools);
+  if (operation.wFunc == FO_DELETE) return std::make_unique<DeleteFile>(tools);
+  const AfterCopy after = operation.wFunc == FO_MOVE ? AfterCopy::RemoveSource : AfterCopy::KeepSource;
+  const OnCollision onCollision = operation.fFlags & FOF_RENAMEONCOLLISION ? OnCollision::Rename : OnCollision::Fail;
+  return std::make_unique<TransferFile>(tools, after, plan.base, onCollision,
+                                        [&run](std::int64_t bytes) { return run.Passed(bytes); });
+}
+
+}  // namespace
+
+std::int64_t SystemSeconds() {
+  return std::chrono::duration_cast<std::chrono::seconds>(std::chrono::system_clock::now().time_since_epoch()).count();
+}
+
+FileExecutor::FileExecutor(const FileSystem& files, FileChanges& changes, TrashPlaces& trash, UndoLog& log,
+                           std::function<std::int64_t()> now)
+    : names_(files.Style()), tools_{files, changes, trash, log, names_, std::move(now)} {}
+
+OperationResult FileExecutor::ShFileOperation(const ShFileOpStruct& operation, OperationWatch& watch) {
+  const OperationPlan plan = MakePlan(operation, tools_.files.Style());
+  if (plan.trouble) return {plan.trouble.code, "Nothing was done: " + plan.trouble.reason + "."};
+  const bool asks = operation.wFunc == FO_DELETE && (operation.fFlags & FOF_NOCONFIRMATION) == 0;
+  if (asks && !watch.Confirm(operation, static_cast<std::int64_t>(plan.items.size()))) {
+    return {OperationCode::Cancelled, "Cancelled: nothing was deleted."};
+  }
+  OperationRun run(tools_, plan, watch);
+  return run.Run(*MakeOperation(operation, tools_, plan, run));
+}
+
+}  // namespace tresmor

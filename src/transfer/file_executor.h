@@ -1,0 +1,32 @@
+// Deletes, moves and copies files: FileOperations over the ports of single steps.
+//
+// Whatever fails, and wherever the program or the machine is stopped, each file's bytes stand somewhere whole; nothing
+// that exists is ever replaced.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+#include "platform/file_operations.h"
+#include "transfer/path_operation.h"
+
+namespace tresmor {
+
+// Seconds since 1970 UTC by the system's clock.
+std::int64_t SystemSeconds();
+
+class FileExecutor final : public FileOperations {
+ public:
+  // What it is given has to outlive it.
+  FileExecutor(const FileSystem& files, FileChanges& changes, TrashPlaces& trash, UndoLog& log,
+               std::function<std::int64_t()> now = SystemSeconds);
+
+  void BeginUndoStep() override { tools_.log.Begin(); }
+  OperationResult ShFileOperation(const ShFileOpStruct& operation, OperationWatch& watch) override;
+
+ private:
+  FreeNames names_;
+  const TransferTools tools_;
+};
+
+}  // namespace tresmor

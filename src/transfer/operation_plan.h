@@ -1,0 +1,38 @@
+// What one call asks for, path by path.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/path.h"
+#include "platform/file_operations.h"
+#include "transfer/trouble.h"
+
+namespace tresmor {
+
+struct PlanItem {
+  std::string from;  // without a separator at its end
+  // The name that it is to get; none of both for a delete. No separator at the folder's end but for the root, and none
+  // doubled below OperationPlan::base.
+  std::string folder;
+  std::string name;
+  Trouble trouble;  // keeps it from being tried
+};
+
+struct OperationPlan {
+  std::vector<PlanItem> items;  // each path once
+  std::string base;             // the destination; all folders are it or lie below it
+  Trouble trouble;              // keeps all from being tried
+};
+
+OperationPlan MakePlan(const ShFileOpStruct& operation, PathStyle style);
+
+// "/d/name" of "/d" or "/d/" and "name".
+std::string JoinPath(std::string_view folder, std::string_view name, PathStyle style);
+// The folder that `path` stands in, without a separator at its end but for the root.
+std::string ParentOf(std::string_view path, PathStyle style);
+// Whether `path` lies below `folder`.
+bool LiesBelow(std::string_view path, std::string_view folder, PathStyle style);
+
+}  // namespace tresmor

@@ -1,0 +1,51 @@
+// Moves and copies files. A move on one disk is a rename; to another disk it is a copy whose source is removed when the
+// copy is complete and on the disk.
+#pragma once
+
+#include "transfer/file_copier.h"
+#include "transfer/path_operation.h"
+
+namespace tresmor {
+
+enum class OnCollision { Fail, Rename };
+
+class TransferFile final : public PathOperation {
+ public:
+  // Told of bytes that were copied; false ends it.
+  using Passed = std::function<bool(std::int64_t bytes)>;
+
+  TransferFile(const TransferTools& tools, AfterCopy after, std::string base, OnCollision onCollision, Passed passed)
+      : tools_(tools),
+        after_(after),
+        base_(std::move(base)),
+        onCollision_(onCollision),
+        passed_(std::move(passed)),
+        destination_(tools.files, tools.changes),
+        copier_(tools.files, tools.changes, destination_) {}
+
+  const char* Done() const override { return Moves() ? "moved" : "copied"; }
+  bool Undoable() const override { return Moves(); }
+  Trouble Prepare(Task& task) override;
+  Trouble Perform(Task& task) override;
+
+ private:
+  class Client;
+
+  bool Moves() const { return after_ == AfterCopy::RemoveSource; }
+  Trouble CheckKind(const Task& task) const;
+  bool IsTaken(const Task& task, const std::string& name) const;
+  bool IsItself(const Task& task) const;
+  // Renames `what`; FileExists is met with another name where that is allowed.
+  Errors Put(Task& task, const std::string& what, Trouble& trouble);
+  Trouble Correct(const Task& task);
+
+  const TransferTools& tools_;
+  const AfterCopy after_;
+  const std::string base_;
+  const OnCollision onCollision_;
+  const Passed passed_;
+  Destination destination_;
+  FileCopier copier_;
+};
+
+}  // namespace tresmor

@@ -1,0 +1,92 @@
+#include "transfer/trash_file.h"
+
+#include "transfer/trash_info.h"
+
+namespace tresmor {
+
+namespace {
+
+constexpr std::string_view kInfoTail = ".trashinfo";
+
+std::string PathIn(const TrashPlace& place, std::string_view kind, std::string_view name, PathStyle style) {
+  return JoinPath(JoinPath(place.folder, kind, style), name, style);
+}
+
+std::string InfoPath(const TrashPlace& place, const std::string& name, PathStyle style) {
+  return PathIn(place, "info", name, style).append(kInfoTail);
+}
+
+}  // namespace
+
+FreeNames::Wish TrashFile::WishFor(const Task& task, const TrashPlace& place) const {
+  const PathStyle style = tools_.files.Style();
+  return {place.folder, std::string(GetFileNameOf(task.item->from, style)), kLongestName - kInfoTail.size()};
+}
+
+FreeNames::Taken TrashFile::TakenIn(const TrashPlace& place) const {
+  return [this, place](const std::string& name) {
+    const PathStyle style = tools_.files.Style();
+    FileStat stat;
+    return tools_.files.Stat(PathIn(place, "files", name, style), stat) == Errors::None ||
+           tools_.files.Stat(InfoPath(place, name, style), stat) == Errors::None;
+  };
+}
+
+void TrashFile::SetPlace(Task& task, const TrashPlace& place, const std::string& name) const {
+  task.entry.to = PathIn(place, "files", name, tools_.files.Style());
+  task.entry.trashInfo = InfoPath(place, name, tools_.files.Style());
+}
+
+Trouble TrashFile::Prepare(Task& task) {
+  task.trash = tools_.trash.Places(task.item->from);
+  if (task.trash.empty()) return {OperationCode::NoTrash, "its disk has no trash"};
+  const TrashPlace& place = task.trash.front();
+  if (LiesBelow(AddTail(place.folder, tools_.files.Style().Tail()), task.item->from, tools_.files.Style())) {
+    return {OperationCode::SameFile, "the trash itself lies in it"};
+  }
+  SetPlace(task, place, tools_.names.Pick(WishFor(task, place), TakenIn(place)));
+  return {};
+}
+
+// FileExists where another name is needed. Other failures are told in `trouble`.
+Errors TrashFile::Put(const Task& task, const TrashPlace& place, Trouble& trouble) {
+  const UndoEntry& entry = task.entry;
+  const std::string info = TrashInfo(entry.from, place, tools_.now(), tools_.files.Style());
+  Errors failure = tools_.changes.Create(entry.trashInfo, info);
+  trouble = TargetTrouble(failure, place.folder);
+  if (failure != Errors::None) return failure;
+  failure = tools_.changes.Rename(entry.from, entry.to);
+  if (failure == Errors::None) return failure;
+  tools_.changes.Remove(entry.trashInfo);
+  trouble = failure == Errors::DifferentDrive ? Trouble{OperationCode::NoTrash, "its disk has no trash"}
+                                              : RenameTrouble(failure, tools_.files, entry.from, entry.to);
+  return failure;
+}
+
+Trouble TrashFile::PutInto(Task& task, const TrashPlace& place) {
+  Trouble trouble;
+  while (Put(task, place, trouble) == Errors::FileExists) {
+    SetPlace(task, place, tools_.names.Next(WishFor(task, place), TakenIn(place)));
+    const Errors failure = tools_.log.Correct(task.entry);
+    if (failure != Errors::None) return TargetTrouble(failure, tools_.log.Path());
+  }
+  return trouble;
+}
+
+Trouble TrashFile::Perform(Task& task) {
+  Trouble first;
+  for (const TrashPlace& place : task.trash) {
+    const bool prepared = LiesBelow(task.entry.to, place.folder, tools_.files.Style());
+    if (!prepared) {
+      SetPlace(task, place, tools_.names.Pick(WishFor(task, place), TakenIn(place)));
+      const Errors failure = tools_.log.Correct(task.entry);
+      if (failure != Errors::None) return TargetTrouble(failure, tools_.log.Path());
+    }
+    const Trouble trouble = PutInto(task, place);
+    if (!trouble) return {};
+    if (!first) first = trouble;
+  }
+  return first;
+}
+
+}  // namespace tresmor

@@ -1,0 +1,27 @@
+// Why a path could not be worked on, for the result of an operation.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "base/failure.h"
+#include "platform/file_operations.h"
+#include "platform/file_system.h"
+
+namespace tresmor {
+
+struct Trouble {
+  OperationCode code = OperationCode::Done;
+  std::string reason;  // the end of a sentence that names the path, without its full stop
+  explicit operator bool() const { return code != OperationCode::Done; }
+};
+
+// A failure that is about the path that is worked on itself.
+Trouble SourceTrouble(Errors failure);
+// One that is about another place, which the reason names: a folder, a disk, a file of the program.
+Trouble TargetTrouble(Errors failure, std::string_view place);
+
+// One of giving `from` the place `to`.
+Trouble RenameTrouble(Errors failure, const FileSystem& files, const std::string& from, const std::string& to);
+
+}  // namespace tresmor

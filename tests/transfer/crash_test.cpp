@@ -1,0 +1,274 @@
+// Stops each operation after every single step that it takes, and lets every single step fail.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <set>
+
+#include "transfer/transfer_world.h"
+
+namespace tresmor {
+
+namespace {
+
+using Files = std::map<std::string, std::string>;
+using Crash = MemoryFileChanges::Crash;
+
+struct Scenario {
+  const char* name;
+  ShFileOpStruct operation;
+  bool undone = false;                 // what is watched is the undoing of it
+  std::set<std::string> losable = {};  // bytes that the user wants gone
+};
+
+void PrintTo(const Scenario& scenario, std::ostream* out) { *out << scenario.name; }
+
+// Every file has bytes of its own, so that each can be told from all others wherever it is.
+void Fill(Disks& disks) {
+  const auto make = [&](const std::string& path) { disks.files.MakeFile(path, "the bytes of " + path); };
+  for (const char* path :
+       {"/a/one.txt", "/a/two.txt", "/b/one.txt", "/b/deep/three", "/keep/one.txt", "/keep/x/one.txt", "/usb/one.txt",
+        "/usb/photos/four", "/usb/keep/one.txt", "/full/five", "/full/in/six", "/home/me/Trash/files/two.txt"}) {
+    make(path);
+  }
+}
+
+std::vector<Scenario> Scenarios() {
+  const Paths some = {"/a/one.txt", "/a/two.txt", "/b/one.txt", "/b/deep/three"};
+  const Paths below = {"/keep/x/one.txt", "/keep/y/z/two.txt", "/keep/x/one.txt", "/keep/y/three"};
+  const Paths belowUsb = {"/usb/keep/x/one.txt", "/usb/keep/y/z/two.txt", "/usb/keep/x/one.txt", "/usb/keep/y/three"};
+  std::vector<Scenario> all = {
+      {"Trash", TrashThese(some)},
+      {"TrashOfTwoDisks", TrashThese({"/usb/one.txt", "/a/one.txt", "/usb/photos/four"})},
+      {"TrashFolder", TrashThese({"/full/five", "/full"})},
+      {"MoveOnOneDisk", PutThese(FO_MOVE, some, "/new/folder")},
+      {"MoveWithCollisions", PutThese(FO_MOVE, some, "/keep")},
+      {"MoveWithStructure", PutTheseAt(FO_MOVE, some, below, "/keep")},
+      {"MoveAcross", PutThese(FO_MOVE, some, "/usb/new/folder")},
+      {"MoveAcrossWithCollisions", PutThese(FO_MOVE, some, "/usb/keep")},
+      {"MoveAcrossWithStructure", PutTheseAt(FO_MOVE, some, belowUsb, "/usb/keep")},
+  };
+  for (std::size_t i = 0, count = all.size(); i < count; ++i) {
+    all.push_back(all[i]);
+    all.back().undone = true;
+  }
+  for (const char* folder : {"/new/folder", "/keep", "/usb/keep"}) {
+    all.push_back({"Copy", PutThese(FO_COPY, some, folder)});
+  }
+  all.push_back({"CopyWithStructure", PutTheseAt(FO_COPY, some, belowUsb, "/usb/keep")});
+  all.push_back({"Delete", DeleteThese(some), false, {}});
+  for (const std::string& path : some) all.back().losable.insert("the bytes of " + path);
+  return all;
+}
+
+struct Outcome {
+  OperationCode code = OperationCode::Done;
+  std::string description;
+  std::size_t calls = 0;
+};
+
+// Builds the world, does what comes before, and lets `arm` prepare the program that is watched.
+Outcome Play(Disks& disks, const Scenario& scenario, const std::function<void(Program&)>& arm) {
+  Fill(disks);
+  if (scenario.undone) {
+    Program before(disks);
+    EXPECT_EQ(before.Do(scenario.operation).code, OperationCode::Done);
+  }
+  Program program(disks);
+  program.changes.SetPiece(10);
+  arm(program);
+  Outcome outcome;
+  try {
+    if (scenario.undone) {
+      const UndoResult result = program.Undone();
+      outcome.description = result.left.empty() ? result.trouble : result.left.front().reason;
+    } else {
+      const OperationResult result = program.Do(scenario.operation);
+      outcome.code = result.code;
+      outcome.description = result.description;
+    }
+  } catch (const MemoryCrash&) {
+  }
+  outcome.calls = program.changes.Calls().size();
+  return outcome;
+}
+
+std::set<std::string> Contents(const Disks& disks) {
+  std::set<std::string> contents;
+  for (const auto& [path, bytes] : AllFiles(disks.files)) contents.insert(bytes);
+  return contents;
+}
+
+const std::set<std::string>& AtFirst() {
+  static const std::set<std::string> contents = [] {
+    Disks disks;
+    Fill(disks);
+    return Contents(disks);
+  }();
+  return contents;
+}
+
+std::set<std::string> MustLast(const Scenario& scenario) {
+  std::set<std::string> contents = AtFirst();
+  for (const std::string& bytes : scenario.losable) contents.erase(bytes);
+  return contents;
+}
+
+testing::AssertionResult HasAll(const Disks& disks, const std::set<std::string>& wanted) {
+  const std::set<std::string> there = Contents(disks);
+  for (const std::string& bytes : wanted) {
+    if (!there.contains(bytes)) return testing::AssertionFailure() << "lost: " << bytes;
+  }
+  return testing::AssertionSuccess();
+}
+
+// What stands under a name of the user's is whole: copies that are not have names of their own.
+testing::AssertionResult NothingHalf(const Disks& disks) {
+  for (const auto& [path, bytes] : AllFiles(disks.files)) {
+    const bool own = path.ends_with(".part") || path.ends_with(".trashinfo") || path.starts_with("/home/me/state/");
+    if (!own && !AtFirst().contains(bytes)) return testing::AssertionFailure() << path << " holds " << bytes;
+  }
+  return testing::AssertionSuccess();
+}
+
+// Files that no operation names must not even have moved.
+testing::AssertionResult Untouched(const Disks& disks) {
+  const Files files = AllFiles(disks.files);
+  for (const char* path : {"/keep/one.txt", "/keep/x/one.txt", "/usb/keep/one.txt", "/home/me/Trash/files/two.txt"}) {
+    const auto found = files.find(path);
+    if (found == files.end() || found->second != "the bytes of " + std::string(path)) {
+      return testing::AssertionFailure() << "replaced: " << path;
+    }
+  }
+  return testing::AssertionSuccess();
+}
+
+// After an undo everything stands where it stood at first.
+testing::AssertionResult AllBack(const Disks& disks) {
+  const Files files = AllFiles(disks.files);
+  for (const std::string& bytes : AtFirst()) {
+    const auto found = files.find(bytes.substr(std::string_view("the bytes of ").size()));
+    if (found == files.end() || found->second != bytes) return testing::AssertionFailure() << "not back: " << bytes;
+  }
+  return testing::AssertionSuccess();
+}
+
+class CrashTest : public testing::TestWithParam<Scenario> {};
+
+TEST_P(CrashTest, AfterEveryStepAllBytesAreSomewhereAndUndoKeepsThem) {
+  const Scenario& scenario = GetParam();
+  const std::set<std::string> wanted = MustLast(scenario);
+  int cases = 0;
+  for (const Crash crash : {Crash::OfProgram, Crash::OfMachine, Crash::OfMachineKeepNames}) {
+    Disks whole;
+    const std::size_t calls = Play(whole, scenario, [](Program&) {}).calls;
+    ASSERT_GT(calls, 2U);
+    for (std::size_t call = 1; call <= calls; ++call, ++cases) {
+      SCOPED_TRACE(testing::Message() << "crash " << static_cast<int>(crash) << " after step " << call);
+      Disks disks;
+      Play(disks, scenario, [&](Program& program) { program.changes.CrashAfter(call, crash); });
+      ASSERT_TRUE(HasAll(disks, wanted));
+      ASSERT_TRUE(NothingHalf(disks));
+      ASSERT_TRUE(Untouched(disks));
+      Program(disks).Undone();
+      ASSERT_TRUE(HasAll(disks, wanted));
+      ASSERT_TRUE(Untouched(disks));
+      const bool logged =
+          crash == Crash::OfProgram && scenario.losable.empty();  // a crash of the machine takes the log
+      ASSERT_TRUE(!logged || AllBack(disks));
+    }
+  }
+  RecordProperty("cases", cases);
+}
+
+// Steps whose failure changes nothing for the user: only leftovers of the program's own, or the date at which a removal
+// reaches the disk.
+bool DoesNotMatter(const MemoryFileChanges::Call& call, const std::string& source) {
+  using Op = MemoryFileChanges::Op;
+  if (call.op == Op::Remove) return call.path.ends_with(".trashinfo") || call.path.ends_with(".part");
+  return call.op == Op::FlushFolder && call.path == source;
+}
+
+TEST_P(CrashTest, EveryStepMayFail) {
+  const Scenario& scenario = GetParam();
+  const std::set<std::string> wanted = MustLast(scenario);
+  Disks whole;
+  const std::size_t count = Play(whole, scenario, [](Program&) {}).calls;
+  int cases = 0;
+  int harmless = 0;
+  for (const Errors failure : {Errors::DiskFull, Errors::PermissionDenied, Errors::Device}) {
+    for (std::size_t call = 1; call <= count; ++call, ++cases) {
+      SCOPED_TRACE(testing::Message() << Describe(failure) << " at step " << call);
+      Disks disks;
+      MemoryFileChanges::Call failed;
+      std::string lastSource;
+      const Outcome outcome = Play(disks, scenario, [&](Program& program) {
+        program.changes.FailAt(call, failure);
+        program.changes.SetHook([&, number = std::size_t{0}](const MemoryFileChanges::Call& now) mutable {
+          if (++number == call) failed = now;
+          if (number < call && now.op == MemoryFileChanges::Op::Remove) lastSource = now.path;
+        });
+      });
+      ASSERT_TRUE(HasAll(disks, wanted));
+      ASSERT_TRUE(NothingHalf(disks));
+      ASSERT_TRUE(Untouched(disks));
+      const std::string folder = ParentOf(lastSource, PathStyle::Posix());
+      if (DoesNotMatter(failed, folder)) {
+        ++harmless;
+      } else {
+        EXPECT_TRUE(outcome.code != OperationCode::Done || !outcome.description.empty())
+            << static_cast<int>(failed.op) << " " << failed.path;
+        EXPECT_FALSE(outcome.description.empty());
+      }
+      Program(disks).Undone();
+      ASSERT_TRUE(HasAll(disks, wanted));
+      ASSERT_TRUE(Untouched(disks));
+      ASSERT_TRUE(!scenario.losable.empty() || AllBack(disks));
+    }
+  }
+  RecordProperty("cases", cases);
+  RecordProperty("harmless", harmless);
+}
+
+// Looks that fail must never be taken for "nothing there".
+TEST_P(CrashTest, EveryLookMayFail) {
+  const Scenario& scenario = GetParam();
+  const std::set<std::string> wanted = MustLast(scenario);
+  std::size_t number = 0;
+  int cases = 0;
+  for (std::size_t look = 1, looks = 1; look <= looks; ++look, ++cases) {
+    SCOPED_TRACE(testing::Message() << "look " << look);
+    Disks disks;
+    std::string failing;
+    number = 0;
+    Play(disks, scenario, [&](Program& program) {
+      program.files.SetHook([&](const MemoryFileSystem::Call& call) {
+        if (!failing.empty()) disks.files.FailStat(failing, Errors::None);
+        failing.clear();
+        if (call.op != MemoryFileSystem::Op::Stat || ++number != look) return;
+        FileStat stat;
+        if (disks.files.Look(call.path, stat) != Errors::None) return;
+        failing = call.path;
+        disks.files.FailStat(failing, Errors::Device);
+      });
+    });
+    disks.files.SetHook({});
+    if (!failing.empty()) disks.files.FailStat(failing, Errors::None);
+    looks = std::max(looks, number);
+    ASSERT_TRUE(HasAll(disks, wanted));
+    ASSERT_TRUE(NothingHalf(disks));
+    ASSERT_TRUE(Untouched(disks));
+    Program(disks).Undone();
+    ASSERT_TRUE(HasAll(disks, wanted));
+    ASSERT_TRUE(!scenario.losable.empty() || AllBack(disks));
+  }
+  EXPECT_GT(cases, 3);
+  RecordProperty("cases", cases);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, CrashTest, testing::ValuesIn(Scenarios()), [](const auto& info) {
+  return std::to_string(info.index) + info.param.name + (info.param.undone ? "Undone" : "");
+});
+
+}  // namespace
+
+}  // namespace tresmor

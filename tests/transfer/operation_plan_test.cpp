@@ -1,0 +1,59 @@
+#include "transfer/operation_plan.h"
+
+#include <gtest/gtest.h>
+
+#include "transfer/transfer_world.h"
+
+namespace tresmor {
+
+namespace {
+
+constexpr PathStyle kPosix = PathStyle::Posix();
+constexpr PathStyle kWindows = PathStyle::Windows();
+
+TEST(OperationPlanTest, NamesEachPathOnce) {
+  const OperationPlan plan = MakePlan(PutThese(FO_MOVE, {"/a/x", "/a/X", "/a/x", "/b/in/"}, "/d//"), kPosix);
+  ASSERT_EQ(plan.items.size(), 3U);
+  EXPECT_EQ(plan.base, "/d");
+  EXPECT_EQ(plan.items[1].from, "/a/X");
+  EXPECT_EQ(plan.items[2].from, "/b/in");
+  EXPECT_EQ(plan.items[2].folder, "/d");
+  EXPECT_EQ(plan.items[2].name, "in");
+  EXPECT_EQ(MakePlan(DeleteThese({"C:\\a\\x", "c:\\A\\X"}), kWindows).items.size(), 1U);
+}
+
+TEST(OperationPlanTest, APathThatStandsTwiceKeepsItsOwnPlace) {
+  const OperationPlan plan =
+      MakePlan(PutTheseAt(FO_MOVE, {"/a/x", "/a/x", "/a/y"}, {"/d/1", "/d/2", "/d/3/y"}, "/d"), kPosix);
+  ASSERT_EQ(plan.items.size(), 2U);
+  EXPECT_EQ(plan.items[0].name, "1");
+  EXPECT_EQ(plan.items[1].folder, "/d/3");
+  EXPECT_EQ(plan.items[1].name, "y");
+}
+
+TEST(OperationPlanTest, DoubledSeparatorsCountOnce) {
+  const OperationPlan plan =
+      MakePlan(PutTheseAt(FO_COPY, {"\\\\srv\\share\\d\\f"}, {"D:\\keep\\\\srv\\share\\d\\f"}, "D:\\keep"), kWindows);
+  ASSERT_EQ(plan.items.size(), 1U);
+  EXPECT_FALSE(plan.items[0].trouble);
+  EXPECT_EQ(plan.items[0].folder, "D:\\keep\\srv\\share\\d");
+}
+
+TEST(OperationPlanTest, TheRootIsADestinationToo) {
+  const OperationPlan plan = MakePlan(PutThese(FO_MOVE, {"/a/x"}, "/"), kPosix);
+  ASSERT_EQ(plan.items.size(), 1U);
+  EXPECT_EQ(plan.items[0].folder, "/");
+  EXPECT_FALSE(plan.items[0].trouble);
+}
+
+TEST(OperationPlanTest, APlaceThatIsNoneIsTold) {
+  for (const char* place : {"/d", "/d/", "/d/.", "/dx/y", "/d/x/..", "/d/../d/x", "d/x"}) {
+    const OperationPlan plan = MakePlan(PutTheseAt(FO_MOVE, {"/a/x"}, {place}, "/d"), kPosix);
+    ASSERT_EQ(plan.items.size(), 1U);
+    EXPECT_EQ(plan.items[0].trouble.code, OperationCode::BadName) << place;
+  }
+}
+
+}  // namespace
+
+}  // namespace tresmor
