@@ -25,6 +25,8 @@ class FixedAnswers final : public Dialogs {
     return BoxAnswer::Yes;
   }
   std::optional<std::string> OpenFileDlg(const FileQuestion&) override { return file_; }
+  std::optional<std::string> BrowseFolder(const std::string&, const std::string&) override { return file_; }
+  std::string InputBox(const std::string&, const std::string&, const std::string&) override { return file_; }
 
  private:
   const std::string file_;

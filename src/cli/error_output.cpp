@@ -48,6 +48,10 @@ BoxAnswer ErrorOutput::MessageBox(const BoxText& text, BoxIcon, const std::strin
 
 std::optional<std::string> ErrorOutput::OpenFileDlg(const FileQuestion&) { return std::nullopt; }
 
+std::optional<std::string> ErrorOutput::BrowseFolder(const std::string&, const std::string&) { return std::nullopt; }
+
+std::string ErrorOutput::InputBox(const std::string&, const std::string&, const std::string&) { return {}; }
+
 void ErrorOutput::ShowModal(FrmMyMsgBox& form) { Say(form.lblMsg.Caption()); }
 
 void ErrorOutput::Put(std::string_view text) {

@@ -31,8 +31,10 @@ class ErrorOutput final : public Dialogs, public ModalForms {
   // Nobody is there to answer: the text is printed, with a blank for each of its own line ends, and the box counts as
   // closed.
   BoxAnswer MessageBox(const BoxText& text, BoxIcon icon, const std::string& title, BoxButtons buttons) override;
-  // Always none: paths are given as arguments here.
+  // Always cancelled: paths are given as arguments here.
   std::optional<std::string> OpenFileDlg(const FileQuestion& question) override;
+  std::optional<std::string> BrowseFolder(const std::string& title, const std::string& startDir) override;
+  std::string InputBox(const std::string& prompt, const std::string& title, const std::string& proposal) override;
   void ShowModal(FrmMyMsgBox& form) override;
 
  private:

@@ -19,6 +19,12 @@ class ExportDialogs final : public Dialogs {
     return told_.MessageBox(text, icon, title, buttons);
   }
   std::optional<std::string> OpenFileDlg(const FileQuestion& question) override { return told_.OpenFileDlg(question); }
+  std::optional<std::string> BrowseFolder(const std::string& title, const std::string& startDir) override {
+    return told_.BrowseFolder(title, startDir);
+  }
+  std::string InputBox(const std::string& prompt, const std::string& title, const std::string& proposal) override {
+    return told_.InputBox(prompt, title, proposal);
+  }
 
  private:
   Dialogs& told_;

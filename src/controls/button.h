@@ -4,27 +4,17 @@
 #include <string>
 #include <utility>
 
-#include "controls/control.h"
+#include "controls/placed_control.h"
 
 namespace tresmor {
 
 // A button. Whoever shows it calls OnClick at a click of the user; the program may call it as well.
-class Button : public Control {
+class Button : public PlacedControl {
  public:
-  // Twips.
-  struct Span {
-    float left = 0;
-    float width = 0;
-  };
-  explicit Button(std::string caption) : Button(std::move(caption), Span{}) {}
-  Button(std::string caption, Span span)
-      : Caption(*this, Notice::What::Text, std::move(caption)),
-        Left(*this, Notice::What::Place, span.left),
-        Width(*this, Notice::What::Place, span.width) {}
+  explicit Button(std::string caption, Place place = {})
+      : PlacedControl(place), Caption(*this, Notice::What::Text, std::move(caption)) {}
 
   Property<std::string> Caption;
-  Property<float> Left;
-  Property<float> Width;
   std::function<void()> OnClick;
 };
 

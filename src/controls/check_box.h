@@ -1,9 +1,10 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "base/failure.h"
-#include "controls/control.h"
+#include "controls/placed_control.h"
 
 namespace tresmor {
 
@@ -17,12 +18,14 @@ struct CheckBoxValue {
   }
 };
 
-class CheckBox : public Control {
+class CheckBox : public PlacedControl {
  public:
-  explicit CheckBox(bool ticked = false) : Value(*this, Notice::What::Value, ticked ? kTicked : kOff) {}
+  explicit CheckBox(bool ticked = false, Place place = {})
+      : PlacedControl(place), Value(*this, Notice::What::Value, ticked ? kTicked : kOff) {}
 
   bool Ticked() const { return Value() == kTicked; }
 
+  Property<std::string> Caption{*this, Notice::What::Text};
   Property<std::int16_t, CheckBoxValue> Value;
 };
 

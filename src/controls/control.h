@@ -24,6 +24,7 @@ struct Notice {
     Interval,
     BackColor,
     Place,  // where it stands and how large it is
+    Focus,  // it is to take the keys from now on
     SelectedTab,
     ListIndex,
     SortKey,

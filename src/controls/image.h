@@ -1,10 +1,13 @@
 #pragma once
 
-#include "controls/control.h"
+#include "controls/placed_control.h"
 
 namespace tresmor {
 
-// A fixed picture, of which the program only says whether it shows.
-class Image : public Control {};
+// A fixed picture, of which the program only says whether it shows and where.
+class Image : public PlacedControl {
+ public:
+  explicit Image(Place place = {}) : PlacedControl(place) {}
+};
 
 }  // namespace tresmor

@@ -2,13 +2,15 @@
 
 #include <string>
 
-#include "controls/control.h"
+#include "controls/placed_control.h"
 
 namespace tresmor {
 
 // A text that only shows.
-class Label : public Control {
+class Label : public PlacedControl {
  public:
+  explicit Label(Place place = {}) : PlacedControl(place) {}
+
   Property<std::string> Caption{*this, Notice::What::Text};
 };
 

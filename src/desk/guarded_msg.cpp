@@ -33,7 +33,8 @@ const std::array<GuardedMessage, kGuardedIds> kGuardedMessages = {{
      "completion."},
 }};
 
-FrmMyMsgBox::FrmMyMsgBox() : OKButton("OK", {kOkLeft, 1215}), cmdCancel("Cancel", {2760, 1215}) {
+FrmMyMsgBox::FrmMyMsgBox()
+    : OKButton("OK", {.left = kOkLeft, .width = 1215}), cmdCancel("Cancel", {.left = 2760, .width = 1215}) {
   Visible = false;
   OKButton.OnClick = [this] { Answer(chkDontShow.Ticked() ? kOkDontShow : kOk); };
   cmdCancel.OnClick = [this] { Answer(kCancel); };

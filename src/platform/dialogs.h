@@ -70,6 +70,13 @@ class Dialogs {
 
   // Interface thread. Asks for one file and gives its full path, none after a cancel.
   virtual std::optional<std::string> OpenFileDlg(const FileQuestion& question) = 0;
+
+  // Interface thread. Asks for a folder and gives its full path, none after a cancel. Begins at `startDir`, or as far
+  // on the way there as it exists; at the usual place if that is empty.
+  virtual std::optional<std::string> BrowseFolder(const std::string& title, const std::string& startDir) = 0;
+
+  // Interface thread. Asks for a line of text, proposing one. The texts are plain. Empty after a cancel.
+  virtual std::string InputBox(const std::string& prompt, const std::string& title, const std::string& proposal) = 0;
 };
 
 }  // namespace tresmor

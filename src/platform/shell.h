@@ -25,6 +25,15 @@ class Shell {
   virtual std::string DefaultEditor() const = 0;
   // Opens an address or a file by the desktop's default program. Doesn't wait for it; a failure shows nothing.
   virtual void OpenUrl(const std::string& target) const = 0;
+  // Starts a program on one file and doesn't wait for it; a failure shows nothing. A bare name is looked up where the
+  // system looks for programs. The file is one argument, whatever its name.
+  virtual void RunProgram(const std::string& program, const std::string& file) const = 0;
+  // Where a choice of folders begins that knows no better.
+  virtual std::string FirstFolder() const = 0;
+  // Whether a folder isn't to be removed when it is found empty: it is `destination`, a root, a mount point or the home
+  // folder, or one of these lies below it, or that can't be told. Links on the way are no matter. An empty
+  // `destination` stands for none.
+  virtual bool MustStay(const std::string& folder, const std::string& destination) const = 0;
   // Has the desktop show its own sheet of a file's properties. False if nothing there answered, so that no sheet is
   // coming. Waits up to a few seconds for the answer, not for the sheet to be closed: a job's call, never the interface
   // thread's.

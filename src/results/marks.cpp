@@ -1,7 +1,5 @@
 #include "results/marks.h"
 
-#include <vector>
-
 #include "base/number.h"
 #include "desk/event_slice.h"
 #include "results/rows.h"
@@ -90,6 +88,14 @@ void MarkGroupRange(ListView& lst, std::int32_t first, std::int32_t last, const 
   for (std::int32_t row = first; row <= last; ++row) lst.SetChecked(row, row != best);
 }
 
+std::vector<std::string> MarkedPaths(const ListView& lst) {
+  std::vector<std::string> paths;
+  for (std::int32_t row = 1; row <= lst.Count(); ++row) {
+    if (lst.Checked(row)) paths.push_back(PathOf(lst, row));
+  }
+  return paths;
+}
+
 std::string GetPrevList(const ResultLists& results) {
   constexpr int paths = 10;
   const ListView& lst = results.Shown();
@@ -103,8 +109,7 @@ std::string GetPrevList(const ResultLists& results) {
   return text;
 }
 
-void PruneMissing(ResultLists& results, const FileSystem& files, EventQueue& events) {
-  ListView& lst = results.Shown();
+void PruneMissing(ListView& lst, const FileSystem& files, EventQueue& events) {
   lst.Visible = false;
   try {
     PruneRows(lst, files, events);

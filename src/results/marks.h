@@ -1,9 +1,10 @@
-// Marks of the list on show, which are what operations on files act on, and the helpers over its marked rows. All of it
-// runs on the interface thread.
+// Marks, which are what operations on files act on, and the helpers over marked rows, of the list on show unless
+// another is named. All of it runs on the interface thread.
 #pragma once
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "platform/event_queue.h"
 #include "platform/file_system.h"
@@ -34,12 +35,15 @@ void MarkGroups(ResultLists& results, EventQueue& events, const GroupRule& rule)
 // Applies the rule to the rows first to last.
 void MarkGroupRange(ListView& lst, std::int32_t first, std::int32_t last, const GroupRule& rule);
 
+// The paths of all marked rows of a result list, in their order.
+std::vector<std::string> MarkedPaths(const ListView& lst);
+
 // The paths of the first marked rows, each with CR LF behind it: ten at most, and "and more ..." if there are more.
 // Empty if nothing is marked.
 std::string GetPrevList(const ResultLists& results);
 
-// Removes the marked rows whose files have gone. The list is hidden meanwhile. Events are let in between rows, and find
-// a list without those that have gone up to there.
-void PruneMissing(ResultLists& results, const FileSystem& files, EventQueue& events);
+// Removes the marked rows of a result list whose files have gone. The list is hidden meanwhile. Events are let in
+// between rows, and find a list without those that have gone up to there.
+void PruneMissing(ListView& lst, const FileSystem& files, EventQueue& events);
 
 }  // namespace tresmor

@@ -33,5 +33,13 @@ TEST(ErrorOutput, TellsALineEndOfABoxFromThatOfAName) {
   EXPECT_EQ(scratch.Text(), "tresmor-cli: of the box: a\\r\\nb\\n c\\x1b.\n");
 }
 
+TEST(ErrorOutput, QuestionsThatNobodyCouldAnswerAreCancelled) {
+  tests::Scratch scratch;
+  ErrorOutput err(scratch.File(), ErrorDevice::File);
+  EXPECT_EQ(err.BrowseFolder("title", "/start"), std::nullopt);
+  EXPECT_EQ(err.InputBox("prompt", "title", "proposal"), "");
+  EXPECT_EQ(scratch.Text(), "");
+}
+
 }  // namespace
 }  // namespace tresmor

@@ -9,9 +9,12 @@
 #include "controls/check_box.h"
 #include "controls/check_list.h"
 #include "controls/choice_list.h"
+#include "controls/frame.h"
+#include "controls/option_button.h"
 #include "controls/panel.h"
 #include "controls/progress_bar.h"
 #include "controls/tab_strip.h"
+#include "controls/text_box.h"
 #include "controls/timer.h"
 
 namespace tresmor {
@@ -184,6 +187,37 @@ TEST(ChoiceList, FailsWhereNoEntryStands) {
   }
   EXPECT_EQ(list.ListIndex(), 0);
   EXPECT_EQ(FailureOf([] { const ChoiceList none({}, 0); }), Errors::Subscript);
+}
+
+TEST(OptionButton, ChoosingOneClearsTheOthers) {
+  OptionButton first("first", true);
+  OptionButton second("second");
+  OptionButton apart("apart", true);
+  JoinOptions({&first, &second});
+  second.Value = true;
+  EXPECT_FALSE(first.Value());
+  first.Value = true;
+  EXPECT_FALSE(second.Value());
+  first.Value = false;
+  EXPECT_FALSE(second.Value());
+  EXPECT_TRUE(apart.Value());
+}
+
+TEST(TextBox, AsksForTheKeyboard) {
+  TextBox box;
+  std::vector<What> heard;
+  box.Listen([&](const Notice& notice) { heard.push_back(notice.what); });
+  box.SetFocus();
+  EXPECT_EQ(heard, std::vector<What>{What::Focus});
+}
+
+TEST(PlacedControl, StandsWhereItWasPut) {
+  const Frame frame("caption", {1, 2, 3, 4});
+  EXPECT_EQ(frame.Left(), 1);
+  EXPECT_EQ(frame.Top(), 2);
+  EXPECT_EQ(frame.Width(), 3);
+  EXPECT_EQ(frame.Height(), 4);
+  EXPECT_EQ(frame.Caption(), "caption");
 }
 
 }  // namespace

@@ -17,6 +17,8 @@
 #include <vector>
 
 #include "platform/posix/fixed_disk.h"
+#include "platform/posix/kept_folder.h"
+#include "platform/posix/mount_table.h"
 #include "platform/posix/posix_file_system.h"
 #include "platform/posix/run_detached.h"
 #include "platform/posix/user_folders.h"
@@ -245,7 +247,97 @@ TEST_F(SysfsTest, WhatIsNotToldIsNotRemovable) {
   EXPECT_FALSE(IsRemovable(At("nowhere"), "8:16"));
 }
 
+// --- Folders that stay
+
+class KeptFolderTest : public PosixShellTest {
+ protected:
+  bool IsKept(const std::string& folder, const std::vector<std::string>& places = {}) const {
+    return IsKeptFolder(folder, places, {{"/dev/sda1", "/", "ext4"}, {"/dev/sdb1", At("disks/b"), "ext4"}});
+  }
+};
+
+TEST_F(KeptFolderTest, MountPointsStayWithWhatIsAboveThem) {
+  for (const char* folder : {"disks/b/sub", "disks/bb", "other"}) MakeFolder(folder);
+  EXPECT_TRUE(IsKept("/"));
+  EXPECT_TRUE(IsKept(root_));
+  EXPECT_TRUE(IsKept(At("disks")));
+  EXPECT_TRUE(IsKept(At("disks/b")));
+  EXPECT_FALSE(IsKept(At("disks/b/sub")));
+  EXPECT_FALSE(IsKept(At("disks/bb")));
+  EXPECT_FALSE(IsKept(At("other")));
+}
+
+TEST_F(KeptFolderTest, PlacesStayWithWhatIsAboveThem) {
+  for (const char* folder : {"a/keep/sub", "a/keeper", "other"}) MakeFolder(folder);
+  const std::vector<std::string> places = {"", At("a/keep/"), At("a/keep/../not yet there")};
+  EXPECT_TRUE(IsKept(At("a"), places));
+  EXPECT_TRUE(IsKept(At("a/keep"), places));
+  EXPECT_FALSE(IsKept(At("a/keep/sub"), places));
+  EXPECT_FALSE(IsKept(At("a/keeper"), places));
+  EXPECT_FALSE(IsKept(At("other"), places));
+}
+
+TEST_F(KeptFolderTest, LinksLeadNowhereElse) {
+  MakeFolder("real/keep");
+  std::filesystem::create_symlink(At("real"), At("link"));
+  EXPECT_TRUE(IsKept(At("real"), {At("link/keep")}));
+  EXPECT_TRUE(IsKept(At("link"), {At("real/keep")}));
+  EXPECT_TRUE(IsKept(At("real/keep/.."), {At("real/keep")}));
+}
+
+TEST_F(KeptFolderTest, ARelativePlaceCounts) {
+  const std::string here = std::filesystem::current_path();
+  EXPECT_TRUE(IsKept(here, {"somewhere"}));
+  EXPECT_FALSE(IsKept(here));
+}
+
+TEST_F(KeptFolderTest, WhatCantBeToldStays) {
+  MakeFolder("a");
+  EXPECT_FALSE(IsKept(At("a")));
+  EXPECT_TRUE(IsKept(At("gone")));
+  EXPECT_TRUE(IsKept(""));
+  EXPECT_TRUE(IsKeptFolder(At("a"), {}, ReadMounts(At("no mounts"))));
+}
+
+TEST_F(PosixShellTest, TheHomeFolderAndTheDestinationStay) {
+  const ForNow home("HOME", At("people/me"));
+  for (const char* folder : {"people/me/empty", "people/you", "a/keep"}) MakeFolder(folder);
+  for (const char* folder : {"people", "people/me", "a", "a/keep"}) {
+    EXPECT_TRUE(shell_.MustStay(At(folder), At("a/keep"))) << folder;
+  }
+  EXPECT_FALSE(shell_.MustStay(At("people/me/empty"), At("a/keep")));
+  EXPECT_FALSE(shell_.MustStay(At("people/you"), At("a/keep")));
+  EXPECT_FALSE(shell_.MustStay(At("a"), ""));
+  EXPECT_TRUE(shell_.MustStay("/", ""));
+  EXPECT_TRUE(shell_.MustStay("/proc", ""));
+}
+
+TEST_F(PosixShellTest, AChoiceOfFoldersBeginsAtHome) {
+  const ForNow home("HOME", At("me"));
+  EXPECT_EQ(shell_.FirstFolder(), At("me"));
+}
+
 // --- Programs
+
+TEST_F(PosixShellTest, AProgramGetsTheFileAsOneArgument) {
+  const ForNow path("PATH", root_);
+  MakeTold();
+  MakeProgram("my editor");
+  shell_.RunProgram("", "/a");
+  shell_.RunProgram("no such program", "/a");
+  shell_.RunProgram("my editor", "/tmp/a b; $(touch x) \"'*.txt");
+  EXPECT_EQ(Told(), "my editor\n/\n</tmp/a b; $(touch x) \"'*.txt>\n");
+  shell_.RunProgram(At("my editor"), "--help");
+  EXPECT_EQ(Told(), "my editor\n/\n<" + (std::filesystem::current_path() / "--help").string() + ">\n");
+}
+
+TEST_F(PosixShellTest, AProgramsPathMayBeRelative) {
+  const ForNow path("PATH", "/nowhere:/bin:/usr/bin");
+  MakeTold();
+  MakeProgram("editor");
+  shell_.RunProgram(std::filesystem::relative(At("editor")).string(), "/a");
+  EXPECT_EQ(Told(), "editor\n/\n</a>\n");
+}
 
 TEST_F(PosixShellTest, AnAddressIsOneArgumentOfTheDesktopsOpener) {
   const ForNow path("PATH", root_);

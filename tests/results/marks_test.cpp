@@ -252,6 +252,13 @@ TEST_F(MarksTest, RowsThatGoBetweenGroupsEndTheWalkEarly) {
   EXPECT_EQ(events.pumps, 1);
 }
 
+TEST_F(MarksTest, NamesAllMarkedFiles) {
+  EXPECT_THAT(MarkedPaths(zero), ElementsAre());
+  for (int i = 0; i < 12; ++i) Add(ResultList::ZeroSize, std::to_string(i));
+  MarkRows(zero, {12, 3});
+  EXPECT_THAT(MarkedPaths(zero), ElementsAre("/data/2", "/data/11"));
+}
+
 TEST_F(MarksTest, ListsTheFirstTenMarkedFiles) {
   EXPECT_EQ(GetPrevList(results), "");
   for (int i = 0; i < 12; ++i) Add(ResultList::ZeroSize, std::to_string(i));
@@ -299,7 +306,7 @@ class PruneTest : public MarksTest {
 TEST_F(PruneTest, DropsMarkedRowsWhoseFilesHaveGone) {
   AddRows("aBcDef");
   MarkRows(zero, {1, 2, 3, 4, 6});
-  PruneMissing(results, files, events);
+  PruneMissing(results.Shown(), files, events);
   EXPECT_EQ(Rows(), "BDe");
   EXPECT_EQ(Marks(zero), "xx-");
   EXPECT_TRUE(zero.Visible());
@@ -308,7 +315,7 @@ TEST_F(PruneTest, DropsMarkedRowsWhoseFilesHaveGone) {
 TEST_F(PruneTest, LooksNoUnmarkedFileUp) {
   AddRows("aBc");
   MarkRows(zero, {2});
-  PruneMissing(results, files, events);
+  PruneMissing(results.Shown(), files, events);
   EXPECT_EQ(Rows(), "aBc");
   EXPECT_EQ(files.Calls().size(), 1U);
 }
@@ -321,18 +328,18 @@ TEST_F(PruneTest, AFolderInTheFilesPlaceIsNoFileAndHiddenOnesAre) {
   Add(ResultList::ZeroSize, ".hidden");
   files.MakeFile("/data/.hidden", "");
   SetAllMarks(results, true);
-  PruneMissing(results, files, events);
+  PruneMissing(results.Shown(), files, events);
   EXPECT_THAT(Texts(zero), ElementsAre("b", ".hidden"));
 }
 
 TEST_F(PruneTest, DropsAllAndNone) {
   AddRows("abc");
-  PruneMissing(results, files, events);
+  PruneMissing(results.Shown(), files, events);
   EXPECT_EQ(Rows(), "abc");
   SetAllMarks(results, true);
-  PruneMissing(results, files, events);
+  PruneMissing(results.Shown(), files, events);
   EXPECT_EQ(Rows(), "");
-  PruneMissing(results, files, events);
+  PruneMissing(results.Shown(), files, events);
   EXPECT_TRUE(zero.Visible());
 }
 
@@ -346,7 +353,7 @@ TEST_F(PruneTest, EventsFindAHiddenListWithoutTheRowsThatWent) {
     seen.push_back(Rows());
     UpdateStatus(results, true, true);
   };
-  PruneMissing(results, files, events);
+  PruneMissing(results.Shown(), files, events);
   EXPECT_THAT(seen, ElementsAre("BcdE", "BcdE", "BdE", "BdE"));
   EXPECT_EQ(panel.Text(), "2 files (0 Bytes) marked, 0 files (0 Bytes) selected, out of 3 files.");
 }
@@ -360,7 +367,7 @@ TEST_F(PruneTest, RowsAreCountedAfresh) {
     AddRows("cD");
     SetAllMarks(results, true);
   };
-  PruneMissing(results, files, events);
+  PruneMissing(results.Shown(), files, events);
   EXPECT_EQ(Rows(), "D");
 }
 
@@ -369,7 +376,7 @@ TEST_F(PruneTest, KeepsToItsListWhenAnotherComesUp) {
   SetAllMarks(results, true);
   PumpAtEachFile();
   events.onPump = [&] { Show(ResultList::Duplicates); };
-  PruneMissing(results, files, events);
+  PruneMissing(results.Shown(), files, events);
   EXPECT_EQ(Rows(), "");
   EXPECT_TRUE(zero.Visible());
   EXPECT_TRUE(duplicates.Visible());
@@ -382,7 +389,7 @@ TEST_F(PruneTest, ManyRowsGoInOneStep) {
   }
   SetAllMarks(results, true);
   const std::uint64_t before = ListView().Arrangement();
-  PruneMissing(results, files, events);
+  PruneMissing(results.Shown(), files, events);
   EXPECT_EQ(zero.Count(), 1000);
   EXPECT_EQ(zero.Cell(1000, kNameItem), "2997");
   EXPECT_EQ(ListView().Arrangement(), before + 2);  // one is the new list's own
@@ -393,7 +400,7 @@ TEST_F(PruneTest, AFailureShowsTheListAgain) {
   SetAllMarks(results, true);
   PumpAtEachFile();
   events.onPump = [] { throw Failure(Errors::Device); };
-  EXPECT_THROW(PruneMissing(results, files, events), Failure);
+  EXPECT_THROW(PruneMissing(results.Shown(), files, events), Failure);
   EXPECT_TRUE(zero.Visible());
   EXPECT_EQ(Rows(), "");
 }

@@ -1,6 +1,7 @@
 // A desktop of the test's own, which keeps what it was asked to do.
 #pragma once
 
+#include <algorithm>
 #include <map>
 #include <string>
 #include <vector>
@@ -26,6 +27,16 @@ class FakeShell final : public Shell {
   std::string DefaultEditor() const override { return defaultEditor; }
   void OpenUrl(const std::string& target) const override { opened.push_back(target); }
   void ShellOpen(const std::string& path) const override { opened.push_back(path); }
+  void RunProgram(const std::string& program, const std::string& file) const override {
+    opened.push_back(program + " <" + file + ">");
+  }
+  std::string FirstFolder() const override { return firstFolder; }
+  bool MustStay(const std::string& folder, const std::string& destination) const override {
+    const auto isKept = [&](const std::string& kept) { return (kept + "/").starts_with(folder + "/"); };
+    return isKept(destination) || std::any_of(kept.begin(), kept.end(), isKept);
+  }
+  std::string firstFolder = "/home/me";
+  std::vector<std::string> kept;
   bool ShowFileProp(const std::string& file) const override {
     shown.push_back(file);
     return answers;

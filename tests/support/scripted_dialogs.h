@@ -23,9 +23,23 @@ class ScriptedDialogs final : public Dialogs {
     BoxAnswer answer = BoxAnswer::Ok;
   };
 
+  struct FolderChoice {
+    std::string title;
+    std::string startDir;
+    std::optional<std::string> answer;
+  };
+  struct Input {
+    std::string prompt;
+    std::string title;
+    std::string proposal;
+    std::string answer;
+  };
+
   ~ScriptedDialogs() override {
     EXPECT_TRUE(boxes.empty()) << "never came: " << boxes.front().text;
     EXPECT_TRUE(files.empty()) << "never asked for a file";
+    EXPECT_TRUE(folders.empty()) << "never asked for a folder";
+    EXPECT_TRUE(inputs.empty()) << "never asked for a text";
   }
 
   BoxAnswer MessageBox(const BoxText& text, BoxIcon icon, const std::string& title, BoxButtons buttons) override {
@@ -55,11 +69,40 @@ class ScriptedDialogs final : public Dialogs {
     return file;
   }
 
+  std::optional<std::string> BrowseFolder(const std::string& title, const std::string& startDir) override {
+    if (folders.empty()) {
+      ADD_FAILURE() << "unexpected folder dialog: " << title;
+      return std::nullopt;
+    }
+    const FolderChoice choice = folders.front();
+    folders.pop_front();
+    EXPECT_EQ(title, choice.title);
+    EXPECT_EQ(startDir, choice.startDir);
+    return choice.answer;
+  }
+
+  std::string InputBox(const std::string& prompt, const std::string& title, const std::string& proposal) override {
+    if (inputs.empty()) {
+      ADD_FAILURE() << "unexpected input box: " << prompt;
+      return {};
+    }
+    const Input input = inputs.front();
+    inputs.pop_front();
+    EXPECT_EQ(prompt, input.prompt);
+    EXPECT_EQ(title, input.title);
+    EXPECT_EQ(proposal, input.proposal);
+    if (onInput) onInput();
+    return input.answer;
+  }
+
   std::deque<Box> boxes;                         // to come, in order
   std::deque<std::optional<std::string>> files;  // answers to come, in order
   std::vector<FileQuestion> asked;
+  std::deque<FolderChoice> folders;  // to come, in order
+  std::deque<Input> inputs;          // to come, in order
   std::function<void()> onBox;
   std::function<void()> onFile;
+  std::function<void()> onInput;
 };
 
 }  // namespace tresmor

@@ -1,35 +1,25 @@
 #include "platform/posix/fixed_disk.h"
 
-#include <mntent.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 
-#include <array>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <memory>
 #include <string_view>
 #include <system_error>
+#include <utility>
+
+#include "platform/posix/mount_table.h"
 
 namespace tresmor {
 
 namespace {
 
-struct Mount {
-  std::string device;
-  std::string type;
-};
-
 // What is mounted at `folder`: the last of several that lie upon each other. Nothing if none is.
 Mount FindMount(const std::string& mounts, std::string_view folder) {
   Mount found;
-  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> table(setmntent(mounts.c_str(), "re"), endmntent);
-  if (!table) return found;
-  mntent entry{};
-  std::array<char, 16384> space{};
-  while (getmntent_r(table.get(), &entry, space.data(), space.size()) != nullptr) {
-    if (folder == entry.mnt_dir) found = {entry.mnt_fsname, entry.mnt_type};
+  for (Mount& mount : ReadMounts(mounts)) {
+    if (folder == mount.folder) found = std::move(mount);
   }
   return found;
 }

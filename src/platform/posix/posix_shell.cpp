@@ -6,6 +6,8 @@
 #include <system_error>
 
 #include "platform/posix/fixed_disk.h"
+#include "platform/posix/kept_folder.h"
+#include "platform/posix/mount_table.h"
 #include "platform/posix/run_detached.h"
 #include "platform/posix/user_folders.h"
 
@@ -15,6 +17,7 @@ namespace {
 
 constexpr char kOpener[] = "xdg-open";
 constexpr unsigned kAnswerSeconds = 5;  // a file manager may have to be started first
+constexpr char kMounts[] = "/proc/self/mounts";
 
 // Everything but letters, digits and the separator as "%HH": neither a URI nor the commands below see any other mark.
 std::string FileUri(std::string_view path) {
@@ -56,8 +59,7 @@ void PosixShell::ShellOpen(const std::string& path) const {
 }
 
 bool PosixShell::IsLocalDrive(const std::string& root) const {
-  return IsFixedDisk("/proc/self/mounts", root,
-                     [](const std::string& device) { return IsRemovable("/sys", BlockNumber(device)); });
+  return IsFixedDisk(kMounts, root, [](const std::string& device) { return IsRemovable("/sys", BlockNumber(device)); });
 }
 
 std::string PosixShell::spFolder(int number) const {
@@ -75,6 +77,25 @@ std::string PosixShell::spFolder(int number) const {
 }
 
 std::string PosixShell::DefaultEditor() const { return kOpener; }
+
+void PosixShell::RunProgram(const std::string& program, const std::string& file) const {
+  std::error_code failure;
+  const bool isBare = program.find('/') == program.npos;
+  const std::string called = isBare ? program : std::filesystem::absolute(program, failure).string();
+  if (failure || program.empty()) return;
+  // A full path can't be taken for an option.
+  const auto full = std::filesystem::absolute(file, failure);
+  if (!failure) RunDetached({{called, full.string()}}, "/");
+}
+
+std::string PosixShell::FirstFolder() const {
+  const std::string home = FindUserFolders().home;
+  return home.empty() ? "/" : home;
+}
+
+bool PosixShell::MustStay(const std::string& folder, const std::string& destination) const {
+  return IsKeptFolder(folder, {FindUserFolders().home, destination}, ReadMounts(kMounts));
+}
 
 void PosixShell::OpenUrl(const std::string& target) const {
   if (target.starts_with('-')) return;  // the program would take it for an option

@@ -15,6 +15,9 @@ class PosixShell final : public Shell {
   bool IsLocalDrive(const std::string& root) const override;
   std::string spFolder(int number) const override;
   std::string DefaultEditor() const override;
+  void RunProgram(const std::string& program, const std::string& file) const override;
+  std::string FirstFolder() const override;
+  bool MustStay(const std::string& folder, const std::string& destination) const override;
   void OpenUrl(const std::string& target) const override;
   // The file manager's, over D-Bus.
   bool ShowFileProp(const std::string& file) const override;

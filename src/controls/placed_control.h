@@ -1,0 +1,32 @@
+#pragma once
+
+#include "controls/control.h"
+
+namespace tresmor {
+
+// Twips, within what it stands in.
+struct Place {
+  float left = 0;
+  float top = 0;
+  float width = 0;
+  float height = 0;
+};
+
+// A control whose place the program knows, because it moves it or puts others by it.
+class PlacedControl : public Control {
+ public:
+  Property<float> Left;
+  Property<float> Top;
+  Property<float> Width;
+  Property<float> Height;
+
+ protected:
+  explicit PlacedControl(Place place = {})
+      : Left(*this, Notice::What::Place, place.left),
+        Top(*this, Notice::What::Place, place.top),
+        Width(*this, Notice::What::Place, place.width),
+        Height(*this, Notice::What::Place, place.height) {}
+  ~PlacedControl() = default;
+};
+
+}  // namespace tresmor

@@ -1,0 +1,45 @@
+#include "fileops/single_file.h"
+
+#include "results/rows.h"
+
+namespace tresmor {
+
+void SingleFile::RenFile() {
+  WithPath([this](const std::string& path) { Rename(path); });
+}
+
+void SingleFile::OpenFile() {
+  WithPath([this](const std::string& path) { ports_.shell.ShellOpen(path); });
+}
+
+void SingleFile::OpenEditor() {
+  WithPath([this](const std::string& path) { ports_.shell.RunProgram(options_.DefaultEditorOpt, path); });
+}
+
+void SingleFile::WithPath(const std::function<void(const std::string& path)>& use) {
+  action_.Run([&] {
+    const ListView& lst = results_.Shown();
+    if (lst.SelectedItem() == 0) {
+      ports_.dialogs.MessageBox("Please select a file.", BoxIcon::None, "Select file", BoxButtons::Ok);
+    } else {
+      use(PathOf(lst, lst.SelectedItem()));
+    }
+  });
+}
+
+void SingleFile::Rename(const std::string& path) {
+  ListView& lst = results_.Shown();
+  const std::int32_t row = lst.SelectedItem();
+  const std::string answer = ports_.dialogs.InputBox("Please type a new file name for \r\n" + path, "Rename",
+                                                     std::string(GetFileNameOf(path, ports_.style)));
+  if (answer.empty()) return;
+  const std::string renamed = std::string(GetFolderOf(path, ports_.style)) + answer;
+  if (ports_.changes.Rename(path, renamed) != Errors::None) {
+    ports_.dialogs.MessageBox("File can't be renamed.", BoxIcon::None, "Can't rename", BoxButtons::Ok);
+    return;
+  }
+  // A row of another file must never get the name, should events have moved rows while the question stood.
+  if (row <= lst.Count() && PathOf(lst, row) == path) lst.SetCell(row, kNameItem, answer);
+}
+
+}  // namespace tresmor

@@ -1,0 +1,54 @@
+// The commands on one file: that of the row with the focus in the list on show.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "base/path.h"
+#include "desk/one_action.h"
+#include "desk/options.h"
+#include "platform/dialogs.h"
+#include "platform/file_changes.h"
+#include "platform/shell.h"
+#include "results/result_lists.h"
+
+namespace tresmor {
+
+struct SingleFilePorts {
+  FileChanges& changes;
+  const Shell& shell;
+  Dialogs& dialogs;
+  PathStyle style;
+};
+
+// Interface thread.
+class SingleFile {
+ public:
+  // `action` is that of the main window.
+  SingleFile(ResultLists& results, const Options& options, OneAction& action, const SingleFilePorts& ports)
+      : results_(results), options_(options), action_(action), ports_(ports) {}
+  SingleFile(const SingleFile&) = delete;
+  SingleFile& operator=(const SingleFile&) = delete;
+
+  // Each asks for a row in a box where none has the focus.
+
+  // Asks for a new name, gives it to the file and writes it into the row. A name with folders in front leads there from
+  // the file's own folder, and stands in the row as it was typed. An existing file is never replaced; what fails is
+  // told in a box and leaves the row.
+  void RenFile();
+  // With the program that the desktop has for it. Failures show nothing, here and in the next.
+  void OpenFile();
+  // With the user's editor.
+  void OpenEditor();
+
+ private:
+  void WithPath(const std::function<void(const std::string& path)>& use);
+  void Rename(const std::string& path);
+
+  ResultLists& results_;
+  const Options& options_;
+  OneAction& action_;
+  const SingleFilePorts ports_;
+};
+
+}  // namespace tresmor

@@ -1,0 +1,121 @@
+#include "fileops/transfer_marked.h"
+
+#include <algorithm>
+#include <unordered_map>
+#include <vector>
+
+#include "results/marks.h"
+#include "search/file_helpers.h"
+
+namespace tresmor {
+namespace {
+
+constexpr std::size_t kBatchFiles = 2000;
+
+std::uint16_t FlagsOf(const FileOper& oper) {
+  unsigned flags = FOF_RENAMEONCOLLISION;
+  if (oper.bUndo) flags |= FOF_ALLOWUNDO;
+  if (oper.bMultiDest) flags |= FOF_MULTIDESTFILES;
+  if (oper.bYesToAll) flags |= FOF_NOCONFIRMATION;
+  return static_cast<std::uint16_t>(flags);
+}
+
+const char* TitleOf(std::uint32_t wFunc) {
+  switch (wFunc) {
+    case FO_MOVE:
+      return "Moving files";
+    case FO_COPY:
+      return "Copying files";
+  }
+  return "Deleting files";
+}
+
+void AddPath(std::string& list, std::string_view path) {
+  list += path;
+  list += '\0';
+}
+
+std::string FolderOfRow(const std::string& path, PathStyle style) {
+  std::string folder(GetFolderOf(path, style));
+  if (!folder.empty()) folder.pop_back();
+  return folder;
+}
+
+}  // namespace
+
+std::string MapDestPath(std::string_view destPath, std::string_view sFull, PathStyle style) {
+  const std::size_t n = sFull.find(style.separator) + 1;  // 0 without one
+  return AddTail(destPath, style.Tail()) + std::string(sFull.substr(n));
+}
+
+std::int32_t Transfer::ShFileOper(const FileOper& oper) {
+  const ShFileOpStruct operation{.wFunc = oper.wFunc,
+                                 .pFrom = oper.pFrom,
+                                 .pTo = oper.pTo,
+                                 .fFlags = FlagsOf(oper),
+                                 .destination = oper.destination};
+  OperationResult result;
+  job_.Run(TitleOf(oper.wFunc),
+           [&](OperationWatch& watch) { result = ports_.operations.ShFileOperation(operation, watch); });
+  const auto code = static_cast<std::int32_t>(result.code);
+  if (code != 0) {
+    const std::string words = "File operations failed. Error Code: " + std::to_string(code) + "\r\n\r\n";
+    ports_.dialogs.MessageBox(BoxText(words).Name(result.description), BoxIcon::None, "", BoxButtons::Ok);
+  }
+  return code;
+}
+
+std::int32_t Transfer::TransferMarked(const ListView& lst, const TransferOptions& options) {
+  ClrPreview(preview_);
+  const std::vector<std::string> paths = MarkedPaths(lst);
+  const bool toOneFolder = !options.bDirStruct && options.wFunc != FO_DELETE;
+  std::int32_t rc = 0;
+  for (std::size_t first = 0; first < paths.size(); first += kBatchFiles) {
+    FileOper oper{.wFunc = options.wFunc,
+                  .bUndo = options.bUndo,
+                  .bMultiDest = options.bDirStruct,
+                  .bYesToAll = options.bYesToAll,
+                  .destination = options.destPath};
+    if (toOneFolder) oper.pTo = options.destPath;
+    const std::size_t end = std::min(first + kBatchFiles, paths.size());
+    for (std::size_t i = first; i < end; ++i) {
+      AddPath(oper.pFrom, paths[i]);
+      if (options.bDirStruct) AddPath(oper.pTo, MapDestPath(options.destPath, paths[i], ports_.files.Style()));
+    }
+    oper.pFrom += '\0';
+    if (options.bDirStruct) oper.pTo += '\0';
+    rc = ShFileOper(oper);
+  }
+  return rc;
+}
+
+void Transfer::RmEmptyDirs(const ListView& lst, const std::string& destPath, bool bYesToAll) {
+  const std::vector<std::string> paths = MarkedPaths(lst);
+  FileOper oper{.wFunc = FO_DELETE, .bUndo = true, .bYesToAll = bYesToAll};
+  bool cancelled = false;
+  job_.Run("Looking for empty folders", [&](OperationWatch& watch) {
+    OperationProgress progress;
+    progress.allFiles = static_cast<std::int64_t>(paths.size());
+    std::unordered_map<std::string, bool> removable;  // by folder, each of which is looked at once
+    for (const std::string& path : paths) {
+      progress.path = FolderOfRow(path, ports_.files.Style());
+      cancelled = watch.Cancelled();
+      if (cancelled) return;
+      watch.Progress(progress);
+      const auto [known, isNew] = removable.try_emplace(progress.path);
+      if (isNew) known->second = IsRemovable(progress.path, destPath);
+      if (known->second) AddPath(oper.pFrom, progress.path);
+      ++progress.files;
+    }
+  });
+  if (cancelled || oper.pFrom.empty()) return;
+  oper.pFrom += '\0';
+  ShFileOper(oper);
+}
+
+bool Transfer::IsRemovable(const std::string& folder, const std::string& destPath) const {
+  // The root's text has become empty, which names no folder.
+  return IsEmptyDir(ports_.files, folder) && !ports_.shell.MustStay(folder, destPath);
+}
+
+}  // namespace tresmor

@@ -1,0 +1,77 @@
+// From marked rows to operations on their files.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "base/path.h"
+#include "controls/list_view.h"
+#include "fileops/file_job.h"
+#include "platform/dialogs.h"
+#include "platform/file_operations.h"
+#include "platform/file_system.h"
+#include "platform/shell.h"
+#include "results/preview.h"
+
+namespace tresmor {
+
+// Where a file goes when its folders are kept: all behind the first separator of its path, which is behind a drive's
+// name or leads the path, put below `destPath`. A path with two separators in front keeps the second.
+std::string MapDestPath(std::string_view destPath, std::string_view sFull, PathStyle style);
+
+// What of an operation's record the caller decides; the meaning of its fields is that of the flags and the record.
+struct FileOper {
+  std::uint32_t wFunc = 0;
+  std::string pFrom{};
+  std::string pTo{};
+  bool bUndo = false;
+  bool bMultiDest = false;
+  bool bYesToAll = false;
+  std::string destination{};
+};
+
+struct TransferOptions {
+  std::uint32_t wFunc = 0;
+  bool bUndo = false;
+  bool bDirStruct = false;  // keep the folders of the sources below the destination
+  bool bYesToAll = false;
+  std::string destPath{};  // of a move or copy
+};
+
+struct TransferPorts {
+  const FileSystem& files;
+  const Shell& shell;
+  FileOperations& operations;
+  Dialogs& dialogs;
+};
+
+// Interface thread. Each call pumps events while its work runs as a job; rows are read before.
+class Transfer {
+ public:
+  Transfer(FileJob& job, PreviewPane& preview, const TransferPorts& ports)
+      : job_(job), preview_(preview), ports_(ports) {}
+
+  // Does one operation, whose newcomers are renamed where a name is taken, and gives its code, 0 for done. Any other is
+  // told in a box, a cancel too.
+  std::int32_t ShFileOper(const FileOper& oper);
+
+  // Deletes, moves or copies the files of the marked rows, 2,000 at a time, and gives the code of the last operation,
+  // 0 if nothing is marked. An operation that fails keeps none of the next from being tried, and its code is lost
+  // unless it is the last.
+  std::int32_t TransferMarked(const ListView& lst, const TransferOptions& options);
+
+  // Moves the folders of marked rows that hold no file any more to the trash, with the sub-folders in them, in one
+  // operation that names a folder once for each of its rows. Folders that must stay do: above all those that hold
+  // `destPath`, which is empty where nothing was brought anywhere. A cancel while they are looked for leaves them all.
+  void RmEmptyDirs(const ListView& lst, const std::string& destPath, bool bYesToAll);
+
+ private:
+  bool IsRemovable(const std::string& folder, const std::string& destPath) const;
+
+  FileJob& job_;
+  PreviewPane& preview_;
+  const TransferPorts ports_;
+};
+
+}  // namespace tresmor
