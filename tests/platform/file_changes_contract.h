@@ -26,6 +26,7 @@ class FileChangesWorld {
 };
 
 std::unique_ptr<FileChangesWorld> MakePosixChangesWorld();
+std::unique_ptr<FileChangesWorld> MakeMemoryChangesWorld(PathStyle style);
 
 struct ChangesImplementation {
   const char* name;
@@ -119,7 +120,10 @@ class FileChangesContract : public testing::TestWithParam<ChangesImplementation>
 };
 
 inline auto AllChangesImplementations() {
-  return testing::Values(ChangesImplementation{"Posix", MakePosixChangesWorld});
+  return testing::Values(
+      ChangesImplementation{"Posix", MakePosixChangesWorld},
+      ChangesImplementation{"Memory", [] { return MakeMemoryChangesWorld(PathStyle::Posix()); }},
+      ChangesImplementation{"MemoryWindows", [] { return MakeMemoryChangesWorld(PathStyle::Windows()); }});
 }
 inline std::string NameOfChanges(const testing::TestParamInfo<ChangesImplementation>& info) { return info.param.name; }
 

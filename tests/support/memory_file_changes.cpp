@@ -67,6 +67,7 @@ class MemoryFileChanges::Copy final : public FileCopy {
       if (step.failure != Errors::None) return step;
       std::string other(piece.size(), '\0');
       const FileReader::Result result = target_->ReadAt(compared_, other);
+      other.resize(result.got);
       if (result.failure != Errors::None || other != piece) return Step{0, Errors::Device, false};
       compared_ += step.bytes;
       return step;

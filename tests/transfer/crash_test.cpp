@@ -5,12 +5,12 @@
 #include <set>
 
 #include "transfer/transfer_world.h"
+#include "transfer/whole_files.h"
 
 namespace tresmor {
 
 namespace {
 
-using Files = std::map<std::string, std::string>;
 using Crash = MemoryFileChanges::Crash;
 
 struct Scenario {
@@ -92,65 +92,40 @@ Outcome Play(Disks& disks, const Scenario& scenario, const std::function<void(Pr
   return outcome;
 }
 
-std::set<std::string> Contents(const Disks& disks) {
-  std::set<std::string> contents;
-  for (const auto& [path, bytes] : AllFiles(disks.files)) contents.insert(bytes);
-  return contents;
-}
-
-const std::set<std::string>& AtFirst() {
-  static const std::set<std::string> contents = [] {
+const Files& AtFirst() {
+  static const Files files = [] {
     Disks disks;
     Fill(disks);
-    return Contents(disks);
+    return AllFiles(disks.files);
   }();
-  return contents;
+  return files;
 }
 
 std::set<std::string> MustLast(const Scenario& scenario) {
-  std::set<std::string> contents = AtFirst();
+  std::set<std::string> contents = ContentsOf(AtFirst());
   for (const std::string& bytes : scenario.losable) contents.erase(bytes);
   return contents;
 }
 
 testing::AssertionResult HasAll(const Disks& disks, const std::set<std::string>& wanted) {
-  const std::set<std::string> there = Contents(disks);
-  for (const std::string& bytes : wanted) {
-    if (!there.contains(bytes)) return testing::AssertionFailure() << "lost: " << bytes;
-  }
-  return testing::AssertionSuccess();
+  return tresmor::HasAll(AllFiles(disks.files), wanted);
 }
 
-// What stands under a name of the user's is whole: copies that are not have names of their own.
 testing::AssertionResult NothingHalf(const Disks& disks) {
-  for (const auto& [path, bytes] : AllFiles(disks.files)) {
-    const bool own = path.ends_with(".part") || path.ends_with(".trashinfo") || path.starts_with("/home/me/state/");
-    if (!own && !AtFirst().contains(bytes)) return testing::AssertionFailure() << path << " holds " << bytes;
-  }
-  return testing::AssertionSuccess();
+  return tresmor::NothingHalf(AllFiles(disks.files), ContentsOf(AtFirst()));
 }
 
 // Files that no operation names must not even have moved.
 testing::AssertionResult Untouched(const Disks& disks) {
-  const Files files = AllFiles(disks.files);
+  Files bystanders;
   for (const char* path : {"/keep/one.txt", "/keep/x/one.txt", "/usb/keep/one.txt", "/home/me/Trash/files/two.txt"}) {
-    const auto found = files.find(path);
-    if (found == files.end() || found->second != "the bytes of " + std::string(path)) {
-      return testing::AssertionFailure() << "replaced: " << path;
-    }
+    bystanders.insert(*AtFirst().find(path));
   }
-  return testing::AssertionSuccess();
+  return InPlace(AllFiles(disks.files), bystanders);
 }
 
 // After an undo everything stands where it stood at first.
-testing::AssertionResult AllBack(const Disks& disks) {
-  const Files files = AllFiles(disks.files);
-  for (const std::string& bytes : AtFirst()) {
-    const auto found = files.find(bytes.substr(std::string_view("the bytes of ").size()));
-    if (found == files.end() || found->second != bytes) return testing::AssertionFailure() << "not back: " << bytes;
-  }
-  return testing::AssertionSuccess();
-}
+testing::AssertionResult AllBack(const Disks& disks) { return InPlace(AllFiles(disks.files), AtFirst()); }
 
 class CrashTest : public testing::TestWithParam<Scenario> {};
 
