@@ -71,11 +71,11 @@ class Bench {
   // Each pass first brings the groups together.
   void MeasureMarks(const std::string& what, std::int32_t subItem) {
     SortList(results_.Shown(), kNameItem + 1, kAscending);
-    Time("MarkGroups by " + what, [&] { MarkGroups(results_, events_, {.SubItem = subItem, .bLow = true}); });
+    Time("MarkGroups by " + what, [&] { Mark({.SubItem = subItem, .bLow = true}); });
     SetAllMarks(results_, true);
-    Time("the same as a guard, sorted already",
-         [&] { MarkGroups(results_, events_, {.SubItem = subItem, .bLow = true, .bGuardOnly = true}); });
+    Time("the same as a guard, sorted already", [&] { Mark({.SubItem = subItem, .bLow = true, .bGuardOnly = true}); });
   }
+  void Mark(const GroupRule& rule) { MarkGroups(results_.Shown(), results_.ShownKind(), events_, rule); }
   static void Time(const std::string& what, const std::function<void()>& work) {
     const auto begin = std::chrono::steady_clock::now();
     work();

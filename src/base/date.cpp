@@ -10,7 +10,9 @@
 #include <ctime>
 #include <limits>
 #include <utility>
+#include <vector>
 
+#include "base/date_names.h"
 #include "base/text.h"
 
 namespace tresmor {
@@ -70,6 +72,26 @@ std::optional<std::int64_t> ParseTime(std::string_view text) {
   return parts == 2 ? seconds * 60 : seconds;
 }
 
+struct Clock {
+  std::int64_t seconds = 0;
+  bool isUtc = false;
+};
+
+// `folded` is in folded case. A "z" at its end is for UTC.
+std::optional<Clock> ParseClock(std::string_view folded) {
+  const bool isUtc = folded.ends_with('z');
+  if (isUtc) folded.remove_suffix(1);
+  const std::optional<bool> afternoon = isUtc ? std::nullopt : TakeHalfOfDay(folded);
+  auto seconds = ParseTime(TrimBlanks(folded));
+  if (!seconds) return std::nullopt;
+  if (afternoon) {
+    const std::int64_t hours = *seconds / 3600;
+    if (hours < 1 || hours > 12) return std::nullopt;
+    *seconds += (hours % 12 - hours + (*afternoon ? 12 : 0)) * 3600;
+  }
+  return Clock{*seconds, isUtc};
+}
+
 // One of the three parts of a date, with the mark that stands in front of it: a blank for blanks alone, NUL for
 // nothing.
 struct Piece {
@@ -80,14 +102,11 @@ struct Piece {
 };
 using Pieces = std::array<Piece, 3>;
 
-bool IsMark(char c) { return c == '.' || c == '/' || c == '-' || c == ','; }
-bool IsPart(char c) { return c != ' ' && !IsMark(c); }
-
 // The mark at the beginning of `text`, which is cut off with the blanks around it.
 char TakeMark(std::string_view& text) {
   const std::size_t size = text.size();
   text = TrimBlanks(text);
-  if (!text.empty() && IsMark(text[0])) {
+  if (!text.empty() && IsDateMark(text[0])) {
     const char mark = text[0];
     text = TrimBlanks(text.substr(1));
     return mark;
@@ -99,7 +118,7 @@ std::optional<Pieces> CutDate(std::string_view text) {
   Pieces pieces;
   for (Piece& piece : pieces) {
     piece.mark = TakeMark(text);
-    const auto end = std::find_if_not(text.begin(), text.end(), IsPart);
+    const auto end = std::find_if_not(text.begin(), text.end(), IsDatePart);
     piece.text = text.substr(0, static_cast<std::size_t>(end - text.begin()));
     if (piece.text.empty()) return std::nullopt;
     text.remove_prefix(piece.text.size());
@@ -109,82 +128,64 @@ std::optional<Pieces> CutDate(std::string_view text) {
   return pieces;
 }
 
+// Of one or two digits.
+unsigned WholeYear(unsigned shortYear) { return shortYear < 30 ? shortYear + 2000 : shortYear + 1900; }
+
 std::optional<unsigned> Year(std::string_view text) {
   const auto year = Number(text);
   if (!year || text.size() == 3 || text.size() > 4) return std::nullopt;
-  if (text.size() == 4) return year;
-  return *year < 30 ? *year + 2000 : *year + 1900;
+  return text.size() == 4 ? *year : WholeYear(*year);
 }
 
 std::optional<DateStamp> DateOf(std::string_view yearText, unsigned month, std::string_view dayText) {
   const auto year = Year(yearText);
   const auto day = Number(dayText);
-  if (!year || !day) return std::nullopt;
+  if (!year || !day || dayText.size() > 2) return std::nullopt;
   return Midnight(*year, month, *day);
 }
 
 std::optional<DateStamp> NumericDate(const Pieces& pieces, DateOrder order) {
-  const bool oneMark = pieces[1].mark == pieces[2].mark;
-  if (!oneMark || pieces[1].mark == ' ' || pieces[1].mark == ',') return std::nullopt;
-  const bool yearInFront = pieces[0].IsLongYear() || (order == DateOrder::YearMonthDay && !pieces[2].IsLongYear());
+  const char mark = pieces[1].mark;
+  if (mark != pieces[2].mark || mark == ' ' || mark == ',') return std::nullopt;
+  const bool yearComesFirst = order == DateOrder::YearMonthDay || order == DateOrder::YearDayMonth;
+  const bool yearInFront = pieces[0].IsLongYear() || (yearComesFirst && !pieces[2].IsLongYear());
+  if (order == DateOrder::OwnEra && !yearInFront) return std::nullopt;
+  const bool dayInFront = yearInFront ? order == DateOrder::YearDayMonth && mark == '.'
+                                      : order == DateOrder::DayMonthYear || order == DateOrder::YearDayMonth;
   const Piece& year = yearInFront ? pieces[0] : pieces[2];
   Piece month = pieces[yearInFront ? 1 : 0];
   Piece day = pieces[yearInFront ? 2 : 1];
-  if (!yearInFront && order == DateOrder::DayMonthYear) std::swap(month, day);
+  if (dayInFront) std::swap(month, day);
   auto value = Number(month.text);
   if (value > 12u && !yearInFront) {
     std::swap(month, day);
     value = Number(month.text);
   }
-  if (!value) return std::nullopt;
+  if (!value || month.text.size() > 2) return std::nullopt;
   return DateOf(year.text, *value, day.text);
 }
 
-bool IsName(std::string_view text, std::string_view name) {
-  if (name.ends_with('.')) name.remove_suffix(1);
-  return EqualText(text, name);
+std::optional<DateStamp> DateWithName(std::string_view text, DateOrder order) {
+  std::string folded = FoldCase(text);
+  const auto month = FindMonth(folded);
+  if (!month) return std::nullopt;
+  constexpr std::string_view kMonth = "m";  // one part, whatever the name is made of
+  folded.replace(month->at, month->size, kMonth);
+  const auto pieces = CutDate(folded);
+  if (!pieces) return std::nullopt;
+  std::vector<Piece> others(pieces->begin(), pieces->end());
+  std::erase_if(others, [kMonth](const Piece& piece) { return piece.text == kMonth; });
+  if (others.size() != 2) return std::nullopt;
+  if (others[0].IsLongYear()) std::swap(others[0], others[1]);
+  if (order == DateOrder::OwnEra && !others[1].IsLongYear()) return std::nullopt;
+  return DateOf(others[1].text, month->month, others[0].text);
 }
 
-struct Month {
-  std::string_view english;
-  std::string full, shortForm;  // of the locale
-};
-
-// Some locales fill short names up with blanks.
-Month MonthOfLocale(std::string_view english, nl_item full, nl_item shortForm) {
-  return {english, std::string(TrimBlanks(nl_langinfo(full))), std::string(TrimBlanks(nl_langinfo(shortForm)))};
-}
-
-const std::array<Month, 12>& Months() {
-  static const std::array<Month, 12> months = {
-      MonthOfLocale("January", MON_1, ABMON_1),    MonthOfLocale("February", MON_2, ABMON_2),
-      MonthOfLocale("March", MON_3, ABMON_3),      MonthOfLocale("April", MON_4, ABMON_4),
-      MonthOfLocale("May", MON_5, ABMON_5),        MonthOfLocale("June", MON_6, ABMON_6),
-      MonthOfLocale("July", MON_7, ABMON_7),       MonthOfLocale("August", MON_8, ABMON_8),
-      MonthOfLocale("September", MON_9, ABMON_9),  MonthOfLocale("October", MON_10, ABMON_10),
-      MonthOfLocale("November", MON_11, ABMON_11), MonthOfLocale("December", MON_12, ABMON_12)};
-  return months;
-}
-
-// 1 to 12, 0 if `text` names no month.
-unsigned MonthOf(std::string_view text) {
-  const auto named = [text](const Month& month) {
-    return IsName(text, month.english) || IsName(text, month.english.substr(0, 3)) || IsName(text, month.full) ||
-           IsName(text, month.shortForm);
-  };
-  const auto found = std::find_if(Months().begin(), Months().end(), named);
-  return found == Months().end() ? 0 : static_cast<unsigned>(found - Months().begin()) + 1;
-}
-
-std::optional<DateStamp> DateWithName(const Pieces& pieces) {
-  for (std::size_t i = 0; i < pieces.size(); ++i) {
-    const unsigned month = MonthOf(pieces[i].text);
-    if (month == 0) continue;
-    const Piece& first = pieces[i == 0 ? 1 : 0];
-    const Piece& second = pieces[i == 2 ? 1 : 2];
-    return first.IsLongYear() ? DateOf(first.text, month, second.text) : DateOf(second.text, month, first.text);
-  }
-  return std::nullopt;
+// "20030702"
+std::optional<DateStamp> CompactDate(std::string_view text) {
+  if (text.size() != 8) return std::nullopt;
+  const auto month = Number(text.substr(4, 2));
+  return month ? DateOf(text.substr(0, 4), *month, text.substr(6)) : std::nullopt;
 }
 
 // What a cell can hold of `stamp`.
@@ -209,29 +210,65 @@ std::string WriteDay(chr::sys_days day, const std::string& format) {
 
 std::string WriteIso(chr::sys_days day) { return ReplaceAll(FormatStamp(Midnight(day)).substr(0, 10), "/", "-"); }
 
-// The inverse of WriteDay: only what it writes, byte for byte.
-std::optional<DateStamp> ReadWritten(const std::string& text, const std::string& format) {
-  std::tm fields{};
-  const char* const end = strptime(text.c_str(), format.c_str(), &fields);
-  if (end != text.c_str() + text.size() || fields.tm_year < -1900 || fields.tm_mday < 1) return std::nullopt;
-  const auto date = Midnight(static_cast<unsigned>(fields.tm_year + 1900), static_cast<unsigned>(fields.tm_mon + 1),
-                             static_cast<unsigned>(fields.tm_mday));
-  if (!date || WriteDay(DayOf(*date), format) != text) return std::nullopt;
-  return date;
+// `format` with ordinary digits and the whole year.
+std::string PlainFormat(std::string_view format) {
+  return ReplaceAll(ReplaceAll(ReplaceAll(format, "%O", "%"), "%C%y", "%y"), "%y", "%Y");
 }
 
-std::optional<DateStamp> ReadDay(std::string_view text, DateOrder order, const std::string& format) {
-  const auto date = ParseDate(text, order);
-  return date ? date : ReadWritten(std::string(TrimBlanks(text)), format);
+// What `format` writes, in ordinary digits; zeros and blanks in front of numbers may be missing, and so may the
+// hundreds of the year.
+std::optional<DateStamp> ReadWritten(const std::string& text, const std::string& format) {
+  constexpr int kUnset = -10000;
+  std::tm fields{};
+  fields.tm_year = kUnset;
+  fields.tm_mon = -1;
+  const char* const end = strptime(text.c_str(), PlainFormat(format).c_str(), &fields);
+  if (end != text.c_str() + text.size() || fields.tm_year < -1900 || fields.tm_mday < 1) return std::nullopt;
+  auto year = static_cast<unsigned>(fields.tm_year + 1900);
+  if (year < 100) year = WholeYear(year);
+  if (year < 1000) return std::nullopt;
+  return Midnight(year, static_cast<unsigned>(fields.tm_mon + 1), static_cast<unsigned>(fields.tm_mday));
+}
+
+std::optional<DateStamp> ReadDay(const std::string& text, DateOrder order, const std::string& format) {
+  auto date = DateWithName(text, order);
+  if (!date) {
+    if (const auto pieces = CutDate(text)) date = NumericDate(*pieces, order);
+  }
+  if (!date) date = CompactDate(text);
+  return date ? date : ReadWritten(text, format);
+}
+
+std::optional<DateStamp> ReadDate(std::string_view typed, DateOrder order, const std::string& format) {
+  const std::string text = AsciiDigits(TrimBlanks(typed));
+  if (const auto day = ReadDay(text, order, format)) return day;
+  const std::size_t mark = text.find_last_of(" T", text.find(':'));
+  if (mark == text.npos) return std::nullopt;
+  const auto clock = ParseClock(FoldCase(text.substr(mark + 1)));
+  const auto day = ReadDay(std::string(TrimBlanks(std::string_view(text).substr(0, mark))), order, format);
+  if (!clock || !day) return std::nullopt;
+  return clock->isUtc ? LocalStamp(*day + clock->seconds - kUnixZero) : *day + clock->seconds;
 }
 
 bool IsCLocale(std::string_view name) { return name == "C" || name == "POSIX" || name.starts_with("C."); }
 
-// Two digits of a year don't tell it.
-const std::string& LocaleFormat() {
-  static const std::string format =
-      IsCLocale(std::setlocale(LC_TIME, nullptr)) ? "%Y-%m-%d" : ReplaceAll(nl_langinfo(D_FMT), "%y", "%Y");
-  return format;
+struct LocaleForm {
+  DateOrder order;
+  std::string format;                // by which days are read, empty where ISO is written
+  std::vector<std::string> toWrite;  // formats, the best first
+};
+
+// Two digits of a year don't tell it, nor does the year of an era that we don't read.
+const LocaleForm& FormOfLocale() {
+  static const LocaleForm form = [] {
+    const std::string format = nl_langinfo(D_FMT);
+    const DateOrder order = OrderOf(format);
+    if (IsCLocale(std::setlocale(LC_TIME, nullptr)) || order == DateOrder::OwnEra) return LocaleForm{order, "", {}};
+    const std::string whole = ReplaceAll(format, "%y", "%Y");
+    const std::string ownDigits = ReplaceAll(ReplaceAll(whole, "%OC%Oy", "%Oy"), "%Oy", "%OC%Oy");
+    return LocaleForm{order, format, {ownDigits, PlainFormat(format)}};
+  }();
+  return form;
 }
 
 }  // namespace
@@ -275,6 +312,7 @@ std::optional<DateStamp> ParseStamp(std::string_view text) {
 }
 
 DateOrder OrderOf(std::string_view format) {
+  if (format.find("%E") != format.npos) return DateOrder::OwnEra;
   std::string order;
   for (std::size_t at = format.find('%'); at != format.npos; at = format.find('%', at + 1)) {
     at = format.find_first_not_of("-_0^#EO", at + 1);
@@ -301,50 +339,44 @@ DateOrder OrderOf(std::string_view format) {
   }
   if (order == "dmy") return DateOrder::DayMonthYear;
   if (order == "ymd") return DateOrder::YearMonthDay;
+  if (order == "ydm") return DateOrder::YearDayMonth;
   return DateOrder::MonthDayYear;
 }
 
-std::optional<DateStamp> ParseDate(std::string_view text, DateOrder order) {
-  text = TrimBlanks(text);
-  std::int64_t secondsOfDay = 0;
-  if (const std::size_t colon = text.find(':'); colon != text.npos) {
-    const std::size_t mark = text.find_last_of(" T", colon);
-    if (mark == text.npos) return std::nullopt;
-    const auto time = ParseTime(text.substr(mark + 1));
-    if (!time) return std::nullopt;
-    secondsOfDay = *time;
-    text = TrimBlanks(text.substr(0, mark));
-  }
-  const auto pieces = CutDate(text);
-  if (!pieces) return std::nullopt;
-  auto date = NumericDate(*pieces, order);
-  if (!date) date = DateWithName(*pieces);
-  if (date) *date += secondsOfDay;
-  return date;
-}
+std::optional<DateStamp> ParseDate(std::string_view text, DateOrder order) { return ReadDate(text, order, ""); }
 
 std::optional<DateStamp> ParseDate(std::string_view text) {
-  static const DateOrder order = OrderOf(nl_langinfo(D_FMT));
-  return ReadDay(text, order, LocaleFormat());
+  const LocaleForm& form = FormOfLocale();
+  return ReadDate(text, form.order, form.format);
 }
 
 std::string FormatDay(DateStamp stamp, const std::string& format) {
   const chr::sys_days day = DayOf(stamp);
   std::string text = WriteDay(day, format);
-  return ReadDay(text, OrderOf(format), format) == Midnight(day) ? text : WriteIso(day);
+  return ReadDate(text, OrderOf(format), format) == Midnight(day) ? text : WriteIso(day);
 }
 
-std::string FormatDay(DateStamp stamp) { return FormatDay(stamp, LocaleFormat()); }
+std::string FormatDay(DateStamp stamp) {
+  const chr::sys_days day = DayOf(stamp);
+  for (const std::string& format : FormOfLocale().toWrite) {
+    std::string text = WriteDay(day, format);
+    if (ParseDate(text) == Midnight(day)) return text;
+  }
+  return WriteIso(day);
+}
+
+std::string FormatDate(DateStamp stamp) {
+  const std::string time = FormatStamp(stamp).substr(11);
+  return FormatDay(stamp) + (time == "00:00:00" ? "" : " " + time);
+}
 
 std::string FormatNamedDay(DateStamp stamp) {
   const chr::sys_days day = DayOf(stamp);
+  const auto month = static_cast<unsigned>(chr::year_month_day{day}.month());
   const std::string iso = WriteIso(day);
-  const Month& month = Months()[static_cast<unsigned>(chr::year_month_day{day}.month()) - 1];
-  const auto with = [&iso](std::string_view name) {
-    return iso.substr(8, 2) + " " + std::string(name) + " " + iso.substr(0, 4);
-  };
-  std::string text = with(month.shortForm);
-  return ParseDate(text) == Midnight(day) ? text : with(month.english.substr(0, 3));
+  const auto with = [&iso](const std::string& name) { return iso.substr(8, 2) + " " + name + " " + iso.substr(0, 4); };
+  std::string text = with(ShortMonth(month));
+  return ParseDate(text) == Midnight(day) ? text : with(EnglishShortMonth(month));
 }
 
 std::string FormatElapsed(std::int64_t seconds) {

@@ -36,6 +36,15 @@ char32_t FoldChar(utf8proc_int32_t code) {
   return static_cast<char32_t>(utf8proc_tolower(code));
 }
 
+bool IsDigit(utf8proc_int32_t code) { return utf8proc_category(code) == UTF8PROC_CATEGORY_ND; }
+
+// The digits of a script stand in a row from zero to nine; where several such rows follow each other, as many times.
+char DigitOf(utf8proc_int32_t code) {
+  utf8proc_int32_t value = 0;
+  while (IsDigit(code - value - 1)) ++value;
+  return static_cast<char>('0' + value % 10);
+}
+
 // The bytes of the folded text one after the other, without a copy of the whole.
 class FoldedBytes {
  public:
@@ -153,6 +162,21 @@ std::string PadNumber(std::int64_t number) {
   std::string digits = std::to_string(number);
   if (digits.size() < kWidth) digits.insert(0, kWidth - digits.size(), ' ');
   return digits;
+}
+
+std::string AsciiDigits(std::string_view text) {
+  std::string ascii;
+  for (std::size_t at = 0; at < text.size();) {
+    utf8proc_int32_t code = 0;
+    const std::size_t length = CharLength(text, at);
+    if (length > 1 && Decode(text, at, code) == length && IsDigit(code)) {
+      ascii += DigitOf(code);
+    } else {
+      ascii += text.substr(at, length);
+    }
+    at += length;
+  }
+  return ascii;
 }
 
 std::string ReplaceAll(std::string_view text, std::string_view what, std::string_view by) {

@@ -34,6 +34,9 @@ bool IsUtf8(std::string_view text);
 // number that needs more columns takes them.
 std::string PadNumber(std::int64_t number);
 
+// `text` with "0" to "9" for the decimal digits of every script.
+std::string AsciiDigits(std::string_view text);
+
 // `text` with each `what` (not empty) replaced by `by`.
 std::string ReplaceAll(std::string_view text, std::string_view what, std::string_view by);
 

@@ -8,6 +8,7 @@
 #include "cli/export_list_command.h"
 #include "cli/find_command.h"
 #include "cli/mark_command.h"
+#include "cli/oper_command.h"
 #include "cli/output.h"
 #include "cli/run_command.h"
 #include "cli/show_command.h"
@@ -30,6 +31,8 @@ struct Execute {
   int operator()(const ShowOptions& options) const { return ShowCommand(options, ports); }
   int operator()(const MarkOptions& options) const { return MarkCommand(options, ports); }
   int operator()(const ExportOptions& options) const { return ExportListCommand(options, ports); }
+  int operator()(const OperOptions& options) const { return OperCommand(options, ports); }
+  int operator()(const UndoOptions& /*options*/) const { return UndoCommand(ports); }
 };
 
 int Fail(ErrorOutput& err, const std::string& text, int status) {

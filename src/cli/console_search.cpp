@@ -61,7 +61,7 @@ void ConsoleSearch::Search() {
   tmrInterrupt_.Enabled = false;
   // One that came too late to stop anything is answered like one that came in time.
   if (ports_.interrupted()) progress_.CancelSrch = true;
-  ports_.searchHasEnded();
+  ports_.nothingToCancel();
 }
 
 void ConsoleSearch::CancelIfInterrupted() {

@@ -45,6 +45,7 @@ int ExportListCommand(const ExportOptions& options, const ConsolePorts& ports) {
   if (AreOneFile(ports.files, out, FilePath(options.session, ports.workingFolder))) {
     throw WrongUse("'" + options.file + "' is the session itself; the list would take its place.");
   }
+  ports.nothingToCancel();
   SavedResult saved(ports);
   if (!saved.Load(options.session, ports)) return kFailed;
   ExportDialogs dialogs(ports.err);

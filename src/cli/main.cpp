@@ -10,9 +10,13 @@
 #include "cli/console.h"
 #include "cli/interrupt.h"
 #include "platform/posix/event_queue_posix.h"
+#include "platform/posix/posix_file_changes.h"
 #include "platform/posix/posix_file_system.h"
 #include "platform/posix/posix_file_writer.h"
 #include "platform/posix/posix_shell.h"
+#include "platform/posix/posix_trash_places.h"
+#include "platform/posix/trash_folder.h"
+#include "transfer/file_executor.h"
 
 namespace {
 
@@ -33,10 +37,15 @@ int main(int argc, char** argv) {
   const tresmor::PosixFileWriter writer;
   const tresmor::PosixShell shell;
   tresmor::PosixEventQueue events;
+  const tresmor::UserFolders folders = tresmor::FindUserFolders();
+  tresmor::PosixFileChanges changes;
+  tresmor::PosixTrashPlaces trash(tresmor::HomeTrash(folders));
+  tresmor::UndoLog undoLog(files, changes, tresmor::FindUndoLog(folders));
+  tresmor::FileExecutor operations(files, changes, trash, undoLog);
   tresmor::ErrorOutput err(stderr, DeviceOfStderr());
   std::error_code nowhere;  // a working folder that is gone: relative paths then don't exist
   const std::string workingFolder = std::filesystem::current_path(nowhere).string();
   return tresmor::RunConsole(argc, argv,
-                             {files, writer, shell, events, workingFolder, stdout, isatty(STDOUT_FILENO) != 0, err,
-                              tresmor::Interrupted, tresmor::ReleaseInterrupts});
+                             {files, writer, shell, events, operations, changes, undoLog, workingFolder, stdout,
+                              isatty(STDOUT_FILENO) != 0, err, tresmor::Interrupted, tresmor::ReleaseInterrupts});
 }

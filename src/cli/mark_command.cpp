@@ -52,6 +52,7 @@ void PrintMarked(const ListView& lst, const ConsolePorts& ports) {
 }  // namespace
 
 int MarkCommand(const MarkOptions& options, const ConsolePorts& ports) {
+  ports.nothingToCancel();
   SavedResult saved(ports);
   if (!saved.Load(options.session, ports)) return kFailed;
   ResultLists& results = saved.frm.results;

@@ -8,6 +8,7 @@
 #include <sstream>
 #include <utility>
 
+#include "cli/oper_options.h"
 #include "cli/option_parts.h"
 #include "cli/session_options.h"
 
@@ -134,6 +135,10 @@ Command ParseCommandLine(int argc, const char* const* argv) {
   TypedShow show;
   MarkOptions mark;
   ExportOptions exported;
+  OperOptions trash{.action = FileAction::Trash};
+  OperOptions deletion{.action = FileAction::Delete};
+  OperOptions move{.action = FileAction::Move};
+  OperOptions copy{.action = FileAction::Copy};
   CLI::App app("Finds duplicate files, files of the same name, empty files and truncated copies.", "tresmor-cli");
   app.require_subcommand(1);
   const std::vector<std::pair<CLI::App*, std::function<Command()>>> commands = {
@@ -141,7 +146,12 @@ Command ParseCommandLine(int argc, const char* const* argv) {
       {&AddRun(app, run), [&] { return Settle(std::move(run)); }},
       {&AddShow(app, show), [&] { return Settle(std::move(show)); }},
       {&AddMark(app, mark), [&] { return Settle(std::move(mark)); }},
-      {&AddExport(app, exported), [&] { return Settle(std::move(exported)); }}};
+      {&AddExport(app, exported), [&] { return Settle(std::move(exported)); }},
+      {&AddOper(app, trash), [&] { return Settle(std::move(trash)); }},
+      {&AddOper(app, deletion), [&] { return Settle(std::move(deletion)); }},
+      {&AddOper(app, move), [&] { return Settle(std::move(move)); }},
+      {&AddOper(app, copy), [&] { return Settle(std::move(copy)); }},
+      {&AddUndo(app), [] { return UndoOptions(); }}};
   app.set_version_flag("--version", "tresmor-cli " TRESMOR_VERSION);
   for (const auto& [command, settle] : commands) command->set_version_flag("--version", "tresmor-cli " TRESMOR_VERSION);
   try {

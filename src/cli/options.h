@@ -88,13 +88,34 @@ struct ExportOptions {
   std::string file;  // to be written, as it was typed
 };
 
+enum class FileAction { Trash, Delete, Move, Copy };
+
+struct OperOptions {
+  FileAction action = FileAction::Trash;
+  std::string session{};
+  ResultList list = ResultList::Duplicates;
+  std::string destination{};  // a folder as it was typed; none for trash and delete, as are the next two
+  bool structure = false;
+  bool removeEmpty = false;
+  bool yes = false;
+  bool noVerify = false;  // not for copy, as is the next
+  bool allowAll = false;
+
+  bool HasDestination() const { return action == FileAction::Move || action == FileAction::Copy; }
+  // Whether files leave their places.
+  bool TakesAway() const { return action != FileAction::Copy; }
+};
+
+struct UndoOptions {};
+
 // What the user must put right; the text says it to them.
 struct WrongUse : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
 // What is to be done; a text is to be printed (help, version).
-using Command = std::variant<std::string, FindOptions, RunOptions, ShowOptions, MarkOptions, ExportOptions>;
+using Command = std::variant<std::string, FindOptions, RunOptions, ShowOptions, MarkOptions, ExportOptions, OperOptions,
+                             UndoOptions>;
 
 // Throws WrongUse.
 Command ParseCommandLine(int argc, const char* const* argv);

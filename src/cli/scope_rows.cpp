@@ -20,13 +20,6 @@ void CheckFolder(const std::string& folder, const std::string& typed, const Scop
                  (ExistsPath(ports.files, std::string(name)) ? "' is no folder." : "' does not exist."));
 }
 
-std::string FolderOf(const std::string& typed, const ScopePorts& ports) {
-  if (typed.empty()) throw WrongUse("Path '' does not exist.");
-  std::string folder = AbsoluteFolder(typed, ports);
-  CheckFolder(folder, typed, ports);
-  return folder;
-}
-
 void AddRow(ListView& lstPath, const ScopeRow& row) {
   const std::vector<CellValue> cells = {row.SubFolder, row.MinSize, row.MaxSize, row.Date, row.SearchTarget};
   lstPath.SetSmallIcon(lstPath.AddRow(row.Text, cells), ScopeRow::kIncluded);
@@ -54,22 +47,29 @@ std::string AbsoluteFolder(const std::string& typed, const ScopePorts& ports) {
   return folder;
 }
 
+std::string ExistingFolder(const std::string& typed, const ScopePorts& ports) {
+  if (typed.empty()) throw WrongUse("Path '' does not exist.");
+  std::string folder = AbsoluteFolder(typed, ports);
+  CheckFolder(folder, typed, ports);
+  return folder;
+}
+
 void AddScopeRows(FrmMain& frm, const FindOptions& options, const ScopePorts& ports) {
   ScopeRow row;
   row.SubFolder = options.noSubfolders ? "No" : "Yes";
   row.MinSize = options.minKb;
   row.MaxSize = options.maxKb;
-  if (options.since) row.Date = FormatStamp(*options.since);
+  if (options.since) row.Date = FormatDate(*options.since);
   const auto add = [&](const std::vector<std::string>& folders, const char* searchTarget) {
     row.SearchTarget = searchTarget;
     for (const std::string& typed : folders) {
-      row.Text = FolderOf(typed, ports) + options.pattern;
+      row.Text = ExistingFolder(typed, ports) + options.pattern;
       AddRow(frm.lstPath, row);
     }
   };
   add(options.paths, "Yes");
   add(options.areas, "No");
-  for (const std::string& typed : options.excludes) AddExcludedRow(frm.lstPath, FolderOf(typed, ports));
+  for (const std::string& typed : options.excludes) AddExcludedRow(frm.lstPath, ExistingFolder(typed, ports));
 }
 
 void CheckScopeRows(const FrmMain& frm, const ScopePorts& ports) {
@@ -85,7 +85,7 @@ void CheckScopeRows(const FrmMain& frm, const ScopePorts& ports) {
 
 void CheckFolderOfFile(const std::string& typed, const ScopePorts& ports) {
   const std::string folder(GetFolderOf(typed, ports.files.Style()));
-  FolderOf(folder.empty() ? "." : folder, ports);
+  ExistingFolder(folder.empty() ? "." : folder, ports);
 }
 
 std::vector<std::string> RowsLeftOut(const FrmMain& frm, const ScopePorts& ports, const LeftOutWords& words) {

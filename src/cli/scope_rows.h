@@ -19,6 +19,9 @@ struct ScopePorts {
 // Puts the folders of a command line into lstPath. Throws WrongUse for one that isn't there or is no folder.
 void AddScopeRows(FrmMain& frm, const FindOptions& options, const ScopePorts& ports);
 
+// As AbsoluteFolder; throws WrongUse for one that isn't there or is no folder.
+std::string ExistingFolder(const std::string& typed, const ScopePorts& ports);
+
 // Throws WrongUse where one of the folders that lstPath searches isn't there or is no folder.
 void CheckScopeRows(const FrmMain& frm, const ScopePorts& ports);
 

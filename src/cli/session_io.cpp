@@ -63,7 +63,6 @@ bool SaveSession(FrmMain& frm, const std::string& typed, const ConsolePorts& por
 }
 
 bool SavedResult::Load(const std::string& typed, const ConsolePorts& ports) {
-  ports.searchHasEnded();
   if (!LoadSession(frm, progress, typed, ports) || !CheckRows(frm.results, ports.err)) return false;
   if (frm.session.SaveSrchResult) return true;
   ports.err.Say("'" + typed + "' was saved without a result. 'tresmor-cli run' searches what it tells.");

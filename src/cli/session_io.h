@@ -24,8 +24,7 @@ struct SavedResult {
   explicit SavedResult(const ConsolePorts& ports) : progress(ports.events, frm.tmrProgress, frm.msgBar, frm.pbMain) {}
   // As LoadSession; false also for a session that was saved without a result, and told as damage for one whose rows
   // can't be printed. After it each row has a size that is a whole number, a date and, where the list has them, a group
-  // number; and the sizes of a list have a sum. From here on nothing can be cancelled: the first signal ends the
-  // program.
+  // number; and the sizes of a list have a sum.
   bool Load(const std::string& typed, const ConsolePorts& ports);
 
   FrmMain frm;

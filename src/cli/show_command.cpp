@@ -10,6 +10,7 @@
 namespace tresmor {
 
 int ShowCommand(const ShowOptions& options, const ConsolePorts& ports) {
+  ports.nothingToCancel();
   SavedResult saved(ports);
   if (!saved.Load(options.session, ports)) return kFailed;
   ResultLists& results = saved.frm.results;

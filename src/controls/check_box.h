@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 
 #include "base/failure.h"
 #include "controls/placed_control.h"
@@ -20,13 +21,15 @@ struct CheckBoxValue {
 
 class CheckBox : public PlacedControl {
  public:
-  explicit CheckBox(bool ticked = false, Place place = {})
-      : PlacedControl(place), Value(*this, Notice::What::Value, ticked ? kTicked : kOff) {}
+  explicit CheckBox(bool ticked = false, std::string caption = {}, Place place = {})
+      : PlacedControl(place),
+        Value(*this, Notice::What::Value, ticked ? kTicked : kOff),
+        Caption(*this, Notice::What::Text, std::move(caption)) {}
 
   bool Ticked() const { return Value() == kTicked; }
 
-  Property<std::string> Caption{*this, Notice::What::Text};
   Property<std::int16_t, CheckBoxValue> Value;
+  Property<std::string> Caption;
 };
 
 }  // namespace tresmor

@@ -36,6 +36,12 @@ const std::array<GuardedMessage, kGuardedIds> kGuardedMessages = {{
 FrmMyMsgBox::FrmMyMsgBox()
     : OKButton("OK", {.left = kOkLeft, .width = 1215}), cmdCancel("Cancel", {.left = 2760, .width = 1215}) {
   Visible = false;
+  imgWarning.Visible = false;
+  imgTips.Visible = false;
+  chkDontShow.Caption = kDontShowCaption;
+  Listen([this](const Notice& notice) {
+    if (notice.what == Notice::What::Place && notice.when == Notice::When::After) PlaceOk();
+  });
   OKButton.OnClick = [this] { Answer(chkDontShow.Ticked() ? kOkDontShow : kOk); };
   cmdCancel.OnClick = [this] { Answer(kCancel); };
 }
@@ -45,12 +51,14 @@ void FrmMyMsgBox::Load() {
   Caption = Title.empty() ? kAppTitle : Title;
   chkDontShow.Value = false;
   imgWarning.Visible = IconType == kWarningIcon;
-  const bool tip = IconType == kTipsIcon;
-  imgTips.Visible = tip;
-  cmdCancel.Visible = !tip;
-  OKButton.Left = tip ? (Width() - OKButton.Width()) / 2 : kOkLeft;
+  imgTips.Visible = IconType == kTipsIcon;
+  cmdCancel.Visible = IconType != kTipsIcon;
+  PlaceOk();
   Visible = true;
 }
+
+// In the middle where it is alone.
+void FrmMyMsgBox::PlaceOk() { OKButton.Left = cmdCancel.Visible() ? kOkLeft : (Width() - OKButton.Width()) / 2; }
 
 void FrmMyMsgBox::Unload() { Visible = false; }
 

@@ -31,11 +31,12 @@ class FrmMyMsgBox : public Control {
   std::int32_t Rtn = kOk;  // what the last button said; a box that no button closed leaves it as it was
 
   Property<std::string> Caption{*this, Notice::What::Text};
-  Property<float> Width{*this, Notice::What::Place, 5352};  // twips with the frame, as whoever shows it has measured
+  // Twips with the frame, as whoever shows it has measured, before or after it is loaded.
+  Property<float> Width{*this, Notice::What::Place, 5352};
   Label lblMsg;
   Image imgWarning;
   Image imgTips;
-  CheckBox chkDontShow;  // "Don't show this dialog again."
+  CheckBox chkDontShow;
   Button OKButton;
   Button cmdCancel;
 
@@ -47,6 +48,7 @@ class FrmMyMsgBox : public Control {
   void Escape();
 
  private:
+  void PlaceOk();
   void Answer(std::int32_t answer);
 };
 

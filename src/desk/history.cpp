@@ -60,10 +60,12 @@ void AddHistory(ComboBox& cmb, const std::vector<std::string>& dizArr) {
   cmb.SetText(cmb.List(0));
 }
 
-void LoadHistory(const SettingsStore& store, std::string_view section, ComboBox& cmb) {
+void LoadHistory(const SettingsStore& store, std::initializer_list<KeptHistory> histories) {
   for (int i = 0; i < kKeptEntries; ++i) {
-    std::string entry = store.Get(kAppTitle, section, std::to_string(i), "");
-    if (!entry.empty()) cmb.AddItem(std::move(entry));
+    for (const KeptHistory& history : histories) {
+      std::string entry = store.Get(kAppTitle, history.section, std::to_string(i), "");
+      if (!entry.empty()) history.cmb.AddItem(std::move(entry));
+    }
   }
 }
 

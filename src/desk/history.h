@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -30,8 +31,14 @@ void InsTopItem(ComboBox& cmb, const std::string& text);
 // takes it away from its place.
 void AddHistory(ComboBox& cmb, const std::vector<std::string>& dizArr);
 
-// Appends what was kept of a history, at most ten entries. A key without a text counts for nothing.
-void LoadHistory(const SettingsStore& store, std::string_view section, ComboBox& cmb);
+struct KeptHistory {
+  std::string_view section;
+  ComboBox& cmb;
+};
+
+// Appends what was kept of histories, at most ten entries of each, to their boxes: the first entry of all, then the
+// second, and so on. A key without a text counts for nothing.
+void LoadHistory(const SettingsStore& store, std::initializer_list<KeptHistory> histories);
 
 // Keeps the entries of `cmb` by their positions, up to the one where `end`, which is mostly the same box, has its
 // separator. Keys behind them keep what they have. Throws what the store throws.

@@ -55,23 +55,20 @@ FrmFileOper::FrmFileOper()
       fraDest("Destination", {kLeft, kDestTop, kWide, 855}),
       txtDestination({120, 360, 5400, 315}),
       cmdBrowse("&Browse...", {5640, 330, kButtonWidth, kButtonHeight}),
-      chkDirStruct(false, {kLeft, kStructTop, kWide, kLine}),
-      chkOpenDestDir(false, {kLeft, kOpenTop, kWide, kLine}),
-      chkRemoveEmptyDir(false, {kLeft, kStructTop, kWide, kLine}),
+      chkDirStruct(false, "directory structure", {kLeft, kStructTop, kWide, kLine}),
+      chkOpenDestDir(false, "Open destination folder after ", {kLeft, kOpenTop, kWide, kLine}),
+      chkRemoveEmptyDir(false, "Remove empty directories after ", {kLeft, kStructTop, kWide, kLine}),
       fraDel("", {kLeft, kOpenTop, kWide, 975}),
       optRecycleBin(
           "Move to recycle bin (*If the property of recycle bin is set to 'do not move file to recycle bin', "
           "files will be deleted permanently at any rate.)",
           true, {120, 120, kWide - 240, 2 * kLine}),
       optDelPermanently("Delete permanently", false, {120, 660, kWide - 240, kLine}),
-      chkYesToAll(false, {kLeft, kYesTop, kWide, kLine}),
+      chkYesToAll(false, "Respond with Yes to All for any dialog box that is displayed. ",
+                  {kLeft, kYesTop, kWide, kLine}),
       OKButton("&Yes", {2400, kButtonsTop, kButtonWidth, kButtonHeight}),
       CancelButton("&No", {3825, kButtonsTop, kButtonWidth, kButtonHeight}) {
   Visible = false;
-  chkDirStruct.Caption = "directory structure";
-  chkOpenDestDir.Caption = "Open destination folder after ";
-  chkRemoveEmptyDir.Caption = "Remove empty directories after ";
-  chkYesToAll.Caption = "Respond with Yes to All for any dialog box that is displayed. ";
   lblNotes.Caption =
       "RECOMMENDATION: It is recommended you move files to a temporary folder for keeping some time before deletion.";
   JoinOptions({&optRecycleBin, &optDelPermanently});

@@ -17,11 +17,11 @@ struct FrmSmartDel {
   ChoiceList lstVer{{"(Unspecified)", "Newer Version", "Older Version!"}};
 
   ListView lstFolder;  // folders with the separator at their ends; the selected ones are meant
-  CheckBox chkSubFolder{true};
+  CheckBox chkSubFolder{true, "Sub-folder"};
   ComboBox cmbPattern;  // patterns of names with ";" between them
 
   // Of the groups that are marked wholly, unmark one file.
-  CheckBox chkLeaveAtLeast1{true};
+  CheckBox chkLeaveAtLeast1{true, "Keep at least one:"};
   ChoiceList lstLeaveDate{{"(Unspecified)", "Keep Newest Files", "Keep Oldest Files!"}, 1};
   ChoiceList lstLeaveVer{{"(Unspecified)", "Keep Newest Version", "Keep Oldest Version!"}};
 };

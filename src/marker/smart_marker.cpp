@@ -100,11 +100,11 @@ void MarkPatterns(std::string_view patterns, ListView& lst) {
   }
 }
 
-void MarkByLists(const FrmSmartDel& frm, ResultLists& results, EventQueue& events) {
+void MarkByLists(const FrmSmartDel& frm, ListView& lst, ResultList kind, EventQueue& events) {
   for (const ListRule& rule : kListRules) {
     if ((frm.*rule.list).ListIndex() != rule.ListIndex) continue;
     if (rule.marks.bGuardOnly && !frm.chkLeaveAtLeast1.Value()) continue;
-    MarkGroups(results, events, rule.marks);
+    MarkGroups(lst, kind, events, rule.marks);
   }
 }
 
@@ -115,6 +115,8 @@ bool AsksForOneButNotWhich(const FrmSmartDel& frm) {
 }  // namespace
 
 SmartMarks MarkBySmartRules(FrmSmartDel& frm, ResultLists& results, const SmartMarkerPorts& ports) {
+  const ResultList kind = results.ShownKind();
+  ListView& lst = results.List(kind);
   if (AsksForOneButNotWhich(frm)) {
     ports.dialogs.MessageBox("You have select keep at least one file, please select either by date or version.",
                              BoxIcon::Information, "", BoxButtons::Ok);
@@ -124,15 +126,15 @@ SmartMarks MarkBySmartRules(FrmSmartDel& frm, ResultLists& results, const SmartM
   if (!frm.chkLeaveAtLeast1.Value()) {
     ports.GuardedMsg(kTipOrgNDupSM);
   }
-  MarkFolders(frm, results.Shown());
+  MarkFolders(frm, lst);
   try {
-    MarkPatterns(frm.cmbPattern.Text(), results.Shown());
+    MarkPatterns(frm.cmbPattern.Text(), lst);
   } catch (const Failure& failure) {
     if (failure.Number() != Errors::BadPattern) throw;
     ReportRunTimeError(ports.dialogs, failure);
     return SmartMarks::Stopped;
   }
-  MarkByLists(frm, results, ports.events);
+  MarkByLists(frm, lst, kind, ports.events);
   return SmartMarks::Done;
 }
 

@@ -1,5 +1,5 @@
 // Smart Marker: from a few choices of the user to marks on the rows of the result list on show. It changes nothing
-// else.
+// else. The list is the one that is on show when the run begins, also if an event brings up another meanwhile.
 #pragma once
 
 #include <functional>

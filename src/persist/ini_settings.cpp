@@ -1,5 +1,6 @@
 #include "persist/ini_settings.h"
 
+#include <memory>
 #include <utility>
 
 #include "persist/ini_text.h"
@@ -18,40 +19,43 @@ IniSettings::IniSettings(const FileSystem& files, const FileWriter& writer, std:
 
 std::string IniSettings::Get(std::string_view application, std::string_view section, std::string_view key,
                              std::string_view fallback) const {
-  std::string ini;
-  PassOverFailure([&] { ini = ReadWholeFile(files_, path_, kMostBytes); });
-  return FindIniValue(ini, {application, section}, key).value_or(std::string(fallback));
+  try {
+    return FindIniValue(Read(), {application, section}, key).value_or(std::string(fallback));
+  } catch (const Failure& failure) {
+    unread_ = failure.Number();
+    return std::string(fallback);
+  }
 }
 
 void IniSettings::Save(std::string_view application, std::string_view section, std::string_view key,
                        std::string_view value) {
-  std::string ini = ReadToChange();
-  if (SetIniValue(ini, {application, section}, key, value)) Write(ini);
+  if (unread_ != Errors::None) throw Failure(unread_);
+  Change([&](std::string& ini) { return SetIniValue(ini, {application, section}, key, value); });
 }
 
 void IniSettings::DeleteSection(std::string_view application, std::string_view section) {
-  std::string ini = ReadToChange();
-  if (RemoveIniKeys(ini, {application, section})) Write(ini);
+  Change([&](std::string& ini) { return RemoveIniKeys(ini, {application, section}); });
+}
+
+// `change` tells whether there is something to write.
+void IniSettings::Change(const std::function<bool(std::string& ini)>& change) const {
+  Errors failure = writer_.MakeFolder(std::string(GetFolderOf(path_, files_.Style())));
+  const std::unique_ptr<FileLock> lock = writer_.Lock(path_);
+  std::string ini = Read();
+  if (!change(ini)) return;
+  if (static_cast<std::int64_t>(ini.size()) > kMostBytes) throw Failure(Errors::Overflow);
+  if (failure == Errors::None) failure = writer_.Replace(path_, ini);
+  if (failure != Errors::None) throw Failure(failure);
 }
 
 // Writing anew what could only be read in part would lose the rest.
-std::string IniSettings::ReadToChange() const {
+std::string IniSettings::Read() const {
   try {
     return ReadWholeFile(files_, path_, kMostBytes);
   } catch (const Failure& failure) {
     if (failure.Number() != Errors::FileNotFound) throw;
     return {};
   }
-}
-
-void IniSettings::Write(const std::string& ini) const {
-  if (static_cast<std::int64_t>(ini.size()) > kMostBytes) throw Failure(Errors::Overflow);
-  Errors failure = writer_.Replace(path_, ini);
-  if (failure == Errors::FileNotFound) {
-    failure = writer_.MakeFolder(std::string(GetFolderOf(path_, files_.Style())));
-    if (failure == Errors::None) failure = writer_.Replace(path_, ini);
-  }
-  if (failure != Errors::None) throw Failure(failure);
 }
 
 }  // namespace tresmor

@@ -1,6 +1,7 @@
 // The user's settings in one file (persist/ini_text.h).
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -10,12 +11,14 @@
 
 namespace tresmor {
 
-// Every call reads the file anew, and the writer puts the new file in the old one's place as a whole. So programs that
-// change keys of their own one after the other lose nothing; of two that write at the same moment the later one wins.
+// Every call reads the file anew, and the writer puts the new file in the old one's place as a whole. Who changes it
+// keeps the others out from the reading to the writing, as long as none of them stands still there: then the one that
+// has waited for too long goes on, and what the other writes later wins.
 // A file of more than 16 MiB is no settings file: neither is it read nor is one written (Overflow).
 class IniSettings final : public SettingsStore {
  public:
-  // The file at `path` needn't be there yet, nor its folder. It may be a link to the file.
+  // The file at `path` needn't be there yet, nor its folder. It may be a link to the file. `writer` should make files
+  // that are the user's alone.
   IniSettings(const FileSystem& files, const FileWriter& writer, std::string path);
 
   std::string Get(std::string_view application, std::string_view section, std::string_view key,
@@ -26,12 +29,13 @@ class IniSettings final : public SettingsStore {
   void DeleteSection(std::string_view application, std::string_view section) override;
 
  private:
-  void Write(const std::string& ini) const;
-  std::string ReadToChange() const;
+  void Change(const std::function<bool(std::string& ini)>& change) const;
+  std::string Read() const;
 
   const FileSystem& files_;
   const FileWriter& writer_;
   const std::string path_;
+  mutable Errors unread_ = Errors::None;  // why Get once gave a fallback in place of what is kept
 };
 
 }  // namespace tresmor

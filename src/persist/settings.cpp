@@ -41,8 +41,7 @@ void SaveOption(SettingsStore& store, const char* key, const std::string& value)
 
 void LoadSettings(const SettingsStore& store, const Shell& shell, DateStamp now, SettingsOwner owner) {
   owner.presets = BuildPresets(shell);
-  LoadHistory(store, kPathHistory, owner.txtPath);
-  LoadHistory(store, kExtHistory, owner.txtExt);
+  LoadHistory(store, {{kPathHistory, owner.txtPath}, {kExtHistory, owner.txtExt}});
   AddPresets(owner.txtExt, owner.presets.FileTypeDizArr);
   AddPresets(owner.txtPath, owner.presets.PathDizArr);
   LoadOptions(store, shell, now, owner.options);

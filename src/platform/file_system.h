@@ -111,8 +111,8 @@ class FileSystem {
   // Opens a folder (with or without a separator at its end). Null with the reason in `failure`.
   virtual std::unique_ptr<Folder> OpenFolder(const std::string& folder, Errors& failure) const = 0;
 
-  // Where `path` leads if links stand on it, for who opens a file that the user named; `path` itself if none do, or if
-  // they lead nowhere.
+  // Where `path` leads if links stand on it, for who opens a file that the user named; nothing need stand there. `path`
+  // itself if none do, or if they can't be followed.
   virtual std::string Resolved(const std::string& path) const = 0;
 
   // How many files and folders may be open at once, the program's other needs taken off. At least 8.

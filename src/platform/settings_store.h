@@ -9,13 +9,14 @@
 namespace tresmor {
 
 // Texts under an application, a section of it and a key in that, all three compared without regard to case. Names and
-// values are any bytes. Several programs may use one store at once: what one saves stays when another saves a key of
-// its own. One thread at a time.
+// values are any bytes. Several programs may use one store at once, even in the same moment: what one saves stays when
+// another saves a key of its own. One thread at a time.
 class SettingsStore {
  public:
   virtual ~SettingsStore() = default;
 
-  // The value, or `fallback` where none is kept. A store that can't be read has none; the next Save tells why.
+  // The value, or `fallback` where none is kept. A store that can't be read has none, and from then on Save fails for
+  // the same reason: what its caller holds may be fallbacks, which must not take the place of what is kept.
   virtual std::string Get(std::string_view application, std::string_view section, std::string_view key,
                           std::string_view fallback) const = 0;
 

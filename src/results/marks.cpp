@@ -60,10 +60,8 @@ void MarkSelected(ResultLists& results) {
   }
 }
 
-void MarkGroups(ResultLists& results, EventQueue& events, const GroupRule& rule) {
+void MarkGroups(ListView& lst, ResultList kind, EventQueue& events, const GroupRule& rule) {
   constexpr std::int32_t none = -1;
-  const ResultList kind = results.ShownKind();
-  ListView& lst = results.Shown();
   if (lst.Count() == 0) return;
   SortList(lst, GroupColumn(kind), kAscending);
   EventSlice slice(events);

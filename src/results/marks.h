@@ -1,5 +1,5 @@
-// Marks, which are what operations on files act on, and the helpers over marked rows, of the list on show unless
-// another is named. All of it runs on the interface thread.
+// Marks of a list, which are what operations on files act on, and the helpers over its marked rows. What takes all
+// lists works on the one that is on show when it begins. All of it runs on the interface thread.
 #pragma once
 
 #include <cstdint>
@@ -28,10 +28,11 @@ struct GroupRule {
   bool bGuardOnly = false;
 };
 
-// Sorts the list by its groups' key and applies the rule to each group, that is to each run of rows of one key. Events
-// are let in between groups. The last row of the list is taken into a run that reaches up to it, whatever its own key
-// is; apart from that a row on its own is no group. An empty list is left as it is.
-void MarkGroups(ResultLists& results, EventQueue& events, const GroupRule& rule);
+// Sorts the list by its groups' key and applies the rule to each group, that is to each run of rows of one key. The
+// last row of the list is taken into a run that reaches up to it, whatever its own key is; apart from that a row on its
+// own is no group. An empty list is left as it is. Now and then, when events have waited long enough (EventSlice), they
+// are let in behind a group, and find no group half marked.
+void MarkGroups(ListView& lst, ResultList kind, EventQueue& events, const GroupRule& rule);
 // Applies the rule to the rows first to last.
 void MarkGroupRange(ListView& lst, std::int32_t first, std::int32_t last, const GroupRule& rule);
 
@@ -43,7 +44,7 @@ std::vector<std::string> MarkedPaths(const ListView& lst);
 std::string GetPrevList(const ResultLists& results);
 
 // Removes the marked rows of a result list whose files have gone. The list is hidden meanwhile. Events are let in
-// between rows, and find a list without those that have gone up to there.
+// likewise, behind a row, and find a list without those that have gone up to there.
 void PruneMissing(ListView& lst, const FileSystem& files, EventQueue& events);
 
 }  // namespace tresmor

@@ -11,12 +11,12 @@
 
 namespace tresmor {
 
-// Last write on the UTC clock. The zero date for a file that is hidden, gone, no regular file or can't be told.
 // Looks at an entry of a folder that was to be opened. Where `folder` is null, `failure` tells why; if it was for want
 // of descriptors, the way by path, which needs none, is left.
 Errors StatEntry(const FileSystem& files, const Folder* folder, Errors failure, const std::string& path,
                  std::string_view name, FileStat& stat);
 
+// Last write on the UTC clock. The zero date for a file that is hidden, gone, no regular file or can't be told.
 DateStamp GetFileDate(const FileSystem& files, const std::string& path);
 DateStamp GetFileDate(const Folder& folder, std::string_view name);
 

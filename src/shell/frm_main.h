@@ -38,7 +38,7 @@ struct FrmMain {
   CheckBox chkTolerant;
   CheckBox chkHidden;
   CheckBox chkProtectWinDir{true};
-  CheckBox chkVer;  // read the versions of the files that are listed
+  CheckBox chkVer{false, "Show File Version"};  // read the versions of the files that are listed
   Timer tmrProgress{1000};
   Timer tmrUpdate{1000};  // counts marks and selection once, when the clicks have ended
   Panel msgBar;

@@ -8,7 +8,8 @@
 
 namespace tresmor {
 
-ResultPage::ResultPage(FrmMain& frm, const ResultPagePorts& ports) : frm_(frm), ports_(ports) {
+ResultPage::ResultPage(FrmMain& frm, Progress& progress, const ResultPagePorts& ports)
+    : frm_(frm), progress_(progress), ports_(ports) {
   for (ListView& lst : frm_.results.lstResult) Bind(lst);
 }
 
@@ -51,6 +52,8 @@ void ResultPage::mnuOpenFolder() {
   const ListView& lst = frm_.results.Shown();
   if (const std::int32_t row = lst.SelectedItem()) ports_.shell.ShellOpen(lst.Cell(row, kFolderItem));
 }
+
+void ResultPage::mnuShowVer() { ShowVersions(frm_, progress_, ports_.versions); }
 
 // Versions take the longest to sort.
 void ResultPage::Sort(ListView& lst, std::int16_t column) {

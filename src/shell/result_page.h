@@ -1,19 +1,23 @@
 // What the user does in the result lists, and the commands that mark their rows or show more of one.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <functional>
 
 #include "desk/guarded_msg.h"
 #include "desk/options.h"
+#include "desk/progress.h"
 #include "platform/shell.h"
 #include "results/list_tip.h"
 #include "shell/frm_main.h"
+#include "shell/show_versions.h"
 
 namespace tresmor {
 
 struct ResultPagePorts {
   const Shell& shell;
+  ShowVersionsPorts versions;
   // Shows one of the messages that can be silenced and gives whether the user went on.
   std::function<bool(GuardedId message)> GuardedMsg;
   // Shows the picture in the file of SelectedItem.
@@ -27,8 +31,9 @@ struct ResultPagePorts {
 // Interface thread. A command works on the list on show.
 class ResultPage {
  public:
-  // Binds the events of the result lists, but for hover texts. The page outlives them.
-  ResultPage(FrmMain& frm, const ResultPagePorts& ports);
+  // Binds the events of the result lists, but for hover texts. The page outlives them. `progress` is bound to the
+  // form's own timer, panel and bar.
+  ResultPage(FrmMain& frm, Progress& progress, const ResultPagePorts& ports);
   ResultPage(const ResultPage&) = delete;
   ResultPage& operator=(const ResultPage&) = delete;
 
@@ -39,6 +44,8 @@ class ResultPage {
   // Show the properties of SelectedItem's file, and open the folder it lies in. Without such a row nothing happens.
   void mnuPropPage();
   void mnuOpenFolder();
+  // Reads the versions of all files of the list, as ShowVersions does.
+  void mnuShowVer();
 
  private:
   void Bind(ListView& lst);
@@ -47,8 +54,25 @@ class ResultPage {
   void Sort(ListView& lst, std::int16_t column);
 
   FrmMain& frm_;
+  Progress& progress_;
   const ResultPagePorts ports_;
 };
+
+// A command as it stands in mnuFile; "&" comes before the letter that chooses it.
+struct ResultCommand {
+  const char* caption;
+  void (ResultPage::*run)();
+};
+
+// The commands of the page, in the menu's order.
+inline constexpr std::array<ResultCommand, 6> kResultCommands = {{
+    {"Open &Folder", &ResultPage::mnuOpenFolder},
+    {"File &Properties", &ResultPage::mnuPropPage},
+    {"Show file &version", &ResultPage::mnuShowVer},
+    {"Mark &all", &ResultPage::mnuMarkAll},
+    {"Mark Selec&ted files", &ResultPage::mnuMarkSelected},
+    {"&Clear all marks", &ResultPage::mnuClearMarks},
+}};
 
 // Shows hover texts over the rows of the scope list and the result lists. `options` and `tip` outlive their events.
 void BindListTips(FrmMain& frm, const Options& options, ListTip& tip);

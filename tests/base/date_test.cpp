@@ -92,7 +92,8 @@ std::string Meant(const char* text, DateOrder order = DateOrder::MonthDayYear) {
   return stamp ? FormatStamp(*stamp) : "none";
 }
 
-constexpr DateOrder kOrders[] = {DateOrder::DayMonthYear, DateOrder::MonthDayYear, DateOrder::YearMonthDay};
+constexpr DateOrder kOrders[] = {DateOrder::DayMonthYear, DateOrder::MonthDayYear, DateOrder::YearMonthDay,
+                                 DateOrder::YearDayMonth, DateOrder::OwnEra};
 
 TEST(ParseDate, ReadsIsoInEveryOrder) {
   for (const DateOrder order : kOrders) {
@@ -106,6 +107,7 @@ TEST(ParseDate, ReadsIsoInEveryOrder) {
 
 TEST(ParseDate, ReadsNamesOfMonths) {
   for (const DateOrder order : kOrders) {
+    if (order == DateOrder::OwnEra) continue;
     for (const char* text :
          {"2 Jul 2003", "July 2, 2003", "02-JUL-2003", "2 july 03", "Jul. 2 2003", "2003 Jul 2", "2. Jul 2003"}) {
       EXPECT_EQ(Meant(text, order), "2003/07/02 00:00:00") << text;
@@ -135,6 +137,49 @@ TEST(ParseDate, FollowsTheOrderWhereItIsOpen) {
   EXPECT_EQ(Meant("03-07-02", DateOrder::MonthDayYear), "2002/03/07 00:00:00");
   EXPECT_EQ(Meant("03.07.02", DateOrder::DayMonthYear), "2002/07/03 00:00:00");
   EXPECT_EQ(Meant("2. 7. 2003.", DateOrder::DayMonthYear), "2003/07/02 00:00:00");
+}
+
+TEST(ParseDate, ADayMayStandBehindItsYear) {
+  EXPECT_EQ(Meant("2003.02.07", DateOrder::YearDayMonth), "2003/07/02 00:00:00");
+  EXPECT_EQ(Meant("03.02.07", DateOrder::YearDayMonth), "2003/07/02 00:00:00");
+  EXPECT_EQ(Meant("2.7.2003", DateOrder::YearDayMonth), "2003/07/02 00:00:00");
+  EXPECT_EQ(Meant("2003/07/02 13:05:00", DateOrder::YearDayMonth), "2003/07/02 13:05:00");
+}
+
+TEST(ParseDate, YearsOfAnotherEraAreNotTakenForOurs) {
+  for (const char* text : {"2/7/2546", "02.07.46", "46-07-02", "2 Jul 46"}) {
+    EXPECT_EQ(Meant(text, DateOrder::OwnEra), "none") << text;
+  }
+  EXPECT_EQ(Meant("2 Jul 2003", DateOrder::OwnEra), "2003/07/02 00:00:00");
+}
+
+TEST(ParseDate, ReadsEightDigits) {
+  EXPECT_EQ(Meant("20030702"), "2003/07/02 00:00:00");
+  EXPECT_EQ(Meant("20030702 13:05"), "2003/07/02 13:05:00");
+  for (const char* text : {"20031302", "20030732", "2003070", "200307021", "2003070x"}) EXPECT_EQ(Meant(text), "none");
+}
+
+TEST(ParseDate, ReadsHalvesOfTheDay) {
+  EXPECT_EQ(Meant("7/2/2003 1:05 PM"), "2003/07/02 13:05:00");
+  EXPECT_EQ(Meant("7/2/2003 1:05:59 am"), "2003/07/02 01:05:59");
+  EXPECT_EQ(Meant("2 Jul 2003 12:00AM"), "2003/07/02 00:00:00");
+  EXPECT_EQ(Meant("2003-07-02T12:30pm"), "2003/07/02 12:30:00");
+  for (const char* text : {"2003-07-02 0:30 PM", "2003-07-02 13:30 PM", "2003-07-02 1:30 XM", "2003-07-02 PM"}) {
+    EXPECT_EQ(Meant(text), "none") << text;
+  }
+}
+
+TEST(ParseDate, ReadsDigitsOfAnyScript) {
+  EXPECT_EQ(Meant("٢٠٠٣-٠٧-٠٢"), "2003/07/02 00:00:00");
+  EXPECT_EQ(Meant("２００３/７/２"), "2003/07/02 00:00:00");
+  EXPECT_EQ(Meant("𝟐-𝟟-𝟡𝟿", DateOrder::DayMonthYear), "1999/07/02 00:00:00");
+}
+
+TEST_F(LocalTime, OfATextWithAZIsWorkedOut) {
+  SetZone("CET-1CEST,M3.5.0,M10.5.0/3");
+  EXPECT_EQ(Meant("2003-07-02T13:05:59Z"), "2003/07/02 15:05:59");
+  EXPECT_EQ(Meant("2003-12-31 23:30z"), "2004/01/01 00:30:00");
+  for (const char* text : {"2003-07-02Z", "2003-07-02T1:05pmZ", "2003-07-02T13:05ZZ"}) EXPECT_EQ(Meant(text), "none");
 }
 
 TEST(ParseDate, SwapsDayAndMonthWhereOnlyThatIsADate) {
@@ -181,6 +226,11 @@ TEST(ParseDate, RefusesWhatIsNoDate) {
                            "10:00",
                            "2003-07-02 10",
                            "2003-07-258",
+                           "2003-007-02",
+                           "2003-07-002",
+                           "007/2/2003",
+                           "002 Jul 2003",
+                           "m Jul 2003",
                            "2003-258-01",
                            "7/2/203",
                            "7/2/20030",
@@ -210,6 +260,8 @@ TEST(OrderOf, ReadsFormats) {
   EXPECT_EQ(OrderOf("%Y-%m-%d"), DateOrder::YearMonthDay);
   EXPECT_EQ(OrderOf("%Oy/%Om/%Od"), DateOrder::YearMonthDay);
   EXPECT_EQ(OrderOf("%F"), DateOrder::YearMonthDay);
+  EXPECT_EQ(OrderOf("%Y.%d.%m"), DateOrder::YearDayMonth);
+  EXPECT_EQ(OrderOf("%d/%m/%Ey"), DateOrder::OwnEra);
   EXPECT_EQ(OrderOf("%D"), DateOrder::MonthDayYear);
   EXPECT_EQ(OrderOf(""), DateOrder::MonthDayYear);
   EXPECT_EQ(OrderOf("%"), DateOrder::MonthDayYear);

@@ -32,6 +32,7 @@ TEST(FormatDay, FollowsTheFormat) {
   EXPECT_EQ(FormatDay(day, "%-d. %-m. %Y"), "2. 7. 2003");
   EXPECT_EQ(FormatDay(day, "%Y年%m月%d日"), "2003年07月02日");
   EXPECT_EQ(FormatDay(day, "%a %d %b %Y"), "Wed 02 Jul 2003");
+  EXPECT_EQ(FormatDay(day, "%Y.%d.%m"), "2003.02.07");
 }
 
 TEST(FormatDay, IsIsoWhereTheFormTellsNoDay) {
@@ -39,6 +40,9 @@ TEST(FormatDay, IsIsoWhereTheFormTellsNoDay) {
   EXPECT_EQ(FormatDay(day, "%d/%m/%y"), "1903-07-02");  // read back it would be 2003
   EXPECT_EQ(FormatDay(day, "%B %Y"), "1903-07-02");
   EXPECT_EQ(FormatDay(day, ""), "1903-07-02");
+  EXPECT_EQ(FormatDay(day, "%d/%m/%Ey"), "1903-07-02");
+  EXPECT_EQ(FormatDay(day, "%d/%Y"), "1903-07-02");
+  EXPECT_EQ(FormatDay(day, "%d, %m"), "1903-07-02");
 }
 
 TEST(FormatDay, IsReadBack) {
@@ -46,7 +50,14 @@ TEST(FormatDay, IsReadBack) {
     const DateStamp day = std::int64_t{days} * 86400;
     EXPECT_EQ(ParseDate(FormatDay(day)), day) << FormatDay(day);
     EXPECT_EQ(ParseDate(FormatNamedDay(day)), day) << FormatNamedDay(day);
+    const DateStamp stamp = day + (days % 86400 + 86400) % 86400;
+    EXPECT_EQ(ParseDate(FormatDate(stamp)), stamp) << FormatDate(stamp);
   }
+}
+
+TEST(FormatDate, TellsTheTimeUnlessItIsMidnight) {
+  EXPECT_EQ(FormatDate(Day("2003/07/02")), "2003-07-02");
+  EXPECT_EQ(FormatDate(Day("2003/07/02") + 47105), "2003-07-02 13:05:05");
 }
 
 TEST(FormatNamedDay, HasTwoDigitsAShortNameAndFourDigits) {

@@ -1,5 +1,5 @@
-// Names of months in the locales of other countries. Their sources are compiled for the test, where they are installed,
-// and each locale gets a process of its own, since what a locale says is read once.
+// Dates in the locales of other countries, and their names of months. Their sources are compiled for the test, where
+// they are installed, and each locale gets a process of its own, since what a locale says is read once.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "base/date.h"
 
@@ -22,7 +23,8 @@ constexpr char kFolder[] = "LOCPATH";  // where the system looks for locales
 
 struct Country {
   const char* locale;
-  const char* told;  // by TellDays
+  std::vector<const char*> typed;  // what people there write
+  const char* told;                // by TellDays
 };
 
 void PrintTo(const Country& country, std::ostream* out) { *out << country.locale; }
@@ -48,17 +50,25 @@ class LocaleNamesTest : public testing::TestWithParam<Country> {
     std::filesystem::remove_all(folder_);
   }
 
-  // How days in March and July are written, and the days of a year that are not read back.
-  [[noreturn]] static void TellDays(const std::string& locale) {
-    if (std::setlocale(LC_ALL, (locale + ".UTF-8").c_str()) == nullptr) std::exit(1);
+  // How days in March and July are written, what the typed texts mean, and the days of a year that are not read back.
+  [[noreturn]] static void TellDays(const Country& country) {
+    if (std::setlocale(LC_ALL, (std::string(country.locale) + ".UTF-8").c_str()) == nullptr) std::exit(1);
     const DateStamp year = *ParseStamp("2003/01/01 00:00:00");
     std::string text;
     for (const char* day : {"2003/03/02", "2003/07/31"}) {
       text += FormatNamedDay(*ParseStamp(std::string(day) + " 00:00:00")) + "\n";
     }
+    text += FormatDay(year) + "\n";
+    for (const char* typed : country.typed) {
+      const auto stamp = ParseDate(typed);
+      text += std::string(typed) + ": " + (stamp ? FormatStamp(*stamp) : "none") + "\n";
+    }
     for (DateStamp day = year; day < year + 365 * 86400; day += 86400) {
       if (ParseDate(FormatNamedDay(day)) != day) text += "lost: " + FormatNamedDay(day) + "\n";
-      if (ParseDate(FormatDay(day)) != day) text += "lost: " + FormatDay(day) + "\n";
+      const DateStamp evening = day + 86399;
+      for (const DateStamp stamp : {day, evening}) {
+        if (ParseDate(FormatDate(stamp)) != stamp) text += "lost: " + FormatDate(stamp) + "\n";
+      }
     }
     std::fputs(text.c_str(), stderr);
     std::exit(0);
@@ -70,16 +80,49 @@ class LocaleNamesTest : public testing::TestWithParam<Country> {
 
 TEST_P(LocaleNamesTest, AreWrittenAndReadBack) {
   if (!made_) GTEST_SKIP() << "the sources of " << GetParam().locale << " or localedef are not installed";
-  EXPECT_EXIT(TellDays(GetParam().locale), ExitedWithCode(0), StrEq(GetParam().told));
+  EXPECT_EXIT(TellDays(GetParam()), ExitedWithCode(0), StrEq(GetParam().told));
 }
 
-// Names with letters beyond ASCII, with a full stop behind them, filled up with blanks, and in two words, which can't
-// be told from the other parts of a date.
-INSTANTIATE_TEST_SUITE_P(All, LocaleNamesTest,
-                         testing::Values(Country{"de_DE", "02 Mär 2003\n31 Jul 2003\n"},
-                                         Country{"fr_FR", "02 mars 2003\n31 juil. 2003\n"},
-                                         Country{"ja_JP", "02 3月 2003\n31 7月 2003\n"},
-                                         Country{"vi_VN", "02 Mar 2003\n31 Jul 2003\n"}),
+// Names with letters beyond ASCII, with full stops, filled up with blanks, in two words, other ones beside a day; forms
+// without a mark, with the day before the month, in digits of another script; years of another era.
+const Country kCountries[] = {
+    {"de_DE",
+     {"2.7.2003", "2. Juli 2003 13:05"},
+     "02 Mär 2003\n31 Jul 2003\n01.01.2003\n"
+     "2.7.2003: 2003/07/02 00:00:00\n2. Juli 2003 13:05: 2003/07/02 13:05:00\n"},
+    {"fr_FR", {}, "02 mars 2003\n31 juil. 2003\n01/01/2003\n"},
+    {"ru_RU",
+     {"2 Июль 2003", "2 июля 2003"},
+     "02 мар 2003\n31 июл 2003\n01.01.2003\n2 Июль 2003: 2003/07/02 00:00:00\n2 июля 2003: 2003/07/02 00:00:00\n"},
+    {"en_US",
+     {"7/2/2003 1:05 PM", "7/2/03 12:05am", "7/2/2003 13:05 PM", "7/2/2003 0:05 PM"},
+     "02 Mar 2003\n31 Jul 2003\n01/01/2003\n7/2/2003 1:05 PM: 2003/07/02 13:05:00\n"
+     "7/2/03 12:05am: 2003/07/02 00:05:00\n7/2/2003 13:05 PM: none\n7/2/2003 0:05 PM: none\n"},
+    {"el_GR", {"2/7/2003 1:05 μμ"}, "02 Μαρ 2003\n31 Ιουλ 2003\n01/01/2003\n2/7/2003 1:05 μμ: 2003/07/02 13:05:00\n"},
+    {"ja_JP",
+     {"2003年7月2日", "2003年7月2日 13:05", "03年07月02日"},
+     "02 3月 2003\n31 7月 2003\n2003年01月01日\n2003年7月2日: 2003/07/02 00:00:00\n"
+     "2003年7月2日 13:05: 2003/07/02 13:05:00\n03年07月02日: 2003/07/02 00:00:00\n"},
+    {"vi_VN",
+     {"2 Tháng 7 2003", "2 Tháng 12 2003"},
+     "02 Thg 3 2003\n31 Thg 7 2003\n01/01/2003\n"
+     "2 Tháng 7 2003: 2003/07/02 00:00:00\n2 Tháng 12 2003: 2003/12/02 00:00:00\n"},
+    {"th_TH",
+     {"02/07/2546", "2/7/46", "2 ก.ค. 46", "2 ก.ค. 2003", "46-07-02"},
+     "02 มี.ค. 2003\n31 ก.ค. 2003\n2003-01-01\n02/07/2546: none\n2/7/46: none\n2 ก.ค. 46: none\n"
+     "2 ก.ค. 2003: 2003/07/02 00:00:00\n46-07-02: none\n"},
+    {"fa_IR",
+     {"۰۳/۰۷/۰۲", "۵۰/۷/۲"},
+     "02 مارس 2003\n31 ژوئیه 2003\n۲۰۰۳/۰۱/۰۱\n۰۳/۰۷/۰۲: 2003/07/02 00:00:00\n۵۰/۷/۲: 1950/07/02 00:00:00\n"},
+    {"or_IN", {"୨-୭-୩"}, "02 ମାର୍ଚ୍ଚ 2003\n31 ଜୁଲାଇ 2003\n01-01-2003\n୨-୭-୩: 2003/07/02 00:00:00\n"},
+    {"dz_BT", {"པསྱི་ལོ50ཟལ07ཚེས02"}, "02 ཟླ་༣ 2003\n31 ཟླ་༧ 2003\nཔསྱི་ལོ2003ཟལ01ཚེས01\nཔསྱི་ལོ50ཟལ07ཚེས02: 1950/07/02 00:00:00\n"},
+    {"ce_RU",
+     {"2003.02.07", "2003-07-02", "2003/07/02"},
+     "02 мар 2003\n31 июл 2003\n2003.01.01\n2003.02.07: 2003/07/02 00:00:00\n"
+     "2003-07-02: 2003/07/02 00:00:00\n2003/07/02: 2003/07/02 00:00:00\n"},
+};
+
+INSTANTIATE_TEST_SUITE_P(All, LocaleNamesTest, testing::ValuesIn(kCountries),
                          [](const testing::TestParamInfo<Country>& info) { return std::string(info.param.locale); });
 
 }  // namespace

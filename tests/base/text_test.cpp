@@ -161,6 +161,13 @@ TEST(ReplaceAll, ReplacesEachFromTheLeft) {
   EXPECT_EQ(ReplaceAll("", "x", "y"), "");
 }
 
+TEST(AsciiDigits, KnowsThoseOfEveryScript) {
+  EXPECT_EQ(AsciiDigits("٠١٩ ۰۵۹ ०९ ༠༩ ０９ 09"), "019 059 09 09 09 09");
+  EXPECT_EQ(AsciiDigits("𝟎𝟗𝟘𝟡𝟢𝟿"), "090909");  // rows of ten without a gap
+  EXPECT_EQ(AsciiDigits("a½²Ⅷ年\xff\xd9 \xe0\xa5"), "a½²Ⅷ年\xff\xd9 \xe0\xa5");
+  EXPECT_EQ(AsciiDigits(""), "");
+}
+
 TEST(TrimBlanks, CutsBlanksOnly) {
   EXPECT_EQ(TrimBlanks("  a b "), "a b");
   EXPECT_EQ(TrimBlanks("a"), "a");

@@ -20,9 +20,7 @@ class RunConsoleTest : public tests::ConsoleTest {
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> out(std::fopen(device, "w"), std::fclose);
     tests::Scratch scratch;
     ErrorOutput errors(scratch.File(), ErrorDevice::File);
-    const char* argv[] = {"tresmor-cli", "find", "/data"};
-    const int status = RunConsole(
-        3, argv, {files, writer, shell, events, "/home", out.get(), false, errors, [] { return false; }, [] {}});
+    const int status = RunInto(out.get(), errors, {"find", "/data"});
     err = scratch.Text();
     return status;
   }

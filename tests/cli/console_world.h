@@ -12,8 +12,11 @@
 #include "cli/console.h"
 #include "desk/scripted_event_queue.h"
 #include "search/search_world.h"
+#include "support/memory_file_changes.h"
 #include "support/memory_file_system.h"
 #include "support/memory_file_writer.h"
+#include "transfer/file_executor.h"
+#include "transfer/transfer_world.h"
 
 namespace tresmor::tests {
 
@@ -45,16 +48,22 @@ class ConsoleTest : public testing::Test {
  protected:
   // Runs "tresmor-cli" with these arguments, in the working folder "/home".
   ConsoleRun Run(const std::vector<std::string>& arguments) {
-    std::vector<const char*> argv = {"tresmor-cli"};
-    for (const std::string& argument : arguments) argv.push_back(argument.c_str());
     Scratch out;
     Scratch err;
     ErrorOutput errors(err.File(), errDevice);
-    const int status = RunConsole(static_cast<int>(argv.size()), argv.data(),
-                                  {files, writer, shell, events, "/home", out.File(), outIsTerminal, errors,
-                                   [this] { return interrupted.load(); }, [this] { ++ends; }});
+    const int status = RunInto(out.File(), errors, arguments);
     errors.ClearProgress();
     return {status, out.Text(), err.Text()};
+  }
+  int RunInto(std::FILE* out, ErrorOutput& errors, const std::vector<std::string>& arguments) {
+    std::vector<const char*> argv = {"tresmor-cli"};
+    for (const std::string& argument : arguments) argv.push_back(argument.c_str());
+    // Each run of the program has its own.
+    UndoLog undoLog(files, changes, "/home/state/undo");
+    FileExecutor operations(files, changes, trash, undoLog, [] { return std::int64_t{1'088'683'200}; });
+    return RunConsole(static_cast<int>(argv.size()), argv.data(),
+                      {files, writer, shell, events, operations, changes, undoLog, "/home", out, outIsTerminal, errors,
+                       [this] { return interrupted.load(); }, [this] { ++ends; }});
   }
   ConsoleRun Find(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), "find");
@@ -83,6 +92,8 @@ class ConsoleTest : public testing::Test {
 
   MemoryFileSystem files;
   MemoryFileWriter writer{files};
+  MemoryFileChanges changes{files};
+  FakeTrashPlaces trash;
   FakeShell shell;
   ScriptedEventQueue events;
   ErrorDevice errDevice = ErrorDevice::File;

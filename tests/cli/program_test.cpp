@@ -121,6 +121,22 @@ TEST_F(ProgramTest, SignalsCancel) {
   }
 }
 
+// The trash and the memory of undo stand where the environment says.
+TEST_F(ProgramTest, WhatWentToTheTrashComesBack) {
+  MakeFile("a", "same");
+  MakeFile("b", "same");
+  const std::string prepared =
+      "export XDG_DATA_HOME=\"$PWD/data\" XDG_STATE_HOME=\"$PWD/state\" && mkdir data && "
+      "\"$cli\" find . --pattern '?' --quiet --format csv --save s.Tresmor >/dev/null && "
+      "\"$cli\" mark s.Tresmor --pattern b >/dev/null && ";
+  EXPECT_EQ(Shell(prepared + "\"$cli\" trash s.Tresmor --yes && ls data/Trash/* state/tresmor && test ! -e b && "
+                             "\"$cli\" undo && cat b && ls data/Trash/*"),
+            "1 file (4 Bytes) moved to the trash.\n"
+            "data/Trash/files:\nb\n\ndata/Trash/info:\nb.trashinfo\n\nstate/tresmor:\nundo\n"
+            "1 item put back.\nsamedata/Trash/files:\n\ndata/Trash/info:\n");
+  EXPECT_EQ(status, 0);
+}
+
 // More findings than a pipe holds, and nobody reads on before the signal comes: the program still prints.
 TEST_F(ProgramTest, OnceTheSearchIsOverOneSignalEndsIt) {
   for (int i = 0; i < 3000; ++i) MakeFile(std::string(200, 'n') + std::to_string(i), "");

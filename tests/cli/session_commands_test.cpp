@@ -79,6 +79,16 @@ TEST_F(SessionTest, FindSavesAndPrintsAsBefore) {
   EXPECT_THAT(Content(kFile), HasSubstr("three.txt|-/data/b/|-"));
 }
 
+TEST_F(SessionTest, ADateOfTheScopeIsTheLocalesAndKeepsItsTime) {
+  EXPECT_EQ(Find({"/data", "--since", "2 Jul 2003", "--save", "s.Tresmor"}).status, kRanThrough);
+  EXPECT_THAT(Content(kFile), HasSubstr("/data/*.*|-Yes|-|-|-2003-07-02|-Yes|-True"));
+  const ConsoleRun run = Find(
+      {"/data", "--since", "7/1/2004 12:00:01 AM", "--format", "csv", "--types", "duplicates", "--save", "s.Tresmor"});
+  EXPECT_THAT(Content(kFile), HasSubstr("|-2004-07-01 00:00:01|-"));
+  EXPECT_THAT(run.out, AllOf(HasSubstr("two.jpg"), Not(HasSubstr("one.txt"))));
+  EXPECT_EQ(Run({"run", "s.Tresmor", "--format", "csv"}).out, run.out);
+}
+
 TEST_F(SessionTest, FindSavesWhatWasFoundUntilItWasCancelled) {
   InterruptAtFirst(MemoryFileSystem::Op::Open);
   EXPECT_EQ(Find({"/data", "--save", kFile}).status, kCancelled);

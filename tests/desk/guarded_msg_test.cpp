@@ -138,7 +138,8 @@ TEST_F(GuardedMsgTest, EachBoxStartsWithoutATick) {
 
 TEST(FrmMyMsgBox, AWarningHasItsPictureAndBothButtons) {
   FrmMyMsgBox form;
-  EXPECT_FALSE(form.Visible());
+  EXPECT_FALSE(form.Visible() || form.imgWarning.Visible() || form.imgTips.Visible());
+  EXPECT_EQ(form.chkDontShow.Caption(), "Don't show this dialog again.");
   form.Message = "text";
   form.Title = "title";
   form.IconType = kWarningIcon;
@@ -167,6 +168,19 @@ TEST(FrmMyMsgBox, ATipHasOneButtonInTheMiddle) {
   form.Load();
   EXPECT_FALSE(form.imgTips.Visible() || form.imgWarning.Visible());
   EXPECT_TRUE(form.cmdCancel.Visible());
+  EXPECT_EQ(form.OKButton.Left(), 1440);
+}
+
+TEST(FrmMyMsgBox, ItsWidthMayBeMeasuredWhenItIsLoaded) {
+  FrmMyMsgBox form;
+  form.IconType = kTipsIcon;
+  form.Load();
+  EXPECT_EQ(form.OKButton.Left(), 2068.5);
+  form.Width = 5442;
+  EXPECT_EQ(form.OKButton.Left(), 2113.5);
+  form.IconType = kWarningIcon;
+  form.Load();
+  form.Width = 5500;
   EXPECT_EQ(form.OKButton.Left(), 1440);
 }
 

@@ -188,6 +188,16 @@ TEST_F(HistoryTest, AFolderThatIsNowhereFillsAnEmptyText) {
   EXPECT_EQ(txtPath.Text(), "");
 }
 
+TEST_F(HistoryTest, APatternsHistoryComesBackToItsBox) {
+  for (const char* pattern : {"*.1", "*.2", "*.3"}) EnterExt(pattern);
+  SaveHistory(store, kPatternHistory, txtExt, txtExt);
+  EXPECT_THAT(store.saved, ElementsAre("PatternHistory/0", "PatternHistory/1", "PatternHistory/2"));
+  ComboBox cmbPattern;
+  LoadHistory(store, {{kPatternHistory, cmbPattern}});
+  AddPresets(cmbPattern, presets.FileTypeDizArr);
+  EXPECT_THAT(HistoryOf(cmbPattern), ElementsAre("*.3", "*.2", "*.1"));
+}
+
 TEST_F(HistoryTest, ForgettingLeavesSeparatorAndPresets) {
   EnterPath("/a");
   EnterExt("*.a");

@@ -3,7 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <map>
+#include <utility>
 
 #include "base/failure.h"
 #include "desk/history.h"
@@ -55,6 +57,13 @@ class SmartMarkerTest : public testing::Test {
   // Leaves the guard out, which would take a mark off again.
   void KeepNone() { frm.chkLeaveAtLeast1.Value = false; }
 
+  // Lets events in after each group whose marks have changed.
+  void PumpAtEachMark() {
+    for (ListView& lst : results.lstResult) {
+      lst.Listen([this](const Notice&) { events.seconds += 1; });
+    }
+  }
+
   bool Run() { return ClickMark(frm, results, ports); }
   bool RunPattern(const std::string& pattern) {
     frm.cmbPattern.SetText(pattern);
@@ -71,11 +80,12 @@ class SmartMarkerTest : public testing::Test {
     for (std::int32_t i = 0; i < frm.cmbPattern.ListCount(); ++i) texts.push_back(frm.cmbPattern.List(i));
     return texts;
   }
-  std::string Marks() const {
+  static std::string Marks(const ListView& lst) {
     std::string marks;
-    for (std::int32_t row = 1; row <= results.Shown().Count(); ++row) marks += results.Shown().Checked(row) ? 'x' : '-';
+    for (std::int32_t row = 1; row <= lst.Count(); ++row) marks += lst.Checked(row) ? 'x' : '-';
     return marks;
   }
+  std::string Marks() const { return Marks(results.Shown()); }
   // The names of the marked files.
   std::string Marked() const {
     std::string names;
@@ -94,11 +104,13 @@ class SmartMarkerTest : public testing::Test {
   MemorySettings settings;
   const Presets presets = BuildPresets(FakeShell());
   std::vector<std::string> guarded;
+  std::function<void()> duringWarning;
   bool goesOn = true;
   const ClickMarkPorts ports{
       {events, dialogs,
        [this](GuardedId id) {
          const GuardedMessage& message = kGuardedMessages[id];
+         if (duringWarning) duringWarning();
          guarded.push_back(message.Title + ("|" + std::to_string(message.IconType)) + "|" + message.Message);
          return goesOn;
        }},
@@ -111,6 +123,8 @@ class SmartMarkerTest : public testing::Test {
 TEST_F(SmartMarkerTest, ControlsStartWithTheirDesignValues) {
   EXPECT_TRUE(frm.chkLeaveAtLeast1.Value());
   EXPECT_TRUE(frm.chkSubFolder.Value());
+  EXPECT_EQ(frm.chkLeaveAtLeast1.Caption(), "Keep at least one:");
+  EXPECT_EQ(frm.chkSubFolder.Caption(), "Sub-folder");
   EXPECT_EQ(frm.lstLeaveDate.ListIndex(), 1);
   for (const ChoiceList* list : {&frm.lstLeaveVer, &frm.lstDate, &frm.lstSize, &frm.lstVer}) {
     EXPECT_EQ(list->ListIndex(), 0);
@@ -201,6 +215,15 @@ TEST_F(SmartMarkerTest, MarksTheFilesOfSelectedFoldersAlone) {
   EXPECT_EQ(Marked(), "1 3 ");
 }
 
+TEST_F(SmartMarkerTest, FoldersAloneAreToldApartByCaseToo) {
+  for (const char* path : {"/a/1", "/A/2"}) Add({path});
+  AddFolder("/A/");
+  frm.chkSubFolder.Value = false;
+  KeepNone();
+  EXPECT_TRUE(Run());
+  EXPECT_EQ(Marked(), "2 ");
+}
+
 TEST_F(SmartMarkerTest, ARootTakesEverythingBelowIt) {
   for (const char* path : {"/1", "/a/b/2"}) Add({path});
   AddFolder("/");
@@ -250,6 +273,15 @@ TEST_F(SmartMarkerTest, AnIllFormedPatternStopsTheRun) {
   EXPECT_THAT(settings.saved, IsEmpty());
   EXPECT_THAT(PatternList(), IsEmpty());
   EXPECT_TRUE(tmrUpdate.Enabled());
+}
+
+TEST_F(SmartMarkerTest, FoldersAreMarkedBeforeAnIllFormedPatternStopsTheRun) {
+  for (const char* path : {"/a/1", "/b/2"}) Add({path});
+  AddFolder("/b/");
+  frm.cmbPattern.SetText("[");
+  dialogs.boxes = {{.text = "Run-time error '93':\r\n\r\nInvalid pattern string", .title = ""}};
+  EXPECT_FALSE(Run());
+  EXPECT_EQ(Marks(), "-x");
 }
 
 // What each entry does to a group of three marked rows whose second one has the lowest value and whose third one has
@@ -409,13 +441,17 @@ TEST_F(SmartMarkerTest, TheLastOfDateSizeAndVersionRemains) {
   EXPECT_EQ(Marks(), "xx-");
 }
 
-TEST_F(SmartMarkerTest, GroupRulesAreNotProtectedByTheWishToKeepOne) {
-  Add({"/d/1", 1, "2001/01/01 00:00:00"});
-  Add({"/d/2", 1, "2002/01/01 00:00:00"});
-  Add({"/d/3", 2, "2000/01/01 00:00:00"});  // alone, but the last row
+// A group rule leaves no group marked wholly and rewrites every one, so the order shows only on the way.
+TEST_F(SmartMarkerTest, OneOfEachGroupIsKeptBeforeTheGroupRulesMarkAnew) {
+  Add({"/d/old", 1, "2001/01/01 00:00:00"});
+  Add({"/d/new", 1, "2002/01/01 00:00:00"});
+  SetAllMarks(results, true);
   frm.lstDate.Choose(1);
+  PumpAtEachMark();
+  std::vector<std::string> seen;
+  events.onPump = [&] { seen.push_back(Marks()); };
   EXPECT_TRUE(Run());
-  EXPECT_EQ(Marks(), "xx-");
+  EXPECT_THAT(seen, ElementsAre("x-", "-x"));
 }
 
 TEST_F(SmartMarkerTest, ARunWithNothingChosenKeepsOneOfEachGroupAndSorts) {
@@ -441,6 +477,43 @@ TEST_F(SmartMarkerTest, WorksOnTheListOnShowAlone) {
   EXPECT_TRUE(Run());
   EXPECT_TRUE(duplicates.Checked(1));
   EXPECT_FALSE(results.List(ResultList::ZeroSize).Checked(1));
+}
+
+TEST_F(SmartMarkerTest, KeepsToItsListWhenAnotherComesUpBetweenRules) {
+  results.tabMain.Select(3);
+  ListView& sameName = results.List(ResultList::SameName);
+  const std::vector<std::pair<std::string, std::int64_t>> files = {
+      {"2001/01/01 00:00:00", 30}, {"2002/01/01 00:00:00", 10}, {"2003/01/01 00:00:00", 20}};
+  for (const auto& [date, size] : files) {
+    Add(ResultList::SameName, {"/d/a", -1, date, size});
+    Add({"/d/a", 1, date, size});
+  }
+  SetAllMarks(results, true);
+  frm.lstDate.Choose(1);
+  frm.lstSize.Choose(1);
+  PumpAtEachMark();
+  std::vector<std::string> seen;
+  events.onPump = [&] {
+    results.tabMain.Select(2);
+    seen.push_back(Marks(sameName));
+  };
+  EXPECT_TRUE(Run());
+  EXPECT_THAT(seen, ElementsAre("xx-", "-xx", "x-x"));
+  EXPECT_EQ(Marks(duplicates), "---");
+  EXPECT_EQ(duplicates.Column(3).text, "Duplicate #");
+  EXPECT_EQ(sameName.Column(1).text, "^ Name");
+}
+
+TEST_F(SmartMarkerTest, KeepsToItsListWhenAnotherComesUpDuringTheWarning) {
+  Add(ResultList::ZeroSize, {"/d/a", -1});
+  Add({"/d/a"});
+  AddFolder("/d/");
+  frm.cmbPattern.SetText("*");
+  KeepNone();
+  duringWarning = [this] { results.tabMain.Select(1); };
+  EXPECT_TRUE(Run());
+  EXPECT_EQ(Marks(duplicates), "x");
+  EXPECT_EQ(Marks(results.List(ResultList::ZeroSize)), "-");
 }
 
 TEST_F(SmartMarkerTest, KeepsThePatternAndAsksForARecountAtTheEnd) {

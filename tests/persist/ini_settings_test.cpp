@@ -133,6 +133,24 @@ TEST_F(IniSettingsTest, WhatCannotBeReadIsNotWrittenOver) {
   EXPECT_EQ(Text(), before);
 }
 
+// What the program holds since then may be defaults.
+TEST_F(IniSettingsTest, AfterAReadThatFailedNothingIsSaved) {
+  Put("[Tresmor/Options]\nA=1\n");
+  const std::string before = Text();
+  IniSettings other(files, writer, kPath);
+  files.FailOpen(kPath, Errors::TooManyFiles);
+  EXPECT_EQ(Get("A"), "none");
+  files.FailOpen(kPath, Errors::None);
+  EXPECT_EQ(Get("A"), "1");
+  EXPECT_EQ(FailureOf([&] { Save("A", "none"); }), Errors::TooManyFiles);
+  EXPECT_EQ(FailureOf([&] { Save("B", "2"); }), Errors::TooManyFiles);
+  EXPECT_EQ(Text(), before);
+  store.DeleteSection("Tresmor", "Options");
+  EXPECT_EQ(Get("A"), "none");
+  other.Save("Tresmor", "Options", "B", "2");
+  EXPECT_EQ(Get("B"), "2");
+}
+
 TEST_F(IniSettingsTest, AnEnormousFileIsNoSettingsFile) {
   files.MakeFile(kPath, std::int64_t{1} << 40,
                  [](std::int64_t, std::span<char> into) { std::fill(into.begin(), into.end(), 'x'); });

@@ -86,6 +86,54 @@ TEST_F(SettingsTest, KeysAreWrittenInTheirOrder) {
                           "Options/DontShowSrchPersonal", "Options/DontShowTipLongSrch"));
 }
 
+TEST_F(SettingsTest, KeysAreReadInTheirOrder) {
+  const ProgramRun run(store);
+  std::vector<std::string> expected;
+  for (const char* key : {"0", "1", "2", "3", "4", "5", "6", "7", "8", "9"}) {
+    expected.push_back(std::string("PathHistory/") + key);
+    expected.push_back(std::string("ExtHistory/") + key);
+  }
+  for (const char* key : {"LastUpdateCheck", "NoTooltips", "Show Tips at Startup", "DefaultEditor",
+                          "DontShowWarmProtWin", "DontShowTipOrgNDup", "DontShowTipOrgNDupSM", "DontShowTipSmartMark",
+                          "DontShowSrchPersonal", "DontShowTipLongSrch"}) {
+    expected.push_back(std::string("Options/") + key);
+  }
+  EXPECT_EQ(store.asked, expected);
+}
+
+// The cap is on what is added, one entry at a time, not on what a start brings back.
+TEST_F(SettingsTest, AListAboveTenEntriesLosesOneForEachThatIsAdded) {
+  for (int i = 0; i < 10; ++i) Keep("PathHistory", std::to_string(i), "/" + std::to_string(i));
+  ProgramRun run(store);
+  EXPECT_EQ(run.txtPath.ListCount(), 14);
+  run.EnterPath("/new");
+  EXPECT_THAT(HistoryBoxes::Entries(run.txtPath),
+              ElementsAre("/new", "/0", "/1", "/2", "/3", "/4", "/5", "/6", "/7", "/8", kSeparator, "My Documents",
+                          "Desktop", "My Favourites"));
+  run.EnterPath("/newer");
+  EXPECT_EQ(run.txtPath.ListCount(), 14);
+  EXPECT_EQ(run.txtPath.List(9), "/7");
+  run.EnterPath("/0");  // known: it needs no room
+  EXPECT_EQ(run.txtPath.ListCount(), 14);
+  EXPECT_EQ(run.txtPath.List(9), "/7");
+}
+
+TEST_F(SettingsTest, TenPatternsOfAStoreAreAllKept) {
+  for (int i = 0; i < 10; ++i) Keep("ExtHistory", std::to_string(i), "*." + std::to_string(i));
+  ProgramRun run(store);
+  run.EnterExt("*.new");
+  EXPECT_EQ(run.txtExt.ListCount(), 16);
+  run.EnterPath("/a");
+  run.End();
+  EXPECT_EQ(Kept("ExtHistory", "0"), "*.new");
+  EXPECT_EQ(Kept("ExtHistory", "4"), "*.3");
+  EXPECT_EQ(Kept("ExtHistory", "9"), "*.8");
+  EXPECT_EQ(Kept("ExtHistory", "10"), "none");
+  EXPECT_EQ(Kept("PathHistory", "1"), "__________________");
+  EXPECT_EQ(Kept("PathHistory", "4"), "My Favourites");
+  EXPECT_EQ(Kept("PathHistory", "5"), "none");
+}
+
 TEST_F(SettingsTest, GapsInAHistoryAreClosed) {
   Keep("PathHistory", "0", "/a");
   Keep("PathHistory", "2", "/c");
@@ -184,14 +232,19 @@ TEST_F(SettingsTest, AListThatLostItsSeparatorIsSavedToItsEnd) {
 }
 
 TEST_F(SettingsTest, AHistoryThatCannotBeSavedIsTold) {
-  ProgramRun run(store);
-  run.EnterExt("*.a");
-  store.Fail(Errors::DiskFull, "ExtHistory");
-  try {
-    run.End();
-    ADD_FAILURE() << "no failure";
-  } catch (const Failure& failure) {
-    EXPECT_EQ(failure.Number(), Errors::DiskFull);
+  for (const char* section : {kPathHistory, kExtHistory}) {
+    ProgramRun run(store);
+    run.EnterPath("/a");
+    run.EnterExt("*.a");
+    store.saved.clear();
+    store.Fail(Errors::DiskFull, section);
+    try {
+      run.End();
+      ADD_FAILURE() << "no failure";
+    } catch (const Failure& failure) {
+      EXPECT_EQ(failure.Number(), Errors::DiskFull);
+    }
+    EXPECT_EQ(store.saved.back(), std::string(section) + "/0");  // nothing is saved behind it
   }
 }
 

@@ -56,7 +56,7 @@ TEST_F(ReadWholeFileTest, FollowsLinks) {
   files.MakeLink("/far", "/d/near");
   files.MakeLink("/broken", "nothing");
   EXPECT_EQ(ReadWholeFile(files, "/far"), "bytes");
-  EXPECT_EQ(FailureOf("/broken"), Errors::PathAccess);
+  EXPECT_EQ(FailureOf("/broken"), Errors::FileNotFound);
 }
 
 TEST_F(ReadWholeFileTest, TakesNoMoreThanItIsToldTo) {

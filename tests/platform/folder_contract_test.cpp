@@ -93,7 +93,7 @@ TEST_P(FolderContract, LinksOfAPathAreFollowedWhereAskedFor) {
   EXPECT_EQ(Content(files_.Resolved(At("link"))), "12345");
   EXPECT_EQ(Content(files_.Resolved(At("top/file"))), "12345");
   EXPECT_EQ(files_.Resolved(At("missing")), At("missing"));
-  EXPECT_NE(OpenFailure(files_.Resolved(At("broken"))), Errors::None);
+  EXPECT_EQ(OpenFailure(files_.Resolved(At("broken"))), Errors::FileNotFound);
 }
 
 TEST_P(FolderContract, WhatIsNoFolderCannotBeOpenedAsOne) {

@@ -7,9 +7,11 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
@@ -67,6 +69,15 @@ TEST_F(FileWriterTest, MakesAFileWithThePermissionsOfNewFiles) {
   EXPECT_THAT(Names(), ElementsAre("file"));
 }
 
+TEST_F(FileWriterTest, WhatIsPrivateIsTheUsersAlone) {
+  const PosixFileWriter writer(PosixFileWriter::NewFiles::OfTheUserAlone);
+  EXPECT_EQ(writer.MakeFolder(At("a/b")), Errors::None);
+  EXPECT_EQ(writer.Replace(At("a/b/file"), "x"), Errors::None);
+  EXPECT_EQ(Mode(At("a")), 0700U);
+  EXPECT_EQ(Mode(At("a/b")), 0700U);
+  EXPECT_EQ(Mode(At("a/b/file")), 0600U);
+}
+
 TEST_F(FileWriterTest, TakesTheOldFilesPlaceAndPermissions) {
   Make("file", "a longer old content");
   ASSERT_EQ(chmod(At("file").c_str(), 0604), 0);
@@ -114,6 +125,59 @@ TEST(PathFailure, TellsWhyWritingFails) {
   EXPECT_EQ(PathFailure(EISDIR), Errors::PathAccess);
   EXPECT_EQ(PathFailure(ENOENT), Errors::FileNotFound);
   EXPECT_EQ(PathFailure(EIO), Errors::Device);
+}
+
+using std::chrono::milliseconds;
+
+TEST_F(FileWriterTest, ALockKeepsOthersOutUntilItGoes) {
+  ASSERT_EQ(writer_.MakeFolder(At("folder")), Errors::None);
+  std::filesystem::create_symlink("folder/file", At("link"));
+  const PosixFileWriter other(PosixFileWriter::NewFiles::AsUsual, milliseconds(10));
+  {
+    const auto lock = writer_.Lock(At("folder/file"));
+    EXPECT_TRUE(lock);
+    EXPECT_FALSE(other.Lock(At("folder/file")));
+    EXPECT_FALSE(other.Lock(At("link")));
+    EXPECT_TRUE(other.Lock(At("file")));
+  }
+  EXPECT_TRUE(other.Lock(At("folder/file")));
+  EXPECT_FALSE(other.Lock(At("missing/file")));
+}
+
+// Two contents by turns, until the program is killed in the midst of it.
+TEST_F(FileWriterTest, AKilledProgramLeavesTheOldFileOrTheNewOne) {
+  const std::string contents[] = {std::string(200'000, 'a'), std::string(300'000, 'b')};
+  constexpr int kKills = 100;
+  ASSERT_EQ(writer_.Replace(At("file"), contents[0]), Errors::None);
+  for (int kill = 0; kill < kKills; ++kill) {
+    int begun[2];
+    ASSERT_EQ(pipe(begun), 0);
+    const pid_t child = fork();
+    if (child == 0) {
+      for (int i = 1;; ++i) {
+        if (writer_.Replace(At("file"), contents[i % 2]) != Errors::None) _exit(1);
+        if (i == 1 && write(begun[1], "x", 1) != 1) _exit(1);
+      }
+    }
+    close(begun[1]);
+    char byte = 0;
+    EXPECT_EQ(read(begun[0], &byte, 1), 1);
+    close(begun[0]);
+    usleep(static_cast<useconds_t>(kill * 37));
+    ::kill(child, SIGKILL);
+    int status = 0;
+    waitpid(child, &status, 0);
+    EXPECT_TRUE(WIFSIGNALED(status));
+    const std::string found = Content("file");
+    EXPECT_TRUE(found == contents[0] || found == contents[1]) << found.size();
+  }
+  const auto orphans = static_cast<int>(Names().size()) - 1;
+  RecordProperty("orphans", orphans);
+  // Where files can do without a name, they have one of their own for a moment at most.
+  const int nameless = open(At("").c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, 0600);
+  if (nameless < 0) return;
+  close(nameless);
+  EXPECT_LT(orphans, kKills / 4);
 }
 
 // A limit on the size of files cuts the writing short, as a full disk would.

@@ -7,6 +7,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <cstdlib>
 #include <filesystem>
@@ -114,9 +115,31 @@ TEST_F(PosixShellTest, AFolderThatDoesNotExistIsEmpty) {
   EXPECT_EQ(shell_.spFolder(0), At("nobody"));
 }
 
+TEST_F(PosixShellTest, TheRootMayBeTheHome) {
+  const ForNow home("HOME", "/");
+  const ForNow config("XDG_CONFIG_HOME", "");
+  EXPECT_EQ(FindUserFolders().config, "/.config");
+  EXPECT_EQ(FindUserFolder(FindUserFolders(), "NONE", "usr"), "/usr");
+  EXPECT_EQ(FindSettingsFile({"/", "/"}), "/tresmor/tresmor.ini");
+  MakeFile("user-dirs.dirs", "XDG_DESKTOP_DIR=\"$HOME/usr\"\nXDG_DOCUMENTS_DIR=\"$HOME\"\n");
+  EXPECT_EQ(FindUserFolder({"/", root_}, "DESKTOP", "none"), "/usr");
+  EXPECT_EQ(FindUserFolder({"/", root_}, "DOCUMENTS", "none"), "/");
+}
+
 TEST_F(PosixShellTest, SettingsLieInTheFolderForThem) {
   EXPECT_EQ(FindSettingsFile({"/home/me", "/nowhere/config"}), "/nowhere/config/tresmor/tresmor.ini");
   EXPECT_EQ(FindSettingsFile({"", ""}), "");
+}
+
+TEST_F(PosixShellTest, WhatCanBeUndoneLiesInTheFolderForStates) {
+  const ForNow home("HOME", At("me"));
+  {
+    const ForNow state("XDG_STATE_HOME", At("state"));
+    EXPECT_EQ(FindUndoLog(FindUserFolders()), At("state/tresmor/undo"));
+  }
+  const ForNow state("XDG_STATE_HOME", "relative");
+  EXPECT_EQ(FindUndoLog(FindUserFolders()), At("me/.local/state/tresmor/undo"));
+  EXPECT_EQ(FindUndoLog({.home = "", .config = ""}), "");
 }
 
 // --- Disks
@@ -135,6 +158,9 @@ class FixedDiskTest : public PosixShellTest {
              "//server/share /share cifs rw 0 0\n"
              "me@host: /remote fuse.sshfs rw 0 0\n"
              "/dev/nbd0 /block ext4 rw 0 0\n"
+             "/dev/rbd0 /ceph ext4 rw 0 0\n"
+             "/dev/drbd1 /mirror ext4 rw 0 0\n"
+             "/dev/loop3 /snap squashfs ro 0 0\n"
              "/dev/fuse /run/doc fuse.portal rw 0 0\n"
              "tmpfs /tmp tmpfs rw 0 0\n"
              "pool/data /pool zfs rw 0 0\n"
@@ -151,8 +177,8 @@ TEST_F(FixedDiskTest, DisksOfThisMachineAreFixed) {
 }
 
 TEST_F(FixedDiskTest, RemovableDisksAndDiscsAndNetworksAreNot) {
-  for (const char* root : {"/media/stick", "/media/cd", "/media/dvd/", "/net", "/share", "/remote", "/block",
-                           "/run/doc", "/tmp", "/covered"}) {
+  for (const char* root : {"/media/stick", "/media/cd", "/media/dvd/", "/net", "/share", "/remote", "/block", "/ceph",
+                           "/mirror", "/snap", "/run/doc", "/tmp", "/covered"}) {
     EXPECT_FALSE(IsFixed(root)) << root;
   }
 }
@@ -221,6 +247,20 @@ TEST_F(SysfsTest, DisksAndTheirPartitionsAreAsTheKernelSays) {
   for (const char* fixed : {"8:0", "8:2", "259:0", "259:1"}) EXPECT_FALSE(Removable(fixed)) << fixed;
   for (const char* stick : {"8:16", "8:17"}) EXPECT_TRUE(Removable(stick)) << stick;
   for (const char* usbDisk : {"8:32", "8:33"}) EXPECT_FALSE(Removable(usbDisk)) << usbDisk;
+}
+
+TEST_F(SysfsTest, CardsCanBeTakenOutButNotWhatIsSolderedOn) {
+  for (const auto& [name, number, type] : {std::array{"mmcblk0", "179:0", "MMC"}, {"mmcblk1", "179:8", "SD"}}) {
+    const std::string place = std::string("platform/host/block/") + name;
+    MakeDisk(place, number, '0');
+    MakeFolder("devices/" + place + "/device");
+    MakeFile("devices/" + place + "/device/type", std::string(type) + "\n");
+    MakePart(place + "/" + name + "p1", number + std::string("1"));
+  }
+  MakeFolder("devices/pci/ata/block/sda/device");
+  MakeFile("devices/pci/ata/block/sda/device/type", "0\n");
+  for (const char* fixed : {"179:0", "179:01", "8:0"}) EXPECT_FALSE(Removable(fixed)) << fixed;
+  for (const char* card : {"179:8", "179:81"}) EXPECT_TRUE(Removable(card)) << card;
 }
 
 TEST_F(SysfsTest, MappedVolumesAreAsTheDisksBelow) {

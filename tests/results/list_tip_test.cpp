@@ -32,12 +32,22 @@ TEST_F(ListTipTest, LeavesBlankCellsOutButNotThoseOfHiddenColumns) {
             "Name: a.txt\r\nIn Folder: /data/\r\nSize (Bytes):          0\r\nDate Modified: 1899/12/30 00:00:00");
 }
 
+TEST_F(ListTipTest, LeavesACellOfSeveralBlanksOut) {
+  AddVersion(ResultList::Duplicates, "a.txt", "   ");
+  ASSERT_EQ(duplicates.Cell(1, kVersionItem), "   ");
+  EXPECT_TRUE(Hover(1, duplicates).ends_with("\r\nDate Modified: 1899/12/30 00:00:00"));
+}
+
 TEST_F(ListTipTest, TakesTheSortMarksOffTheHeaders) {
   AddVersion(ResultList::Portions, "a.txt", "1.10");
   SortList(portions, 1, kAscending);
   EXPECT_TRUE(Hover(1, portions).starts_with("Name: a.txt\r\n"));
   SortList(portions, 6, kDescending);
   Hover(0, portions);
+  hovered = {};
+  EXPECT_TRUE(Hover(1, portions).ends_with("\r\nFile version: 1.10"));
+  SortList(portions, 6, kAscending);
+  ASSERT_EQ(portions.Column(6).text, "^ File version");
   hovered = {};
   EXPECT_TRUE(Hover(1, portions).ends_with("\r\nFile version: 1.10"));
 }

@@ -32,6 +32,9 @@ class MarksTest : public tests::ResultFixture {
     return marks;
   }
 
+  // On the list on show.
+  void MarkGroups(const GroupRule& rule) { tresmor::MarkGroups(results.Shown(), results.ShownKind(), events, rule); }
+
   // Lets events in after each group whose marks have changed.
   void PumpAtEachMark() {
     duplicates.Listen([this](const Notice&) { events.seconds += 1; });
@@ -75,14 +78,14 @@ TEST_F(MarksTest, MarksTheSelectedRowsAndClearsNone) {
 TEST_F(MarksTest, TheFirstOfTheHighestIsTheBest) {
   for (const std::int64_t size : {10, 20, 20}) Add(ResultList::Portions, "f", 0, size);
   Show(ResultList::Portions);
-  MarkGroups(results, events, {.SubItem = kSizeItem, .bLow = false});
+  MarkGroups({.SubItem = kSizeItem, .bLow = false});
   EXPECT_EQ(Marks(portions), "x-x");
 }
 
 TEST_F(MarksTest, TheFirstOfTheLowestIsTheBest) {
   for (const std::int64_t size : {20, 10, 10}) Add(ResultList::Portions, "f", 0, size);
   Show(ResultList::Portions);
-  MarkGroups(results, events, {.SubItem = kSizeItem, .bLow = true});
+  MarkGroups({.SubItem = kSizeItem, .bLow = true});
   EXPECT_EQ(Marks(portions), "x-x");
 }
 
@@ -91,9 +94,9 @@ TEST_F(MarksTest, MarksThatWereThereAreOverwritten) {
     AddDated(ResultList::Duplicates, "f", 0, date);
   Show(ResultList::Duplicates);
   MarkRows(duplicates, {1});
-  MarkGroups(results, events, {.SubItem = kDateItem, .bLow = true});
+  MarkGroups({.SubItem = kDateItem, .bLow = true});
   EXPECT_EQ(Marks(duplicates), "-x");
-  MarkGroups(results, events, {.SubItem = kDateItem, .bLow = false});
+  MarkGroups({.SubItem = kDateItem, .bLow = false});
   EXPECT_EQ(Marks(duplicates), "x-");
 }
 
@@ -102,28 +105,28 @@ TEST_F(MarksTest, ALongerSizeIsTheGreater) {
     Add(ResultList::Portions, "f", 0, size);
   }
   Show(ResultList::Portions);
-  MarkGroups(results, events, {.SubItem = kSizeItem, .bLow = false});
+  MarkGroups({.SubItem = kSizeItem, .bLow = false});
   EXPECT_EQ(Marks(portions), "x-x");
-  MarkGroups(results, events, {.SubItem = kSizeItem, .bLow = true});
+  MarkGroups({.SubItem = kSizeItem, .bLow = true});
   EXPECT_EQ(Marks(portions), "xx-");
 }
 
 TEST_F(MarksTest, CellsCompareByTheirBytes) {
   for (const char* date : {"b", "B", "a"}) AddDated(ResultList::Duplicates, "f", 0, date);
   Show(ResultList::Duplicates);
-  MarkGroups(results, events, {.SubItem = kDateItem, .bLow = true});
+  MarkGroups({.SubItem = kDateItem, .bLow = true});
   EXPECT_EQ(Marks(duplicates), "x-x");
 }
 
 TEST_F(MarksTest, VersionsCompareByTheirSortKeys) {
   for (const char* version : {"1.9", "1.10", "1.2"}) AddVersion(ResultList::SameName, "f", version);
   Show(ResultList::SameName);
-  MarkGroups(results, events, {.SubItem = kVersionItem, .bLow = false});
+  MarkGroups({.SubItem = kVersionItem, .bLow = false});
   EXPECT_EQ(Marks(sameName), "x-x");
-  MarkGroups(results, events, {.SubItem = kVersionItem, .bLow = true});
+  MarkGroups({.SubItem = kVersionItem, .bLow = true});
   EXPECT_EQ(Marks(sameName), "xx-");
   Add(ResultList::SameName, "f");  // has no version, which is the lowest
-  MarkGroups(results, events, {.SubItem = kVersionItem, .bLow = true});
+  MarkGroups({.SubItem = kVersionItem, .bLow = true});
   EXPECT_EQ(Marks(sameName), "xxx-");
 }
 
@@ -132,7 +135,7 @@ TEST_F(MarksTest, GroupsAreBroughtTogetherFirstAndTheListStaysSoSorted) {
   const std::int32_t groups[] = {9, 4, 9, 4};
   for (int i = 0; i < 4; ++i) AddDated(ResultList::Duplicates, std::to_string(i), groups[i], dates[i]);
   Show(ResultList::Duplicates);
-  MarkGroups(results, events, {.SubItem = kDateItem, .bLow = true});
+  MarkGroups({.SubItem = kDateItem, .bLow = true});
   EXPECT_THAT(Texts(duplicates), ElementsAre("1", "3", "0", "2"));
   EXPECT_EQ(Marks(duplicates), "x-x-");
   EXPECT_EQ(duplicates.Column(3).text, "^ Duplicate #");
@@ -141,7 +144,7 @@ TEST_F(MarksTest, GroupsAreBroughtTogetherFirstAndTheListStaysSoSorted) {
 TEST_F(MarksTest, NamesAreGroupsWithoutRegardToCase) {
   for (const char* name : {"b", "\u00C4", "B", "\u00E4", "c", "C"}) Add(ResultList::SameName, name);
   Show(ResultList::SameName);
-  MarkGroups(results, events, {.SubItem = kSizeItem, .bLow = true});
+  MarkGroups({.SubItem = kSizeItem, .bLow = true});
   EXPECT_THAT(Texts(sameName), ElementsAre("b", "B", "c", "C", "\u00C4", "\u00E4"));
   EXPECT_EQ(Marks(sameName), "-x-x-x");
   EXPECT_EQ(sameName.Column(1).text, "^ Name");
@@ -149,7 +152,7 @@ TEST_F(MarksTest, NamesAreGroupsWithoutRegardToCase) {
 
 TEST_F(MarksTest, ListsWithoutGroupNumbersAreOneGroup) {
   for (const char* name : {"b", "a", "c"}) Add(ResultList::ZeroSize, name);
-  MarkGroups(results, events, {.SubItem = kSizeItem});
+  MarkGroups({.SubItem = kSizeItem});
   EXPECT_THAT(Texts(zero), ElementsAre("b", "a", "c"));
   EXPECT_EQ(Marks(zero), "-xx");
 }
@@ -159,16 +162,16 @@ TEST_F(MarksTest, ARowOnItsOwnIsLeftAsItIs) {
   for (const std::int32_t group : groups) Add(ResultList::Duplicates, "f", group);
   Show(ResultList::Duplicates);
   MarkRows(duplicates, {1});
-  MarkGroups(results, events, {.SubItem = kSizeItem});
+  MarkGroups({.SubItem = kSizeItem});
   EXPECT_EQ(Marks(duplicates), "x-x--x");
 }
 
 TEST_F(MarksTest, TheLastRowIsTakenIntoTheRunBeforeIt) {
   for (const std::int32_t group : {1, 1, 2}) Add(ResultList::Portions, "f", group, 10 * group);
   Show(ResultList::Portions);
-  MarkGroups(results, events, {.SubItem = kSizeItem, .bLow = true});
+  MarkGroups({.SubItem = kSizeItem, .bLow = true});
   EXPECT_EQ(Marks(portions), "-xx");
-  MarkGroups(results, events, {.SubItem = kSizeItem, .bLow = false});
+  MarkGroups({.SubItem = kSizeItem, .bLow = false});
   EXPECT_EQ(Marks(portions), "xx-");
 }
 
@@ -176,17 +179,17 @@ TEST_F(MarksTest, TheLastRowBehindAnotherLoneOneStaysAlone) {
   for (const std::int32_t group : {1, 1, 2, 3}) Add(ResultList::Duplicates, "f", group);
   Show(ResultList::Duplicates);
   MarkRows(duplicates, {3, 4});
-  MarkGroups(results, events, {.SubItem = kSizeItem});
+  MarkGroups({.SubItem = kSizeItem});
   EXPECT_EQ(Marks(duplicates), "-xxx");
 }
 
 TEST_F(MarksTest, AListOfOneRowHasNoGroupAndAnEmptyOneIsNotEvenSorted) {
   Show(ResultList::Duplicates);
-  MarkGroups(results, events, {.SubItem = kSizeItem});
+  MarkGroups({.SubItem = kSizeItem});
   EXPECT_EQ(duplicates.Column(3).text, "Duplicate #");
   Add(ResultList::Duplicates, "f", 1);
   MarkRows(duplicates, {1});
-  MarkGroups(results, events, {.SubItem = kSizeItem});
+  MarkGroups({.SubItem = kSizeItem});
   EXPECT_EQ(Marks(duplicates), "x");
   EXPECT_EQ(duplicates.Column(3).text, "^ Duplicate #");
 }
@@ -197,7 +200,7 @@ TEST_F(MarksTest, TheGuardUnmarksTheBestOfAGroupThatIsMarkedWholly) {
   portions.SetCell(2, kSizeItem, PaddedNumber{8});
   Show(ResultList::Portions);
   MarkRows(portions, {1, 2, 3, 4, 6});
-  MarkGroups(results, events, {.SubItem = kSizeItem, .bLow = false, .bGuardOnly = true});
+  MarkGroups({.SubItem = kSizeItem, .bLow = false, .bGuardOnly = true});
   EXPECT_EQ(Marks(portions), "x-xx-x");
 }
 
@@ -205,7 +208,7 @@ TEST_F(MarksTest, TheGuardLeavesAGroupWithAnUnmarkedFile) {
   for (int i = 0; i < 3; ++i) Add(ResultList::Duplicates, "f", 1);
   Show(ResultList::Duplicates);
   MarkRows(duplicates, {1, 2});
-  MarkGroups(results, events, {.SubItem = kDateItem, .bLow = true, .bGuardOnly = true});
+  MarkGroups({.SubItem = kDateItem, .bLow = true, .bGuardOnly = true});
   EXPECT_EQ(Marks(duplicates), "xx-");
 }
 
@@ -214,18 +217,18 @@ TEST_F(MarksTest, TheGuardCountsInSixteenBits) {
   for (std::int32_t i = 0; i < most; ++i) Add(ResultList::ZeroSize, "f");
   const GroupRule guard{.SubItem = kDateItem, .bLow = false, .bGuardOnly = true};
   SetAllMarks(results, true);
-  MarkGroups(results, events, guard);
+  MarkGroups(guard);
   EXPECT_FALSE(zero.Checked(1));
   Add(ResultList::ZeroSize, "f");
   SetAllMarks(results, true);
   try {
-    MarkGroups(results, events, guard);
+    MarkGroups(guard);
     FAIL() << "row 32768 was counted";
   } catch (const Failure& failure) {
     EXPECT_EQ(failure.Number(), Errors::Overflow);
   }
   zero.SetChecked(1, false);
-  MarkGroups(results, events, guard);
+  MarkGroups(guard);
   EXPECT_FALSE(zero.Checked(1));
 }
 
@@ -239,7 +242,7 @@ TEST_F(MarksTest, WhatEventsFindBetweenGroupsIsWhole) {
     UpdateStatus(results, true, true);
     Show(ResultList::ZeroSize);  // the walk goes on in its own list
   };
-  MarkGroups(results, events, {.SubItem = kSizeItem});
+  MarkGroups({.SubItem = kSizeItem});
   EXPECT_THAT(seen, ElementsAre("-x--", "-x-x"));
 }
 
@@ -248,7 +251,7 @@ TEST_F(MarksTest, RowsThatGoBetweenGroupsEndTheWalkEarly) {
   Show(ResultList::Duplicates);
   PumpAtEachMark();
   events.onPump = [&] { duplicates.Clear(); };
-  MarkGroups(results, events, {.SubItem = kSizeItem});
+  MarkGroups({.SubItem = kSizeItem});
   EXPECT_EQ(events.pumps, 1);
 }
 

@@ -39,6 +39,11 @@ TEST_F(FrmMainTest, OffersTheTypesOfASearchWithThreeTicked) {
   EXPECT_EQ(types, (std::vector<std::string>{"Zero Size +", "Duplicates +", "Same File Name +", "Portions"}));
 }
 
+TEST_F(FrmMainTest, OffersVersionsButShowsNoneAtFirst) {
+  EXPECT_EQ(frm.chkVer.Caption(), "Show File Version");
+  EXPECT_FALSE(frm.chkVer.Ticked());
+}
+
 TEST_F(FrmMainTest, TabsTellOfNoRowsAtOnce) {
   std::vector<std::string> captions;
   for (std::int32_t tab = 1; tab <= frm.results.tabMain.Count(); ++tab) {

@@ -4,14 +4,18 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
 #include "desk/bind_timer.h"
 #include "desk/scripted_event_queue.h"
+#include "results/pe_version.h"
 #include "results/rows.h"
 #include "search/scope_row.h"
 #include "support/fake_shell.h"
+#include "support/memory_file_system.h"
+#include "support/pe_image.h"
 
 namespace tresmor {
 namespace {
@@ -35,6 +39,12 @@ class ResultPageTest : public testing::Test {
     for (std::int32_t row = 1; row <= zero.Count(); ++row) marks += zero.Checked(row) ? 'x' : '-';
     return marks;
   }
+  void Choose(const std::string& caption) {
+    const auto command = std::find_if(kResultCommands.begin(), kResultCommands.end(),
+                                      [&](const ResultCommand& one) { return one.caption == caption; });
+    ASSERT_NE(command, kResultCommands.end()) << caption;
+    (page.*command->run)();
+  }
   void Log(const std::string& what) {
     log.push_back(what + " " + Marks() + (frm.tmrUpdate.Enabled() ? " counting" : ""));
   }
@@ -42,12 +52,17 @@ class ResultPageTest : public testing::Test {
   tests::ScriptedEventQueue events;
   FrmMain frm;
   ListView& zero = frm.results.List(ResultList::ZeroSize);
+  Progress progress{events, frm.tmrProgress, frm.msgBar, frm.pbMain};
+  MemoryFileSystem files;
+  PeVersionReader versions{files};
   FakeShell shell;
   bool goesOn = true;
   // What went out, with the marks of the first list and whether a count was due by then.
   std::vector<std::string> log;
   ResultPage page{frm,
+                  progress,
                   {.shell = shell,
+                   .versions = {versions, events},
                    .GuardedMsg =
                        [this](GuardedId id) {
                          Log(kGuardedMessages[id].Key);
@@ -194,6 +209,37 @@ TEST_F(ResultPageTest, WithoutASelectedItemNothingIsShownOrOpened) {
   EXPECT_THAT(shell.shown, IsEmpty());
   EXPECT_THAT(shell.opened, IsEmpty());
   EXPECT_THAT(log, IsEmpty());
+}
+
+TEST_F(ResultPageTest, ShowsTheVersionsOfTheListOnShow) {
+  files.MakeFile("/data/a", tests::PeBytes({1, 2, 3, 4}));
+  Add("a");
+  Add(ResultList::Duplicates, "a");
+  page.mnuShowVer();
+  EXPECT_EQ(zero.Cell(1, kVersionItem), "1.02.03.04");
+  EXPECT_EQ(zero.Tag(), "Ver");
+  EXPECT_EQ(frm.results.List(ResultList::Duplicates).Tag(), "");
+  EXPECT_EQ(progress.ProgressMsg(), "Showing version... [value] of 1");
+  EXPECT_FALSE(frm.tmrUpdate.Enabled());
+}
+
+TEST_F(ResultPageTest, CommandsAreChosenByTheirCaptions) {
+  files.MakeFile("/data/a", tests::PeBytes({1, 2, 3, 4}));
+  for (const char* name : {"a", "b"}) Add(name);
+  zero.SetSelected(1, true);
+  Choose("Mark &all");
+  EXPECT_EQ(Marks(), "xx");
+  Choose("&Clear all marks");
+  EXPECT_EQ(Marks(), "--");
+  Choose("Mark Selec&ted files");
+  EXPECT_EQ(Marks(), "x-");
+  Choose("File &Properties");
+  EXPECT_THAT(shell.shown, ElementsAre("/data/a"));
+  EXPECT_THAT(shell.opened, IsEmpty());
+  Choose("Open &Folder");
+  EXPECT_THAT(shell.opened, ElementsAre("/data/"));
+  Choose("Show file &version");
+  EXPECT_EQ(zero.Tag(), "Ver");
 }
 
 TEST(ListTips, TellOfScopeRowsAndOfResultsByOneRememberedRow) {

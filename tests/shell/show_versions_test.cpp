@@ -16,6 +16,7 @@
 #include "results/pe_version.h"
 #include "results/rows.h"
 #include "results/sort_list.h"
+#include "results/version_key.h"
 #include "search/search_world.h"
 #include "shell/search_control.h"
 #include "support/memory_file_system.h"
@@ -71,12 +72,22 @@ class ShowVersionsTest : public testing::Test {
   ListView& OnShow() { return frm.results.lstResult[static_cast<std::size_t>(frm.results.mIntCurFrame)]; }
 
   void Show() { ShowVersions(frm, progress, {versions, events}); }
-  // The first file is only read once the interface thread has pumped its events, at which `atPump` runs.
-  void ShowWith(std::function<void()> atPump) {
+  // Of what AddPrograms added: the name is the last part of the version.
+  void ExpectEachHasItsOwn() {
+    const ListView& lst = OnShow();
+    for (std::int32_t row = 1; row <= lst.Count(); ++row) {
+      const std::string d = lst.Cell(row, kNameItem);
+      const std::string expected = d == "0" ? "1.00.0000" : "1.00.00." + std::string(d.size() < 2 ? "0" : "") + d;
+      ASSERT_EQ(lst.Cell(row, kVersionItem), expected);
+      ASSERT_EQ(lst.CellTag(row, kVersionItem), VerSortKey(expected));
+    }
+  }
+  // The first file, or `file`, is only read once the interface thread has pumped its events, at which `atPump` runs.
+  void ShowWith(std::function<void()> atPump, const std::string& file = "") {
     std::atomic<bool> reached{false};
     std::atomic<bool> pumped{false};
-    versions.before = [&](const std::string&) {
-      if (reached.exchange(true)) return;
+    versions.before = [&](const std::string& path) {
+      if ((!file.empty() && path != file) || reached.exchange(true)) return;
       events.Wake();
       pumped.wait(false);
     };
@@ -140,11 +151,7 @@ TEST_F(ShowVersionsTest, LeavesTheOtherListsAlone) {
 TEST_F(ShowVersionsTest, EveryRowOfALongListHasItsOwn) {
   AddPrograms(1000);
   Show();
-  for (std::int32_t row = 1; row <= 1000; ++row) {
-    const std::string d = std::to_string(row - 1);
-    const std::string expected = row == 1 ? "1.00.0000" : "1.00.00." + std::string(d.size() < 2 ? "0" : "") + d;
-    ASSERT_EQ(OnShow().Cell(row, kVersionItem), expected);
-  }
+  ExpectEachHasItsOwn();
 }
 
 TEST_F(ShowVersionsTest, EveryFileIsReadOnceAndNeverOnTheInterfaceThread) {
@@ -170,11 +177,57 @@ TEST_F(ShowVersionsTest, EventsArePumpedWhileAFileIsRead) {
   EXPECT_TRUE(pumped);
 }
 
-TEST_F(ShowVersionsTest, NoVersionGetsIntoAnotherFilesRow) {
-  AddPrograms(3);
+TEST_F(ShowVersionsTest, RowsThatRemainHaveTheirVersionsWhenOneIsRemoved) {
+  AddPrograms(600);
   ShowWith([&] { OnShow().RemoveRow(1); });
-  ASSERT_EQ(OnShow().Count(), 2);
-  EXPECT_THAT(Cells(OnShow()), Each(""));
+  ASSERT_EQ(OnShow().Count(), 599);
+  ExpectEachHasItsOwn();
+  EXPECT_EQ(OnShow().Tag(), "Ver");
+}
+
+TEST_F(ShowVersionsTest, RowsThatAreSortedMeanwhileHaveTheirVersions) {
+  AddPrograms(600);
+  ShowWith([&] { SortList(OnShow(), kNameItem + 1, kDescending); });
+  EXPECT_EQ(OnShow().Cell(1, kNameItem), "99");
+  ExpectEachHasItsOwn();
+}
+
+TEST_F(ShowVersionsTest, RowsThatMoveBeforeThoseBeingReadHaveTheirVersions) {
+  AddPrograms(768);
+  for (std::int32_t row = 1; row <= 768; ++row) OnShow().SetCell(row, kSizeItem, PaddedNumber{3 - (row - 1) / 256});
+  ShowWith(
+      [&] {
+        ASSERT_EQ(OnShow().SubItems(1), kVersionItem);
+        SortList(OnShow(), kSizeItem + 1, kAscending);
+        ASSERT_EQ(OnShow().Cell(257, kNameItem), "256");
+        ASSERT_EQ(OnShow().Cell(1, kNameItem), "512");
+      },
+      "/d/256");
+  ExpectEachHasItsOwn();
+}
+
+TEST_F(ShowVersionsTest, RowsThatMoveAgainAndAgainHaveTheirVersions) {
+  AddPrograms(700);
+  tests::SlowEventQueue slow;
+  slow.onPump = [&] { SortList(OnShow(), kNameItem + 1, slow.pumps % 2 == 0 ? kAscending : kDescending); };
+  ShowVersions(frm, progress, {versions, slow});
+  ExpectEachHasItsOwn();
+}
+
+TEST_F(ShowVersionsTest, AFileThatIsRenamedMeanwhileHasItsVersion) {
+  AddPrograms(2);
+  AddProgram("new", {7, 0, 0, 1});
+  OnShow().RemoveRow(3);
+  ShowWith([&] { OnShow().SetCell(1, kNameItem, "new"); });
+  EXPECT_THAT(Cells(OnShow()), ElementsAre("7.00.00.01", "1.00.00.01"));
+  EXPECT_THAT(Keys(OnShow()), ElementsAre("0007000000000001", "0001000000000001"));
+}
+
+TEST_F(ShowVersionsTest, AListThatIsEmptiedMeanwhileEndsTheReading) {
+  AddPrograms(600);
+  ShowWith([&] { OnShow().Clear(); });
+  EXPECT_EQ(OnShow().Count(), 0);
+  EXPECT_EQ(OnShow().Tag(), "Ver");
 }
 
 TEST_F(ShowVersionsTest, TellsItsProgress) {

@@ -251,7 +251,9 @@ std::string MemoryFileSystem::Resolved(const std::string& path) const {
   std::string at = path;
   for (int links = 0; links < kMostLinks; ++links) {
     Place place;
-    if (Find(at, LastLink::Stay, place) != Errors::None) return path;
+    const Errors found = Find(at, LastLink::Stay, place);
+    if (found == Errors::FileNotFound) return at;
+    if (found != Errors::None) return path;
     if (!place.node->link) return at;
     const std::string& target = place.node->content;
     at = IsAbsolute(target, style_) ? target : std::string(GetFolderOf(at, style_)) + target;

@@ -16,6 +16,7 @@ class MemorySettings final : public SettingsStore {
  public:
   std::string Get(std::string_view application, std::string_view section, std::string_view key,
                   std::string_view fallback) const override {
+    asked.push_back(std::string(section) + "/" + std::string(key));
     const auto found = values_.find(Name(application, section, key));
     return found == values_.end() ? std::string(fallback) : found->second;
   }
@@ -40,8 +41,9 @@ class MemorySettings final : public SettingsStore {
     failingKey_ = std::move(key);
   }
 
-  // What Save was called for, "section/key", in order.
+  // What Save was called for, "section/key", in order, and what Get was.
   std::vector<std::string> saved;
+  mutable std::vector<std::string> asked;
 
  private:
   using Names = std::tuple<std::string, std::string, std::string>;

@@ -3,8 +3,11 @@
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 
+#include <algorithm>
+#include <array>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -25,19 +28,30 @@ Mount FindMount(const std::string& mounts, std::string_view folder) {
 }
 
 bool IsDisk(const Mount& mount) {
-  if (mount.type == "zfs") return true;  // names pools in place of devices
-  const bool compactDisc = mount.type == "iso9660" || mount.type == "udf";
-  const bool overNetwork = mount.device.starts_with("/dev/nbd");
-  return mount.device.starts_with("/dev/") && mount.device != "/dev/fuse" && !compactDisc && !overNetwork;
+  if (mount.type == "zfs") return true;                                    // names pools in place of devices
+  constexpr std::string_view kPressed[] = {"iso9660", "udf", "squashfs"};  // whole and for good, on a disc or in a file
+  constexpr std::string_view kNoDisks[] = {"/dev/nbd", "/dev/rbd", "/dev/drbd", "/dev/fuse"};
+  const auto startsDevice = [&mount](std::string_view start) { return mount.device.starts_with(start); };
+  return startsDevice("/dev/") &&
+         std::find(std::begin(kPressed), std::end(kPressed), mount.type) == std::end(kPressed) &&
+         std::none_of(std::begin(kNoDisks), std::end(kNoDisks), startsDevice);
 }
+
+std::string FirstWord(const std::filesystem::path& file) {
+  std::string word;
+  std::ifstream(file) >> word;
+  return word;
+}
+
+// What the kernel calls a card in a slot, which it doesn't count as removable.
+constexpr char kMemoryCard[] = "SD";
 
 // `block` is a device's folder in sysfs, or a link to it. A volume that was put together of others, by the device
 // mapper or as an array, lies on all of these, and they may be such volumes again.
 bool LiesOnRemovable(const std::filesystem::path& block) {
   std::error_code none;
   const std::filesystem::path disk = std::filesystem::exists(block / "partition", none) ? block / ".." : block;
-  char flag = '0';
-  if (std::ifstream(disk / "removable") >> flag && flag == '1') return true;
+  if (FirstWord(disk / "removable") == "1" || FirstWord(disk / "device/type") == kMemoryCard) return true;
   for (const auto& slave : std::filesystem::directory_iterator(disk / "slaves", none)) {
     if (LiesOnRemovable(slave.path())) return true;
   }

@@ -1,6 +1,7 @@
 #include "platform/posix/posix_file_writer.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -8,6 +9,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <random>
+#include <thread>
 #include <utility>
 
 #include "base/path.h"
@@ -30,18 +32,20 @@ Descriptor OpenFolderOf(const std::string& path, Errors& failure) {
   return opened;
 }
 
-// A new file beside the one that it is to replace; gone at the end unless it has taken its place.
+// A new file beside the one that it is to replace; gone at the end unless it has taken its place. Where the file system
+// and /proc allow that, it has no name until it is whole, and the end of the program takes it away as well.
 class NewFile {
  public:
   explicit NewFile(int folder) : folder_(folder) {
-    std::random_device random;
-    do {
-      name_ = ".tresmor-" + std::to_string(random());
-      file_ = Descriptor(openat(folder, name_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
-    } while (!file_.IsOpen() && errno == EEXIST);
+    file_ = Descriptor(openat(folder, ".", O_WRONLY | O_TMPFILE | O_CLOEXEC, 0600));
+    if (file_.IsOpen() && access(OwnPath().c_str(), F_OK) == 0) return;
+    TakeName([this](const char* name) {
+      file_ = Descriptor(openat(folder_, name, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+      return file_.IsOpen();
+    });
   }
   ~NewFile() {
-    if (file_.IsOpen() && !placed_) unlinkat(folder_, name_.c_str(), 0);
+    if (named_ && !placed_) unlinkat(folder_, name_.c_str(), 0);
   }
   NewFile(const NewFile&) = delete;
   NewFile& operator=(const NewFile&) = delete;
@@ -60,15 +64,52 @@ class NewFile {
   // On disk before the name is, or a crash could leave an empty file under it.
   bool Place(const std::string& name) {
     if (fsync(file_.Number()) != 0) return false;
+    const auto link = [this](const char* free) {
+      return linkat(AT_FDCWD, OwnPath().c_str(), folder_, free, AT_SYMLINK_FOLLOW) == 0;
+    };
+    if (!named_ && !TakeName(link)) return false;
     placed_ = renameat(folder_, name_.c_str(), folder_, name.c_str()) == 0;
     return placed_;
   }
 
  private:
+  std::string OwnPath() const { return "/proc/self/fd/" + std::to_string(file_.Number()); }
+
+  // `make` makes the name, unless it is taken already (EEXIST).
+  template <class Make>
+  bool TakeName(Make&& make) {
+    std::random_device random;
+    do {
+      name_ = ".tresmor-" + std::to_string(random());
+      named_ = make(name_.c_str());
+    } while (!named_ && errno == EEXIST);
+    return named_;
+  }
+
   const int folder_;
   std::string name_;
   Descriptor file_;
+  bool named_ = false;
   bool placed_ = false;
+};
+
+// The kernel gives it back when the descriptor is closed, at the end of the program too.
+class FolderLock final : public FileLock {
+ public:
+  explicit FolderLock(Descriptor folder) : folder_(std::move(folder)) {}
+
+  bool Take(std::chrono::milliseconds patience) const {
+    using Clock = std::chrono::steady_clock;
+    const auto end = Clock::now() + patience;
+    while (flock(folder_.Number(), LOCK_EX | LOCK_NB) != 0) {
+      if ((errno != EWOULDBLOCK && errno != EINTR) || Clock::now() >= end) return false;
+      std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    }
+    return true;
+  }
+
+ private:
+  Descriptor folder_;
 };
 
 unsigned NewFileMode() {
@@ -88,7 +129,10 @@ Descriptor StepInto(const Descriptor& folder, const std::string& name) {
 
 }  // namespace
 
-PosixFileWriter::PosixFileWriter() : newFileMode_(NewFileMode()) {}
+PosixFileWriter::PosixFileWriter(NewFiles newFiles, std::chrono::milliseconds patience)
+    : newFileMode_(newFiles == NewFiles::OfTheUserAlone ? 0600 : NewFileMode()),
+      newFolderMode_(newFiles == NewFiles::OfTheUserAlone ? 0700 : 0777),
+      patience_(patience) {}
 
 Errors PosixFileWriter::Replace(const std::string& path, std::string_view bytes) const {
   if (path.empty() || path.find('\0') != std::string::npos) return Errors::BadFileName;
@@ -125,13 +169,23 @@ Errors PosixFileWriter::MakeFolder(const std::string& folder) const {
     begin = end + 1;
     if (name.empty()) continue;
     Descriptor next = StepInto(at, name);
-    if (!next.IsOpen() && errno == ENOENT && (mkdirat(at.Number(), name.c_str(), 0777) == 0 || errno == EEXIST)) {
+    if (!next.IsOpen() && errno == ENOENT &&
+        (mkdirat(at.Number(), name.c_str(), newFolderMode_) == 0 || errno == EEXIST)) {
       next = StepInto(at, name);
     }
     if (!next.IsOpen()) return PathFailure(errno);
     at = std::move(next);
   }
   return Errors::None;
+}
+
+std::unique_ptr<FileLock> PosixFileWriter::Lock(const std::string& path) const {
+  Errors failure = Errors::None;
+  const Descriptor folder = OpenFolderOf(ResolveLinks(path), failure);
+  if (!folder.IsOpen()) return nullptr;
+  auto lock =
+      std::make_unique<FolderLock>(Descriptor(openat(folder.Number(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC)));
+  return lock->Take(patience_) ? std::move(lock) : nullptr;
 }
 
 }  // namespace tresmor

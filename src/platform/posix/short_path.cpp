@@ -64,7 +64,8 @@ std::string ResolveLinks(const std::string& path) {
     if (place.Failure() != Errors::None) return path;
     char target[PATH_MAX];
     const ssize_t length = readlinkat(place.Folder(), place.Rest(), target, sizeof target);
-    if (length < 0) return errno == EINVAL ? at : path;  // something else than a link, or nothing at all
+    if (length < 0)
+      return errno == EINVAL || errno == ENOENT ? at : path;  // something else than a link, or nothing at all
     std::string next(target, static_cast<std::size_t>(length));
     if (!next.starts_with('/')) next.insert(0, GetFolderOf(at, PathStyle::Posix()));
     at = std::move(next);

@@ -29,7 +29,8 @@ class Descriptor {
 // What a failed call's errno means for a path.
 Errors PathFailure(int error);
 
-// Where `path` leads if its last name is a link, and on through further links; `path` itself if they lead nowhere.
+// Where `path` leads if its last name is a link, and on through further links; nothing need stand there. `path` itself
+// if they run in a circle or where nobody may look.
 std::string ResolveLinks(const std::string& path);
 
 // `path` as a folder and a rest that is short enough for the "at" calls. A long path costs a descriptor and a call for

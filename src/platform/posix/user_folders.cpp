@@ -10,6 +10,7 @@
 #include <optional>
 #include <system_error>
 
+#include "base/path.h"
 #include "base/text.h"
 
 namespace tresmor {
@@ -60,8 +61,9 @@ std::optional<std::string> ListedFolder(std::string_view line, std::string_view 
   if (!Take(line, "XDG_" + std::string(name) + "_DIR") || !Take(line, "=")) return std::nullopt;
   const auto folder = Quoted(line);
   if (!folder) return std::nullopt;
-  constexpr std::string_view kHome = "$HOME";
-  if (*folder == kHome || folder->starts_with("$HOME/")) return WithoutTail(home + folder->substr(kHome.size()));
+  constexpr std::string_view kBelowHome = "$HOME/";
+  if (*folder == "$HOME") return home;
+  if (folder->starts_with(kBelowHome)) return WithoutTail(AddTail(home, "/") + folder->substr(kBelowHome.size()));
   if (folder->starts_with('/')) return WithoutTail(*folder);
   return std::nullopt;
 }
@@ -72,20 +74,27 @@ UserFolders FindUserFolders() {
   UserFolders folders;
   folders.home = FolderVariable("HOME");
   if (folders.home.empty()) folders.home = HomeOfUser();
-  folders.config = FolderVariable("XDG_CONFIG_HOME");
-  if (folders.config.empty() && !folders.home.empty()) folders.config = folders.home + "/.config";
-  folders.data = FolderVariable("XDG_DATA_HOME");
-  if (folders.data.empty() && !folders.home.empty()) folders.data = folders.home + "/.local/share";
+  const auto below = [&](const char* variable, const char* usual) {
+    const std::string told = FolderVariable(variable);
+    return told.empty() && !folders.home.empty() ? AddTail(folders.home, "/") + usual : told;
+  };
+  folders.config = below("XDG_CONFIG_HOME", ".config");
+  folders.data = below("XDG_DATA_HOME", ".local/share");
+  folders.state = below("XDG_STATE_HOME", ".local/state");
   return folders;
 }
 
 std::string FindSettingsFile(const UserFolders& folders) {
-  return folders.config.empty() ? "" : folders.config + "/tresmor/tresmor.ini";
+  return folders.config.empty() ? "" : AddTail(folders.config, "/") + "tresmor/tresmor.ini";
+}
+
+std::string FindUndoLog(const UserFolders& folders) {
+  return folders.state.empty() ? "" : AddTail(folders.state, "/") + "tresmor/undo";
 }
 
 std::string FindUserFolder(const UserFolders& folders, std::string_view name, std::string_view usual) {
   if (folders.home.empty()) return "";
-  std::string found = folders.home + "/" + std::string(usual);
+  std::string found = AddTail(folders.home, "/") + std::string(usual);
   std::ifstream list(folders.config + "/user-dirs.dirs");
   for (std::string line; std::getline(list, line);) {
     if (auto folder = ListedFolder(line, name, folders.home)) found = std::move(*folder);  // the last line holds

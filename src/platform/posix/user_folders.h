@@ -9,8 +9,9 @@ namespace tresmor {
 // Without a separator at the end; empty if it can't be told.
 struct UserFolders {
   std::string home;
-  std::string config;  // what programs are set to
-  std::string data{};  // what programs keep, the trash among it
+  std::string config;   // what programs are set to
+  std::string data{};   // what programs keep, the trash among it
+  std::string state{};  // what they remember from one run to the next
 };
 
 // From the environment, else from the system's list of users.
@@ -18,6 +19,9 @@ UserFolders FindUserFolders();
 
 // The file of the program's settings. It needn't be there, and may be a link. Empty without a folder for it.
 std::string FindSettingsFile(const UserFolders& folders);
+
+// The file of what can be undone. It needn't be there. Empty without a folder for it.
+std::string FindUndoLog(const UserFolders& folders);
 
 // The folder of a name such as "DESKTOP": what the user's list of folders says, else `usual`, which is a folder's name
 // in the home folder. Empty if there is no such folder.

@@ -1,0 +1,393 @@
+// The commands that trash, delete, move and copy marked files, and the one that puts them back.
+#include <gmock/gmock.h>
+
+#include <nlohmann/json.hpp>
+
+#include "cli/console_world.h"
+
+namespace tresmor {
+namespace {
+
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
+using tests::ConsoleRun;
+
+// Two groups: three files of one content, and two of another.
+class OperTest : public tests::ConsoleTest {
+ protected:
+  OperTest() {
+    for (const char* folder : {"/home/me/Trash/files", "/home/me/Trash/info", "/dest"}) files.MakeFolder(folder);
+    files.MakeFile("/data/a/one", "same content");
+    files.MakeFile("/data/b/two", "same content");
+    files.MakeFile("/data/c/three", "same content");
+    files.MakeFile("/data/c/x", "pair");
+    files.MakeFile("/data/d/x", "pair");
+  }
+  // Searches, and marks the files of these names.
+  void SaveAndMark(const std::string& pattern, const std::string& list = "duplicates") {
+    ASSERT_EQ(Find({"/data", "--save", "s.Tresmor", "--quiet"}).status, kRanThrough);
+    ASSERT_EQ(Run({"mark", "s.Tresmor", "--list", list, "--pattern", pattern, "--keep", "none"}).status, kRanThrough);
+  }
+  ConsoleRun Do(const std::string& command, std::vector<std::string> options = {"--yes"}) {
+    options.insert(options.begin(), {command, "s.Tresmor"});
+    return Run(options);
+  }
+  // What the session has in its list, with a star behind marked ones.
+  Paths Rows(const char* list = "duplicates") {
+    Paths rows;
+    const auto document = nlohmann::json::parse(Run({"show", "s.Tresmor", "--format", "json"}).out);
+    for (const auto& row : document["lists"][list]) {
+      rows.push_back(row["path"].get<std::string>() + (row.contains("marked") ? "*" : ""));
+    }
+    std::sort(rows.begin(), rows.end());
+    return rows;
+  }
+  std::map<std::string, std::string> Data() const { return AllFiles(files, "/data"); }
+  bool Exists(const std::string& path) const {
+    FileStat stat;
+    return files.Stat(path, stat) == Errors::None;
+  }
+};
+
+TEST_F(OperTest, WithoutYesAPlanIsPrintedAndNothingDone) {
+  SaveAndMark("t*");
+  const auto before = AllFiles(files);
+  const ConsoleRun run = Do("trash", {});
+  EXPECT_EQ(run.out, "2 files (24 Bytes) would be moved to the trash.\nNothing was done. Give --yes to do it.\n");
+  EXPECT_EQ(run.err, "");
+  EXPECT_EQ(run.status, kRanThrough);
+  EXPECT_THAT(Do("delete", {}).out, StartsWith("2 files (24 Bytes) would be deleted for good.\n"));
+  EXPECT_THAT(Do("move", {"../dest"}).out, StartsWith("2 files (24 Bytes) would be moved to '../dest'.\n"));
+  EXPECT_THAT(Do("copy", {"/dest"}).out, StartsWith("2 files (24 Bytes) would be copied to '/dest'.\n"));
+  EXPECT_EQ(AllFiles(files), before);
+  EXPECT_THAT(changes.Calls(), IsEmpty());
+}
+
+TEST_F(OperTest, ThePlanNamesTheGroupsThatWouldKeepNoFile) {
+  SaveAndMark("x;one");
+  const std::string group = "  group 0 of 2 files: /data/d/x\nNothing";
+  EXPECT_THAT(Do("trash", {}).out,
+              HasSubstr("\n1 group would keep no file, so that they are skipped without --allow-all:\n" + group));
+  EXPECT_THAT(Do("trash", {"--allow-all"}).out, HasSubstr("\n1 group would keep no file:\n" + group));
+  EXPECT_THAT(Do("copy", {"/dest"}).out, Not(HasSubstr("group")));
+}
+
+TEST_F(OperTest, ThePlanKnowsTheGroupsOfOtherLists) {
+  files.MakeFile("/data/empty", "");
+  SaveAndMark("x", "names");
+  EXPECT_THAT(Do("delete", {"--list", "names"}).out,
+              HasSubstr("\n1 group would keep no file:\n  group 1 of 2 files: "));
+  Run({"mark", "s.Tresmor", "--list", "zero", "--pattern", "*", "--keep", "none"});
+  EXPECT_EQ(Do("delete", {"--list", "zero"}).out,
+            "1 file (0 Bytes) would be deleted for good.\nNothing was done. Give --yes to do it.\n");
+}
+
+TEST_F(OperTest, TrashMovesToTheTrashAndPrunesTheSession) {
+  SaveAndMark("t*");
+  const ConsoleRun run = Do("trash");
+  EXPECT_EQ(run.out, "2 files (24 Bytes) moved to the trash.\n");
+  EXPECT_EQ(run.err, "");
+  EXPECT_EQ(run.status, kRanThrough);
+  EXPECT_THAT(AllFiles(files, "/home/me/Trash/files"),
+              ElementsAre(testing::Pair("/home/me/Trash/files/three", "same content"),
+                          testing::Pair("/home/me/Trash/files/two", "same content")));
+  EXPECT_THAT(Rows(), ElementsAre("/data/a/one", "/data/c/x", "/data/d/x"));
+}
+
+TEST_F(OperTest, DeleteLeavesNothingInTheTrash) {
+  SaveAndMark("t*");
+  EXPECT_EQ(Do("delete").out, "2 files (24 Bytes) deleted for good.\n");
+  EXPECT_EQ(Data().size(), 3U);
+  EXPECT_THAT(AllFiles(files, "/home/me/Trash"), IsEmpty());
+}
+
+TEST_F(OperTest, AGroupThatWouldKeepNothingIsSkippedAndNamed) {
+  SaveAndMark("x;one");
+  const ConsoleRun run = Do("delete");
+  EXPECT_EQ(run.err,
+            "tresmor-cli: Skipped '/data/d/x': no file of its group would stay.\n"
+            "tresmor-cli: Skipped '/data/c/x': no file of its group would stay.\n");
+  EXPECT_EQ(run.out, "1 file (12 Bytes) deleted for good, 2 skipped.\n");
+  EXPECT_EQ(run.status, kNotAllDone);
+  EXPECT_FALSE(Exists("/data/a/one"));
+  EXPECT_THAT(Rows(), ElementsAre("/data/b/two", "/data/c/three", "/data/c/x*", "/data/d/x*"));
+  // Not comparing says nothing about whole groups.
+  EXPECT_EQ(Do("delete", {"--yes", "--no-verify"}).status, kNotAllDone);
+  EXPECT_TRUE(Exists("/data/c/x"));
+}
+
+TEST_F(OperTest, WithAllowAllWholeGroupsGo) {
+  SaveAndMark("x");
+  EXPECT_EQ(Do("delete", {"--yes", "--allow-all"}).status, kRanThrough);
+  EXPECT_FALSE(Exists("/data/c/x") || Exists("/data/d/x"));
+  EXPECT_THAT(Rows(), ElementsAre("/data/a/one", "/data/b/two", "/data/c/three"));
+}
+
+// The other one has gone since, so that the marked one is the last.
+TEST_F(OperTest, AFileThatIsGoneDoesNotStay) {
+  SaveAndMark("one;two");
+  files.Remove("/data/c/three");
+  EXPECT_THAT(Do("delete", {}).out, HasSubstr("1 group would keep no file"));
+  EXPECT_EQ(Do("delete", {"--yes", "--no-verify"}).status, kNotAllDone);
+  EXPECT_TRUE(Exists("/data/a/one") && Exists("/data/b/two"));
+}
+
+TEST_F(OperTest, AChangedFileIsSkippedAndNamed) {
+  for (const char* changed : {"SAME content", "same content and more"}) {
+    SaveAndMark("t*");
+    files.SetContent("/data/b/two", changed);
+    const ConsoleRun run = Do("delete");
+    EXPECT_EQ(run.err, "tresmor-cli: Skipped '/data/b/two': no file of its group that stays was found equal.\n");
+    EXPECT_EQ(run.status, kNotAllDone);
+    EXPECT_EQ(Data().at("/data/b/two"), changed);
+    EXPECT_FALSE(Exists("/data/c/three"));
+    EXPECT_THAT(Rows(), testing::Contains("/data/b/two*"));
+    files.MakeFile("/data/c/three", "same content");
+    files.SetContent("/data/b/two", "same content");
+  }
+}
+
+TEST_F(OperTest, MovesAndTheTrashAreCheckedToo) {
+  SaveAndMark("two");
+  files.SetContent("/data/b/two", "SAME content");
+  EXPECT_EQ(Do("trash").status, kNotAllDone);
+  EXPECT_EQ(Do("move", {"/dest", "--yes"}).status, kNotAllDone);
+  EXPECT_TRUE(Exists("/data/b/two"));
+  EXPECT_EQ(Do("copy", {"/dest", "--yes"}).status, kRanThrough);
+  EXPECT_EQ(AllFiles(files, "/dest").at("/dest/two"), "SAME content");
+}
+
+TEST_F(OperTest, WithNoVerifyAChangedFileGoes) {
+  SaveAndMark("two");
+  files.SetContent("/data/b/two", "SAME content");
+  EXPECT_EQ(Do("delete", {"--yes", "--no-verify"}).status, kRanThrough);
+  EXPECT_FALSE(Exists("/data/b/two"));
+}
+
+TEST_F(OperTest, WhatCannotBeReadProvesNothing) {
+  SaveAndMark("x");
+  Run({"mark", "s.Tresmor", "--clear", "--folder", "/data/c", "--pattern", "none"});
+  files.FailRead("/data/d/x", 2, Errors::Device);
+  EXPECT_THAT(Do("delete").err, HasSubstr("Skipped '/data/c/x'"));
+  files.FailRead("/data/d/x", 2, Errors::None);
+  files.FailOpen("/data/c/x", Errors::PermissionDenied);
+  EXPECT_THAT(Do("delete").err, HasSubstr("Skipped '/data/c/x'"));
+  EXPECT_TRUE(Exists("/data/c/x"));
+}
+
+TEST_F(OperTest, AnyFileThatStaysWillDo) {
+  SaveAndMark("three");
+  files.SetContent("/data/a/one", "else");
+  EXPECT_EQ(Do("delete").status, kRanThrough);
+  EXPECT_FALSE(Exists("/data/c/three"));
+}
+
+// A name of the marked file itself would go with it.
+TEST_F(OperTest, AFileDoesNotStayUnderAnotherSpelling) {
+  SaveAndMark("x");
+  Run({"mark", "s.Tresmor", "--clear", "--folder", "/data/c", "--pattern", "none"});
+  files.Remove("/data/d");
+  files.MakeLink("/data/d", "/data/c");
+  EXPECT_THAT(Do("delete").err, HasSubstr("Skipped '/data/c/x': no file of its group would stay."));
+  files.MakeHardLink("/elsewhere", "/data/c/x");
+  EXPECT_THAT(Do("delete").err, HasSubstr("Skipped '/data/c/x': no file of its group would stay."));
+  EXPECT_TRUE(Exists("/data/c/x"));
+}
+
+TEST_F(OperTest, AHardLinkThatStaysKeepsTheContent) {
+  SaveAndMark("x");
+  Run({"mark", "s.Tresmor", "--clear", "--folder", "/data/c", "--pattern", "none"});
+  files.Remove("/data/d/x");
+  files.MakeHardLink("/data/d/x", "/data/c/x");
+  EXPECT_EQ(Do("delete").status, kRanThrough);
+  EXPECT_THAT(Data().at("/data/d/x"), "pair");
+}
+
+TEST_F(OperTest, OtherListsAreNotChecked) {
+  SaveAndMark("x", "names");
+  EXPECT_EQ(Do("delete", {"--yes", "--list", "names"}).status, kRanThrough);
+  EXPECT_FALSE(Exists("/data/c/x") || Exists("/data/d/x"));
+  EXPECT_THAT(Rows("names"), Not(testing::Contains(HasSubstr("/x"))));
+}
+
+TEST_F(OperTest, MoveAndCopyPutFilesIntoOneFolder) {
+  files.MakeFile("/dest/two", "here before");
+  SaveAndMark("t*");
+  EXPECT_EQ(Do("copy", {"/dest", "--yes"}).out, "2 files (24 Bytes) copied to '/dest'.\n");
+  EXPECT_THAT(Rows(), testing::Contains("/data/b/two*"));
+  EXPECT_EQ(Do("move", {"../dest", "--yes"}).out, "2 files (24 Bytes) moved to '../dest'.\n");
+  EXPECT_THAT(
+      AllFiles(files, "/dest"),
+      ElementsAre(testing::Pair("/dest/three", "same content"), testing::Pair("/dest/three (2)", "same content"),
+                  testing::Pair("/dest/two", "here before"), testing::Pair("/dest/two (2)", "same content"),
+                  testing::Pair("/dest/two (3)", "same content")));
+  EXPECT_THAT(Rows(), Not(testing::Contains(HasSubstr("two"))));
+}
+
+TEST_F(OperTest, StructureKeepsTheFolders) {
+  SaveAndMark("t*");
+  EXPECT_EQ(Do("move", {"/dest", "--structure", "--yes"}).status, kRanThrough);
+  EXPECT_TRUE(Exists("/dest/data/b/two") && Exists("/dest/data/c/three"));
+}
+
+TEST_F(OperTest, EmptiedFoldersGoWhenAskedFor) {
+  SaveAndMark("t*");
+  EXPECT_EQ(Do("move", {"/dest", "--yes"}).status, kRanThrough);
+  EXPECT_TRUE(Exists("/data/b"));
+  EXPECT_EQ(Run({"undo"}).status, kRanThrough);
+  SaveAndMark("t*");
+  const ConsoleRun run = Do("move", {"/dest", "--yes", "--remove-empty"});
+  EXPECT_EQ(run.out, "2 files (24 Bytes) moved to '/dest'.\n");
+  EXPECT_FALSE(Exists("/data/b"));
+  EXPECT_TRUE(Exists("/data/c/x"));
+  EXPECT_EQ(Run({"undo"}).out, "3 items put back.\n");
+  EXPECT_TRUE(Exists("/data/b/two"));
+}
+
+TEST_F(OperTest, ADestinationHasToBeThere) {
+  SaveAndMark("t*");
+  const ConsoleRun run = Do("move", {"/nowhere", "--yes"});
+  EXPECT_EQ(run.err, "tresmor-cli: Path '/nowhere' does not exist.\n");
+  EXPECT_EQ(run.status, kWrongUse);
+  EXPECT_EQ(Do("copy", {"", "--yes"}).status, kWrongUse);
+  EXPECT_EQ(Do("copy", {"--yes"}).status, kWrongUse);
+  EXPECT_EQ(Data().size(), 5U);
+}
+
+TEST_F(OperTest, AFailureIsToldAndKeepsItsRow) {
+  SaveAndMark("t*");
+  changes.Fail(MemoryFileChanges::Op::Remove, "/data/b/two", Errors::PermissionDenied);
+  const ConsoleRun run = Do("delete");
+  EXPECT_THAT(run.err,
+              AllOf(StartsWith("tresmor-cli: File operations failed. Error Code: 5 "), HasSubstr("/data/b/two")));
+  EXPECT_EQ(run.out, "1 file (12 Bytes) deleted for good, 1 not.\n");
+  EXPECT_EQ(run.status, kNotAllDone);
+  EXPECT_THAT(Rows(), AllOf(testing::Contains("/data/b/two*"), Not(testing::Contains(HasSubstr("three")))));
+}
+
+TEST_F(OperTest, ACancelLeavesTheRestAndSavesTheSession) {
+  SaveAndMark("t*");
+  changes.SetHook([this](const MemoryFileChanges::Call& call) {
+    if (call.op == MemoryFileChanges::Op::Remove) interrupted = true;
+  });
+  const ConsoleRun run = Do("delete");
+  EXPECT_EQ(run.err, "tresmor-cli: Cancelled: 1 of 2 were deleted.\n");
+  EXPECT_EQ(run.out, "1 file (12 Bytes) deleted for good, 1 not.\n");
+  EXPECT_EQ(run.status, kCancelled);
+  EXPECT_EQ(Data().size(), 4U);
+  interrupted = false;
+  EXPECT_EQ(Rows().size(), 4U);
+}
+
+// More files than go in one operation.
+TEST_F(OperTest, ACancelIsToldOnce) {
+  for (int i = 0; i <= 2000; ++i) files.MakeFile("/data/many/t" + std::to_string(i), "");
+  SaveAndMark("t[0-9]*", "zero");
+  changes.SetHook([this](const MemoryFileChanges::Call& call) {
+    if (call.op == MemoryFileChanges::Op::Remove) interrupted = true;
+  });
+  const ConsoleRun run = Do("delete", {"--yes", "--list", "zero"});
+  EXPECT_EQ(run.err, "tresmor-cli: Cancelled: 1 of 2000 were deleted.\n");
+  EXPECT_EQ(run.out, "1 file (0 Bytes) deleted for good, 2000 not.\n");
+}
+
+TEST_F(OperTest, ACancelOfTheComparisonLeavesAll) {
+  SaveAndMark("t*");
+  files.SetHook([this](const MemoryFileSystem::Call& call) {
+    if (call.op == MemoryFileSystem::Op::Open && call.path == "/data/a/one") interrupted = true;
+  });
+  const ConsoleRun run = Do("delete");
+  EXPECT_EQ(run.err, "tresmor-cli: Cancelled.\n");
+  EXPECT_EQ(run.status, kCancelled);
+  EXPECT_EQ(Data().size(), 5U);
+}
+
+TEST_F(OperTest, AFailedSaveIsTold) {
+  SaveAndMark("two");
+  writer.Fail(Errors::DiskFull);
+  const ConsoleRun run = Do("delete");
+  EXPECT_THAT(run.err, HasSubstr("'s.Tresmor' can't be saved"));
+  EXPECT_EQ(run.out, "1 file (12 Bytes) deleted for good.\n");
+  EXPECT_EQ(run.status, kFailed);
+}
+
+TEST_F(OperTest, ATerminalShowsHowFarItIs) {
+  SaveAndMark("two");
+  errDevice = ErrorDevice::Terminal;
+  EXPECT_THAT(Do("delete").err, HasSubstr("0 of 1  /data/b/two"));
+}
+
+TEST_F(OperTest, NamesAreMadeVisible) {
+  files.MakeFile("/data/n\n1", "odd");
+  files.MakeFile("/data/n\n2", "odd");
+  SaveAndMark("n*");
+  EXPECT_THAT(Do("delete", {}).out, HasSubstr(" of 2 files: /data/n\\n"));
+  EXPECT_THAT(Do("delete").err, HasSubstr("'/data/n\\n1'"));
+}
+
+TEST_F(OperTest, UndoPutsBackWhatWentToTheTrashOrWasMoved) {
+  const auto before = Data();
+  SaveAndMark("t*");
+  for (const std::vector<std::string>& command : {Paths{"trash", "--yes"}, Paths{"move", "--yes", "/dest"}}) {
+    ASSERT_EQ(Do(command[0], {command.begin() + 1, command.end()}).status, kRanThrough);
+    const ConsoleRun run = Run({"undo"});
+    EXPECT_EQ(run.out, "2 items put back.\n");
+    EXPECT_EQ(run.err, "");
+    EXPECT_EQ(run.status, kRanThrough);
+    EXPECT_EQ(Data(), before);
+    EXPECT_THAT(AllFiles(files, "/home/me/Trash"), IsEmpty());
+    SaveAndMark("t*");
+  }
+  const ConsoleRun again = Run({"undo"});
+  EXPECT_EQ(again.out, "0 items put back.\n");
+  EXPECT_EQ(again.status, kRanThrough);
+}
+
+TEST_F(OperTest, CopiesAndDeletionsLeaveWhatCanBeUndone) {
+  SaveAndMark("t*");
+  Do("trash");
+  Run({"mark", "s.Tresmor", "--clear", "--folder", "/data/c", "--pattern", "none"});
+  EXPECT_EQ(Do("copy", {"/dest", "--yes"}).status, kRanThrough);
+  EXPECT_EQ(Do("delete").status, kRanThrough);
+  EXPECT_EQ(Run({"undo"}).out, "2 items put back.\n");
+  EXPECT_TRUE(Exists("/data/b/two"));
+}
+
+TEST_F(OperTest, UndoOverwritesNothingAndSaysSo) {
+  SaveAndMark("t*");
+  Do("trash");
+  files.MakeFile("/data/b/two", "a newcomer");
+  const ConsoleRun run = Run({"undo"});
+  EXPECT_THAT(run.err, StartsWith("tresmor-cli: '/data/b/two' was not put back: something stands there"));
+  EXPECT_EQ(run.out, "1 item put back.\n");
+  EXPECT_EQ(run.status, kNotAllDone);
+  EXPECT_EQ(Data().at("/data/b/two"), "a newcomer");
+  EXPECT_EQ(AllFiles(files).at("/home/me/Trash/files/two"), "same content");
+}
+
+TEST_F(OperTest, ACancelledUndoGoesOnTheNextTime) {
+  SaveAndMark("t*");
+  Do("trash");
+  interrupted = true;
+  EXPECT_EQ(Run({"undo"}).status, kCancelled);
+  interrupted = false;
+  EXPECT_EQ(Run({"undo"}).out, "2 items put back.\n");
+}
+
+TEST_F(OperTest, OptionsAreThoseOfTheCommand) {
+  SaveAndMark("t*");
+  EXPECT_EQ(Do("trash", {"--structure"}).status, kWrongUse);
+  EXPECT_EQ(Do("copy", {"/dest", "--no-verify"}).status, kWrongUse);
+  EXPECT_EQ(Do("delete", {"--list", "errors"}).status, kWrongUse);
+  EXPECT_THAT(Run({"move", "--help"}).out,
+              AllOf(HasSubstr("DEST"), HasSubstr("--structure"), HasSubstr("--remove-empty"), HasSubstr("--yes"),
+                    HasSubstr("--no-verify"), HasSubstr("--allow-all"), HasSubstr("--list LIST")));
+  EXPECT_THAT(Run({"undo", "--help"}).out, HasSubstr("Put back what the last trash or move did"));
+}
+
+}  // namespace
+}  // namespace tresmor
