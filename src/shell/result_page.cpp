@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "desk/run_job.h"
 #include "results/marks.h"
 #include "results/rows.h"
 #include "results/sort_list.h"
@@ -45,7 +46,21 @@ void ResultPage::mnuClearMarks() {
 
 void ResultPage::mnuPropPage() {
   const ListView& lst = frm_.results.Shown();
-  if (const std::int32_t row = lst.SelectedItem()) ports_.shell.ShowFileProp(PathOf(lst, row));
+  const std::int32_t row = lst.SelectedItem();
+  if (row == 0) return;
+  const std::string file = PathOf(lst, row);
+  if (!ShownByDesktop(file)) ports_.OwnFileProp(file);
+}
+
+// The desktop may take seconds to answer, or never do so.
+bool ResultPage::ShownByDesktop(const std::string& file) {
+  struct NoNotice {};
+  bool shown = false;
+  StopToken stop;
+  RunJob<NoNotice>(
+      ports_.versions.events, stop, [&](JobLine<NoNotice>&) { shown = ports_.shell.ShowFileProp(file); },
+      [](NoNotice&&) {});
+  return shown;
 }
 
 void ResultPage::mnuOpenFolder() {

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 #include <functional>
+#include <string>
 
 #include "desk/guarded_msg.h"
 #include "desk/options.h"
@@ -24,6 +25,8 @@ struct ResultPagePorts {
   std::function<void()> Preview;
   // Opens the file of SelectedItem.
   std::function<void()> OpenFile;
+  // Shows a file's properties in a sheet of the program's own, where the desktop has none.
+  std::function<void(const std::string& file)> OwnFileProp;
   // Opens a menu at the pointer.
   std::function<void(Menu& menu)> PopUp;
 };
@@ -52,6 +55,7 @@ class ResultPage {
   // Has marks and selection counted soon. A count that is due already doesn't wait longer.
   void StartUpdate() { frm_.tmrUpdate.Enabled = true; }
   void Sort(ListView& lst, std::int16_t column);
+  bool ShownByDesktop(const std::string& file);
 
   FrmMain& frm_;
   Progress& progress_;

@@ -510,7 +510,10 @@ TEST_F(SmartMarkerTest, KeepsToItsListWhenAnotherComesUpDuringTheWarning) {
   AddFolder("/d/");
   frm.cmbPattern.SetText("*");
   KeepNone();
-  duringWarning = [this] { results.tabMain.Select(1); };
+  duringWarning = [this] {
+    EXPECT_EQ(Marks(duplicates), "-");  // it comes before anything is marked
+    results.tabMain.Select(1);
+  };
   EXPECT_TRUE(Run());
   EXPECT_EQ(Marks(duplicates), "x");
   EXPECT_EQ(Marks(results.List(ResultList::ZeroSize)), "-");

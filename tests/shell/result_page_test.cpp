@@ -70,6 +70,7 @@ class ResultPageTest : public testing::Test {
                        },
                    .Preview = [this] { Log("preview"); },
                    .OpenFile = [this] { Log("open"); },
+                   .OwnFileProp = [this](const std::string& file) { Log("own sheet of " + file); },
                    .PopUp = [this](Menu& menu) { Log(&menu == &frm.mnuFile ? "mnuFile" : "other menu"); }}};
 };
 
@@ -142,6 +143,20 @@ TEST_F(ResultPageTest, ARightClickOpensTheMenuWithAndWithoutARow) {
   EXPECT_THAT(log, ElementsAre("mnuFile ", "mnuFile -"));
 }
 
+TEST_F(ResultPageTest, EveryListOpensMenuAndFileAndSorts) {
+  for (const ResultList kind :
+       {ResultList::Duplicates, ResultList::SameName, ResultList::Portions, ResultList::ReadErrors}) {
+    ListView& lst = frm.results.List(kind);
+    for (const char* name : {"b", "c", "a"}) Add(kind, name);
+    log.clear();
+    lst.OnMouseUp(MouseButton::Right);
+    lst.OnDblClick();
+    EXPECT_THAT(log, ElementsAre("mnuFile ", "open "));
+    lst.OnColumnClick(1);
+    EXPECT_EQ(lst.Cell(1, kNameItem), "c");
+  }
+}
+
 TEST_F(ResultPageTest, MarkingAllComesBeforeTheReminderAndStaysWhateverItsAnswer) {
   for (const char* name : {"a", "b"}) Add(name);
   Add(ResultList::Duplicates, "c");
@@ -197,6 +212,16 @@ TEST_F(ResultPageTest, ShowsThePropertiesAndTheFolderOfTheSelectedItem) {
   page.mnuOpenFolder();
   EXPECT_THAT(shell.opened, ElementsAre("/data/"));
   EXPECT_FALSE(frm.tmrUpdate.Enabled());
+}
+
+TEST_F(ResultPageTest, WhereTheDesktopHasNoSheetOneOfItsOwnIsShown) {
+  Add("a");
+  zero.SetSelected(1, true);
+  page.mnuPropPage();
+  EXPECT_THAT(log, IsEmpty());
+  shell.answers = false;
+  page.mnuPropPage();
+  EXPECT_THAT(log, ElementsAre("own sheet of /data/a -"));
 }
 
 TEST_F(ResultPageTest, WithoutASelectedItemNothingIsShownOrOpened) {
