@@ -52,8 +52,6 @@ std::optional<std::string> ErrorOutput::BrowseFolder(const std::string&, const s
 
 std::string ErrorOutput::InputBox(const std::string&, const std::string&, const std::string&) { return {}; }
 
-void ErrorOutput::ShowModal(FrmMyMsgBox& form) { Say(form.lblMsg.Caption()); }
-
 void ErrorOutput::Put(std::string_view text) {
   std::fwrite(text.data(), 1, text.size(), file_);
   std::fflush(file_);

@@ -6,7 +6,6 @@
 #include <string>
 #include <string_view>
 
-#include "desk/guarded_msg.h"
 #include "platform/dialogs.h"
 
 namespace tresmor {
@@ -14,7 +13,7 @@ namespace tresmor {
 enum class ErrorDevice { Terminal, File };
 
 // Texts may hold anything; each is one line, made visible. Failures of writing here are passed over.
-class ErrorOutput final : public Dialogs, public ModalForms {
+class ErrorOutput final : public Dialogs {
  public:
   ErrorOutput(std::FILE* file, ErrorDevice device) : file_(file), device_(device) {}
   ~ErrorOutput() override;
@@ -35,7 +34,6 @@ class ErrorOutput final : public Dialogs, public ModalForms {
   std::optional<std::string> OpenFileDlg(const FileQuestion& question) override;
   std::optional<std::string> BrowseFolder(const std::string& title, const std::string& startDir) override;
   std::string InputBox(const std::string& prompt, const std::string& title, const std::string& proposal) override;
-  void ShowModal(FrmMyMsgBox& form) override;
 
  private:
   void SayVisible(const std::string& line);

@@ -37,7 +37,12 @@ std::int32_t SessionFields::AddRow(ListView& lst, std::int32_t last) const {
 bool ParseBoolean(std::string_view text) {
   if (EqualText(text, BooleanText(true))) return true;
   if (EqualText(text, BooleanText(false))) return false;
-  return ParseInt32(text) != 0;
+  try {
+    ParseInt32(text);
+  } catch (const Failure& failure) {
+    if (failure.Number() != Errors::Overflow) throw;  // a number is one however long it is
+  }
+  return text.find_first_of("123456789") != std::string_view::npos;
 }
 
 }  // namespace tresmor

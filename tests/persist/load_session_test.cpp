@@ -216,6 +216,13 @@ TEST_F(LoadSessionTest, WordsOfBooleansMayBeWrittenOtherwise) {
   EXPECT_TRUE(lstSrchType.Ticked(0));
   EXPECT_EQ(LoadFailure(With(kTypes, " 0 ")), Errors::None);
   EXPECT_FALSE(lstSrchType.Ticked(0));
+  for (const char* number : {"0.4", "2147483648", "-3"}) {
+    EXPECT_EQ(LoadFailure(With(kTypes, number)), Errors::None);
+    EXPECT_TRUE(lstSrchType.Ticked(0)) << number;
+    EXPECT_EQ(LoadFailure(With(kTypes, "0.0")), Errors::None);
+    EXPECT_FALSE(lstSrchType.Ticked(0));
+  }
+  EXPECT_EQ(LoadFailure(With(kTypes, "maybe")), Errors::TypeMismatch);
 }
 
 TEST_F(LoadSessionTest, NumbersMayStandWithoutBlanks) {
