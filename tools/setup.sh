@@ -1,6 +1,7 @@
 # What ./run and ./test share; sourced by both from the top of the repository.
 
-build_packages="g++ cmake ninja-build pkg-config libutf8proc-dev libcli11-dev nlohmann-json3-dev"
+build_packages="g++ cmake ninja-build pkg-config libutf8proc-dev libcli11-dev nlohmann-json3-dev \
+qt6-base-dev qt6-svg-dev libwmf-dev libemf2svg-dev"
 test_packages="libgtest-dev libgmock-dev clang-format clang-tidy python3 locales"
 coverage_packages="gcovr"
 fuzz_packages="clang libclang-rt-dev llvm"

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <utility>
 
@@ -30,6 +31,7 @@ class CheckBox : public PlacedControl {
 
   Property<std::int16_t, CheckBoxValue> Value;
   Property<std::string> Caption;
+  std::function<void()> OnClick;  // by the user, after the change of Value; no change by the program calls it
 };
 
 }  // namespace tresmor

@@ -23,8 +23,13 @@ struct Notice {
     Tag,
     Interval,
     BackColor,
-    Place,  // where it stands and how large it is
-    Focus,  // it is to take the keys from now on
+    Place,   // where it stands and how large it is
+    Client,  // the room that it leaves to others
+    State,   // of a window
+    Parent,
+    Focus,      // it is to take the keys from now on
+    Selection,  // all its text is to be selected
+    PopUp,      // it is to open at the pointer
     SelectedTab,
     ListIndex,
     SortKey,
@@ -88,6 +93,12 @@ class Control {
 
   Property<bool> Enabled{*this, Notice::What::Enabled, true};
   Property<bool> Visible{*this, Notice::What::Visible, true};
+
+  // The topic of the help about it, by its number; 0 for that of what it stands in.
+  std::int32_t HelpContextID = 0;
+
+  // Asks whoever shows it to give it the keyboard.
+  void SetFocus() { Tell(Notice::What::Focus, Notice::When::After); }
 
  protected:
   ~Control() = default;

@@ -16,8 +16,8 @@
 #include <vector>
 
 #include "controls/cell_store.h"
-#include "controls/control.h"
 #include "controls/list_sort.h"
+#include "controls/placed_control.h"
 
 namespace tresmor {
 
@@ -37,8 +37,10 @@ enum : std::int16_t { kAscending = 0, kDescending = 1 };
 
 enum class MouseButton { Left = 1, Right = 2, Middle = 4 };
 
-class ListView : public Control {
+class ListView : public PlacedControl {
  public:
+  explicit ListView(Place place = {}) : PlacedControl(place) {}
+
   void AddColumn(ColumnHeader header);
   std::int32_t Columns() const { return static_cast<std::int32_t>(columns_.size()); }
   const ColumnHeader& Column(std::int32_t column) const { return columns_[ColumnAt(column)].header; }

@@ -4,7 +4,7 @@
 
 namespace tresmor {
 
-enum class PointerShape { Default = 0, Hourglass = 11 };
+enum class PointerShape { Default = 0, Hourglass = 11, HourglassAndArrow = 13 };
 
 // What the mouse pointer looks like over a window.
 class MousePointer : public Control {

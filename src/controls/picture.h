@@ -2,14 +2,18 @@
 
 #include <string>
 
-#include "controls/control.h"
+#include "base/pixel_image.h"
+#include "controls/placed_control.h"
 
 namespace tresmor {
 
-// Shows the picture of a file.
-class Picture : public Control {
+// Shows a picture, scaled down to its own size where it is larger.
+class Picture : public PlacedControl {
  public:
-  Property<std::string> File{*this, Notice::What::Value};  // empty for no picture
+  explicit Picture(Place place = {}) : PlacedControl(place) {}
+
+  Property<std::string> File{*this, Notice::What::Value};   // that the picture is of or will be; empty for none
+  Property<SharedImage> Image{*this, Notice::What::Value};  // none for no picture, or none yet
 };
 
 }  // namespace tresmor

@@ -10,6 +10,7 @@ struct Place {
   float top = 0;
   float width = 0;
   float height = 0;
+  friend bool operator==(const Place&, const Place&) = default;
 };
 
 // A control whose place the program knows, because it moves it or puts others by it.

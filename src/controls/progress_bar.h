@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstdint>
+
 #include "base/failure.h"
-#include "controls/control.h"
+#include "controls/placed_control.h"
 
 namespace tresmor {
 
@@ -12,9 +14,13 @@ struct PercentOnly {
   }
 };
 
-class ProgressBar : public Control {
+class ProgressBar : public PlacedControl {
  public:
+  explicit ProgressBar(Place place = {}) : PlacedControl(place) {}
+
   Property<float, PercentOnly> Value{*this, Notice::What::Value};
+  // What it stands in, where that isn't the window that it belongs to; its place is then within that.
+  Property<const Control*> Parent{*this, Notice::What::Parent, nullptr};
 };
 
 }  // namespace tresmor

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <functional>
 #include <string>
 
 #include "controls/placed_control.h"
@@ -13,9 +15,15 @@ class TextBox : public PlacedControl {
 
   Property<std::string> Text{*this, Notice::What::Text};
   Property<std::string> ToolTipText{*this, Notice::What::Text};  // shown while the mouse rests on it
+  std::int32_t MaxLength = 0;                                    // characters that can be typed; 0 for any number
+  bool Locked = false;                                           // takes no typing
 
-  // Asks whoever shows it to give it the keyboard.
-  void SetFocus() { Tell(Notice::What::Focus, Notice::When::After); }
+  // What the user does, called by whoever shows the box after the change that comes with it.
+  std::function<void()> OnGotFocus;
+  std::function<void()> OnLostFocus;
+
+  // Asks whoever shows it to select the whole text.
+  void SelectAll() { Tell(Notice::What::Selection, Notice::When::After); }
 };
 
 }  // namespace tresmor

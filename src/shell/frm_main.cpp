@@ -4,14 +4,37 @@
 #include "search/exec_srch.h"
 
 namespace tresmor {
+namespace {
 
-FrmMain::FrmMain() {
+// Topics of the help.
+constexpr std::int32_t kMainHelp = 102;
+constexpr std::int32_t kScopeHelp = 117;
+constexpr std::int32_t kSearchOptionHelp = 118;
+
+}  // namespace
+
+ScopeControls::ScopeControls() {
   lstPath.AddColumn({"Path", 5292});
   lstPath.AddColumn({"Sub-folder", 1411});
   lstPath.AddColumn({"Min. Size", 1764});
   lstPath.AddColumn({"Max. Size", 1764});
   lstPath.AddColumn({"Date", 2540});
   lstPath.AddColumn({"Search Target", 2540});
+  for (TextBox* const size : {&txtMinSz, &txtMaxSz}) size->MaxLength = 9;
+  txtDate.Enabled = false;
+  for (std::size_t i = 1; i < frmPath.size(); ++i) frmPath[i].Visible = false;
+  frmSelPath.HelpContextID = kScopeHelp;
+}
+
+SearchControls::SearchControls() { fraSrch.HelpContextID = kSearchOptionHelp; }
+
+FrmMain::FrmMain() : Window("Tresmor - No Duplicate Files", {0, 0, 10140, 7524}) {
+  HelpContextID = kMainHelp;
+  results.tabMain.Left = 120;
+  results.tabMain.Top = 3360;
+  results.tabMain.Width = 6015;
+  results.tabMain.Height = 975;
+  for (std::size_t i = 1; i < frmResult.size(); ++i) frmResult[i].Visible = false;
   tmrUpdate.OnTick = [this] { UpdateStatusOnce(results, tmrUpdate); };
   Init(*this);
 }
