@@ -1,0 +1,234 @@
+#include "qt/binder.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QEvent>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSignalBlocker>
+
+#include "qt/display_text.h"
+
+namespace tresmor {
+namespace {
+
+// Hands events of one kind over.
+class EventWatch : public QObject {
+ public:
+  EventWatch(QWidget& widget, QEvent::Type type, std::function<void()> handler)
+      : QObject(&widget), type_(type), handler_(std::move(handler)) {
+    widget.installEventFilter(this);
+  }
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() == type_) handler_();
+    return false;
+  }
+
+ private:
+  const QEvent::Type type_;
+  const std::function<void()> handler_;
+};
+
+void Watch(QWidget& widget, QEvent::Type type, std::function<void()> handler) {
+  new EventWatch(widget, type, std::move(handler));  // the widget's child
+}
+
+// Shows one value, now and after each change of that kind.
+template <class Show>
+void ShowValue(Control& control, QWidget& widget, Notice::What what, Show show) {
+  show();
+  Follow(control, widget, [what, show](const Notice& notice) {
+    if (notice.what == what) show();
+  });
+}
+
+// A ground of the desktop's own colours, or the style's.
+void ShowGround(QWidget& widget, std::uint32_t color) {
+  QPalette palette;
+  if (color != kWindowGround) {
+    palette.setColor(QPalette::Base, palette.color(QPalette::Highlight));
+    palette.setColor(QPalette::Button, palette.color(QPalette::Highlight));
+  }
+  widget.setPalette(palette);
+}
+
+void ShowEntries(const ComboBox& control, QComboBox& widget) {
+  widget.clear();
+  for (std::int32_t i = 0; i < control.ListCount(); ++i) widget.addItem(EditText(control.List(i)));
+}
+
+Qt::CheckState TickOf(bool ticked) { return ticked ? Qt::Checked : Qt::Unchecked; }
+
+}  // namespace
+
+QString Caption(const std::string& caption) { return ShownLine(caption); }
+
+void Binder::BindState(Control& control, QWidget& widget) const {
+  ShowValue(control, widget, Notice::What::Enabled, [&] { widget.setEnabled(control.Enabled()); });
+  ShowValue(control, widget, Notice::What::Visible, [&] { widget.setVisible(control.Visible()); });
+  Follow(control, widget, [&](const Notice& notice) {
+    if (notice.what == Notice::What::Focus) widget.setFocus(Qt::OtherFocusReason);
+  });
+}
+
+void Binder::BindPlace(PlacedControl& control, QWidget& widget) const {
+  ShowValue(control, widget, Notice::What::Place, [&, this] { widget.setGeometry(twips_.ToPixels(PlaceOf(control))); });
+}
+
+void Binder::Bind(Button& control, QPushButton& widget) const {
+  BindState(control, widget);
+  ShowValue(control, widget, Notice::What::Text, [&] { widget.setText(Caption(control.Caption())); });
+  widget.setAutoDefault(false);
+  QObject::connect(&widget, &QPushButton::clicked, &widget, [&, this] { Deliver(control.OnClick); });
+}
+
+void Binder::Bind(CheckBox& control, QCheckBox& widget) const {
+  BindState(control, widget);
+  ShowValue(control, widget, Notice::What::Text, [&] { widget.setText(Caption(control.Caption())); });
+  ShowValue(control, widget, Notice::What::Value, [&] {
+    widget.setCheckState(control.Value() == kGrayed ? Qt::PartiallyChecked : TickOf(control.Ticked()));
+  });
+  QObject::connect(&widget, &QCheckBox::clicked, &widget, [&, this] {
+    widget.setTristate(false);
+    Deliver([&] { control.Value = widget.isChecked() ? kTicked : kOff; });
+    Deliver(control.OnClick);
+  });
+}
+
+void Binder::Bind(OptionButton& control, QRadioButton& widget) const {
+  BindState(control, widget);
+  ShowValue(control, widget, Notice::What::Text, [&] { widget.setText(Caption(control.Caption())); });
+  ShowValue(control, widget, Notice::What::Value, [&] { widget.setChecked(control.Value()); });
+  QObject::connect(&widget, &QRadioButton::clicked, &widget, [&, this] { Deliver([&] { control.Value = true; }); });
+}
+
+void Binder::Bind(Label& control, QLabel& widget) const {
+  BindState(control, widget);
+  widget.setTextFormat(Qt::PlainText);
+  widget.setWordWrap(true);
+  ShowValue(control, widget, Notice::What::Text, [&] { widget.setText(ShownLines(control.Caption())); });
+}
+
+void Binder::Bind(Panel& control, QLabel& widget) const {
+  widget.setTextFormat(Qt::PlainText);
+  ShowValue(control, widget, Notice::What::Text, [&] {
+    widget.setText(ShownLine(control.Text()));
+    widget.setToolTip(PlainToolTip(control.Text()));  // for what the panel is too short for
+  });
+}
+
+void Binder::Bind(Frame& control, QGroupBox& widget) const {
+  BindState(control, widget);
+  ShowValue(control, widget, Notice::What::Text, [&] { widget.setTitle(Caption(control.Caption())); });
+}
+
+void Binder::Bind(TextBox& control, QLineEdit& widget) const {
+  BindState(control, widget);
+  widget.setReadOnly(control.Locked);
+  if (control.MaxLength > 0) widget.setMaxLength(control.MaxLength);
+  ShowValue(control, widget, Notice::What::Text, [&] {
+    if (EditedBytes(widget.text()) != control.Text()) widget.setText(EditText(control.Text()));
+    widget.setToolTip(PlainToolTip(control.ToolTipText()));
+  });
+  QObject::connect(&widget, &QLineEdit::textEdited, &widget,
+                   [&, this](const QString& text) { Deliver([&] { control.Text = EditedBytes(text); }); });
+  Follow(control, widget, [&](const Notice& notice) {
+    if (notice.what == Notice::What::Selection) widget.selectAll();
+  });
+  Watch(widget, QEvent::FocusIn, [&, this] { Deliver(control.OnGotFocus); });
+  Watch(widget, QEvent::FocusOut, [&, this] { Deliver(control.OnLostFocus); });
+}
+
+void Binder::Bind(ComboBox& control, QComboBox& widget) const {
+  BindState(control, widget);
+  widget.setEditable(true);
+  widget.setInsertPolicy(QComboBox::NoInsert);
+  widget.setCompleter(nullptr);
+  widget.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  const auto show = [&] {
+    const QSignalBlocker quiet(widget);
+    ShowEntries(control, widget);
+    widget.setCurrentIndex(control.ListIndex());
+    widget.setEditText(EditText(control.Text()));
+  };
+  show();
+  Follow(control, widget, [&, show](const Notice& notice) {
+    switch (notice.what) {
+      case Notice::What::Text:
+      case Notice::What::ListIndex: {
+        const QSignalBlocker quiet(widget);
+        widget.setCurrentIndex(control.ListIndex());
+        if (EditedBytes(widget.currentText()) != control.Text()) widget.setEditText(EditText(control.Text()));
+        break;
+      }
+      case Notice::What::BackColor:
+        ShowGround(widget, control.BackColor());
+        break;
+      case Notice::What::RowsAdded:
+      case Notice::What::RowsRemoved:
+      case Notice::What::Item:
+        show();
+        break;
+      default:
+        break;
+    }
+  });
+  QObject::connect(widget.lineEdit(), &QLineEdit::textEdited, &widget,
+                   [&, this](const QString& text) { Deliver([&] { control.SetText(EditedBytes(text)); }); });
+  QObject::connect(&widget, &QComboBox::activated, &widget,
+                   [&, this](int index) { Deliver([&] { control.SetListIndex(index); }); });
+}
+
+void Binder::Bind(ChoiceList& control, QComboBox& widget) const {
+  BindState(control, widget);
+  for (std::int32_t i = 0; i < control.ListCount(); ++i) widget.addItem(ShownLine(control.List(i)));
+  ShowValue(control, widget, Notice::What::ListIndex, [&] { widget.setCurrentIndex(control.ListIndex()); });
+  ShowValue(control, widget, Notice::What::BackColor, [&] { ShowGround(widget, control.BackColor()); });
+  QObject::connect(&widget, &QComboBox::activated, &widget,
+                   [&, this](int index) { Deliver([&] { control.Choose(index); }); });
+}
+
+void Binder::Bind(CheckList& control, QListWidget& widget) const {
+  BindState(control, widget);
+  for (std::int32_t i = 0; i < control.Count(); ++i) {
+    auto* const item = new QListWidgetItem(ShownLine(control.Text(i)), &widget);
+    item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
+    item->setCheckState(TickOf(control.Ticked(i)));
+  }
+  widget.setCurrentRow(0);
+  Follow(control, widget, [&](const Notice& notice) {
+    if (notice.what == Notice::What::BackColor) ShowGround(widget, control.BackColor());
+    if (notice.what == Notice::What::Item)
+      widget.item(notice.first)->setCheckState(TickOf(control.Ticked(notice.first)));
+  });
+  QObject::connect(&widget, &QListWidget::itemChanged, &widget, [&, this](QListWidgetItem* item) {
+    Deliver([&] { control.SetTicked(widget.row(item), item->checkState() == Qt::Checked); });
+  });
+}
+
+void Binder::Bind(ProgressBar& control, QProgressBar& widget) const {
+  BindState(control, widget);
+  widget.setRange(0, 100);
+  widget.setTextVisible(false);
+  ShowValue(control, widget, Notice::What::Value, [&] { widget.setValue(static_cast<int>(control.Value())); });
+}
+
+void Binder::Bind(MousePointer& control, QWidget& window) const {
+  ShowValue(control, window, Notice::What::Value, [&] {
+    switch (control.Shape()) {
+      case PointerShape::Default:
+        return window.unsetCursor();
+      case PointerShape::Hourglass:
+        return window.setCursor(Qt::WaitCursor);
+      case PointerShape::HourglassAndArrow:
+        return window.setCursor(Qt::BusyCursor);
+    }
+  });
+}
+
+}  // namespace tresmor

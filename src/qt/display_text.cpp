@@ -1,0 +1,100 @@
+#include "qt/display_text.h"
+
+#include <QStringDecoder>
+#include <cstdint>
+
+namespace tresmor {
+namespace {
+
+constexpr char16_t kEscapes = 0xDC00;
+constexpr char16_t kControlPictures = 0x2400;
+constexpr char16_t kDeletePicture = 0x2421;
+
+bool IsControl(char16_t unit) { return unit < 0x20 || unit == 0x7f; }
+char16_t Escaped(unsigned char byte) { return static_cast<char16_t>(kEscapes + byte); }
+char16_t ControlPicture(char16_t unit) {
+  return unit == 0x7f ? kDeletePicture : static_cast<char16_t>(kControlPictures + unit);
+}
+
+// How many bytes from here on are one character of UTF-8, 0 if they are none.
+std::size_t CharacterLength(std::string_view bytes) {
+  const auto lead = static_cast<unsigned char>(bytes.front());
+  const std::size_t length = lead < 0x80   ? 1
+                             : lead < 0xC2 ? 0
+                             : lead < 0xE0 ? 2
+                             : lead < 0xF0 ? 3
+                             : lead < 0xF5 ? 4
+                                           : 0;
+  if (length > bytes.size()) return 0;
+  if (length <= 1) return length;
+  QStringDecoder decode(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+  const QString text = decode(QByteArrayView(bytes.data(), static_cast<qsizetype>(length)));
+  return decode.hasError() ||
+                 text.contains(QChar(QChar::ReplacementCharacter)) != (bytes.substr(0, length) == "\xEF\xBF\xBD")
+             ? 0
+             : length;
+}
+
+// Appends each character as `control` or `invalid` gives it, or as it is.
+template <class Control, class Invalid>
+QString Decode(std::string_view bytes, Control&& control, Invalid&& invalid) {
+  QString text;
+  text.reserve(static_cast<qsizetype>(bytes.size()));
+  while (!bytes.empty()) {
+    const std::size_t length = CharacterLength(bytes);
+    const auto lead = static_cast<unsigned char>(bytes.front());
+    if (length == 0) {
+      text += QChar(invalid(lead));
+    } else if (length == 1) {
+      text += QChar(IsControl(lead) ? control(lead) : static_cast<char16_t>(lead));
+    } else {
+      text += QString::fromUtf8(bytes.data(), static_cast<qsizetype>(length));
+    }
+    bytes.remove_prefix(length == 0 ? 1 : length);
+  }
+  return text;
+}
+
+char16_t Replacement(unsigned char) { return QChar::ReplacementCharacter; }
+
+}  // namespace
+
+QString EditText(std::string_view bytes) { return Decode(bytes, Escaped, Escaped); }
+
+std::string EditedBytes(const QString& text) {
+  std::string bytes;
+  for (qsizetype at = 0; at < text.size(); ++at) {
+    const char16_t unit = text[at].unicode();
+    if (unit >= kEscapes && unit < kEscapes + 0x100) {
+      bytes += static_cast<char>(unit - kEscapes);
+      continue;
+    }
+    const qsizetype length =
+        text[at].isHighSurrogate() && at + 1 < text.size() && text[at + 1].isLowSurrogate() ? 2 : 1;
+    bytes += text.mid(at, length).toStdString();
+    at += length - 1;
+  }
+  return bytes;
+}
+
+QString ShownLine(std::string_view bytes) { return Decode(bytes, ControlPicture, Replacement); }
+
+QString ShownLines(std::string_view bytes) {
+  QString lines;
+  for (;;) {
+    const std::size_t end = bytes.find('\n');
+    std::string_view line = bytes.substr(0, end);
+    if (end != std::string_view::npos && line.ends_with('\r')) line.remove_suffix(1);
+    lines += ShownLine(line);
+    if (end == std::string_view::npos) return lines;
+    lines += QChar('\n');
+    bytes.remove_prefix(end + 1);
+  }
+}
+
+QString PlainToolTip(std::string_view bytes) {
+  if (bytes.empty()) return {};
+  return "<qt>" + ShownLines(bytes).toHtmlEscaped().replace('\n', "<br>") + "</qt>";
+}
+
+}  // namespace tresmor

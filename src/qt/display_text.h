@@ -1,0 +1,23 @@
+// Bytes of the program and texts of the toolkit. Names of files may hold any byte but NUL; texts are UTF-16.
+#pragma once
+
+#include <QString>
+#include <string>
+#include <string_view>
+
+namespace tresmor {
+
+// For fields that are typed in: EditedBytes(EditText(b)) is b, whatever b holds. What isn't UTF-8, and control
+// characters, stand as lone low surrogates, which no keyboard types.
+QString EditText(std::string_view bytes);
+std::string EditedBytes(const QString& text);
+
+// For what only shows, on one line: control characters by their pictures, what isn't UTF-8 by replacement characters.
+QString ShownLine(std::string_view bytes);
+// The same with line ends, CR LF or LF, left as such.
+QString ShownLines(std::string_view bytes);
+
+// A text for hover help, which never takes it for markup; wider ones wrap.
+QString PlainToolTip(std::string_view bytes);
+
+}  // namespace tresmor

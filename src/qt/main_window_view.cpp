@@ -1,0 +1,345 @@
+#include "qt/main_window_view.h"
+
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QDragEnterEvent>
+#include <QFile>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QMimeData>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QScopedValueRollback>
+#include <QShortcut>
+#include <QUrl>
+#include <cmath>
+
+#include "qt/display_text.h"
+#include "qt/list_widget.h"
+#include "qt/picture_widget.h"
+#include "qt/tab_strip_widget.h"
+
+namespace tresmor {
+namespace {
+
+template <class Widget, class Control>
+Widget* Bound(Control& control, const Binder& binder, QWidget* owner, const char* accessibleName = nullptr) {
+  auto* const widget = new Widget(owner);
+  binder.Bind(control, *widget);
+  if (accessibleName != nullptr) widget->setAccessibleName(accessibleName);
+  return widget;
+}
+
+template <class Widget, class Control>
+Widget* Placed(Control& control, const Binder& binder, QWidget* owner) {
+  auto* const widget = Bound<Widget>(control, binder, owner);
+  binder.BindPlace(control, *widget);
+  return widget;
+}
+
+// A frame without a border.
+QWidget* PlainFrame(Frame& frame, const Binder& binder, QWidget* owner) {
+  auto* const widget = new QWidget(owner);
+  binder.BindState(frame, *widget);
+  binder.BindPlace(frame, *widget);
+  return widget;
+}
+
+QLabel* LabelOf(const char* text, QWidget* field, QWidget* owner) {
+  auto* const label = new QLabel(text, owner);
+  label->setBuddy(field);
+  QString name(text);
+  field->setAccessibleName(name.remove('&').remove(':'));
+  return label;
+}
+
+QGridLayout* PageGrid(QWidget* page) {
+  auto* const grid = new QGridLayout(page);
+  grid->setContentsMargins(6, 4, 6, 4);
+  grid->setVerticalSpacing(3);
+  return grid;
+}
+
+// Files and folders that the desktop names by local addresses.
+std::vector<std::string> LocalPaths(const QMimeData& data) {
+  std::vector<std::string> paths;
+  for (const QUrl& url : data.urls()) {
+    if (url.isLocalFile())
+      paths.push_back(QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toUtf8()).toStdString());
+  }
+  return paths;
+}
+
+}  // namespace
+
+MainWindowView::MainWindowView(FrmMain& frm, const Binder& binder, MainWindowActions actions)
+    : frm_(frm), binder_(binder), actions_(std::move(actions)), menuBar_(this), canvas_(this) {
+  setWindowTitle(ShownLine(frm_.Caption()));
+  setWindowIcon(ProgramIcon());
+  BuildMenus();
+  BuildScope();
+  BuildSearch();
+  BuildResults();
+  BuildFileOp();
+  BuildStatusBar();
+  binder_.Bind(frm_.pointer, *this);
+  Follow(frm_, *this, [this](const Notice& notice) {
+    if (reporting_) return;
+    if (notice.what == Notice::What::Place || notice.what == Notice::What::State) Apply();
+    if (notice.what == Notice::What::Text) setWindowTitle(ShownLine(frm_.Caption()));
+    if (notice.what == Notice::What::Visible) setVisible(frm_.Visible());
+  });
+  Apply();
+}
+
+void MainWindowView::BuildMenus() {
+  for (Menu* const menu : frm_.Menus()) {
+    QMenu* const shown = menuBar_.addMenu(Caption(menu->Caption()));
+    connect(shown, &QMenu::aboutToShow, this, [this, menu] { binder_.Deliver(menu->OnOpen); });
+    shown->menuAction()->setEnabled(menu->Enabled());
+    Follow(*menu, *this, [menu, shown](const Notice& notice) {
+      if (notice.what == Notice::What::Enabled) shown->menuAction()->setEnabled(menu->Enabled());
+      if (notice.what == Notice::What::PopUp) shown->popup(QCursor::pos());
+    });
+    for (MenuItem* const item : menu->Items()) {
+      if (item == nullptr) {
+        shown->addSeparator();
+      } else {
+        AddItem(*menu, *item, *shown);
+      }
+    }
+  }
+}
+
+// A shortcut is no part of the toolkit's action: whether the command may run now is worked out when its keys are typed.
+void MainWindowView::AddItem(Menu& menu, MenuItem& item, QMenu& shown) {
+  QString text = Caption(item.Caption());
+  if (!item.Key().empty()) text += '\t' + QKeySequence(item.Key().c_str()).toString(QKeySequence::NativeText);
+  QAction* const action = shown.addAction(text);
+  action->setEnabled(item.Enabled());
+  connect(action, &QAction::triggered, this, [this, &item] { binder_.Deliver(item.OnClick); });
+  Follow(item, *this, [action, &item](const Notice& notice) {
+    if (notice.what == Notice::What::Enabled) action->setEnabled(item.Enabled());
+  });
+  if (item.Key().empty()) return;
+  auto* const shortcut = new QShortcut(QKeySequence(item.Key().c_str()), this);
+  connect(shortcut, &QShortcut::activated, this, [this, &menu, &item] {
+    binder_.Deliver([&] {
+      if (!menu.Enabled()) return;
+      if (menu.OnOpen) menu.OnOpen();
+      if (item.Enabled() && item.OnClick) item.OnClick();
+    });
+  });
+}
+
+void MainWindowView::BuildScope() {
+  auto* const frame = Placed<QGroupBox>(frm_.frmSelPath, binder_, &canvas_);
+  new TabStripWidget(frm_.TabPath, binder_, frame);
+  BuildScopePages(*frame);
+  Placed<QPushButton>(frm_.cmdAdd, binder_, frame);
+  Placed<QPushButton>(frm_.cmdRemove, binder_, frame);
+  ListLook look;
+  look.icons = {QIcon(), ThemeIcon("folder"), ThemeIcon("dialog-cancel")};
+  look.hoverText = [this] { return actions_.HoverText ? actions_.HoverText(frm_.lstPath) : std::string(); };
+  auto* const list = new ListWidget(frm_.lstPath, binder_, std::move(look), frame);
+  list->setAccessibleName("Paths");
+  binder_.BindPlace(frm_.lstPath, *list);
+  list->setAcceptDrops(true);
+  list->viewport()->installEventFilter(this);
+}
+
+void MainWindowView::BuildScopePages(QWidget& frame) {
+  std::array<QWidget*, 4> pages{};
+  for (std::size_t i = 0; i < pages.size(); ++i) pages[i] = PlainFrame(frm_.frmPath[i], binder_, &frame);
+
+  auto* grid = PageGrid(pages[0]);
+  grid->addWidget(Bound<QComboBox>(frm_.txtPath, binder_, pages[0], "Folder"), 0, 0, 1, 2);
+  grid->addWidget(Bound<QPushButton>(frm_.cmdBrowseFolder, binder_, pages[0]), 0, 2);
+  grid->addWidget(Bound<QCheckBox>(frm_.chkSubDir, binder_, pages[0]), 0, 3);
+  auto* const types = Bound<QComboBox>(frm_.txtExt, binder_, pages[0]);
+  grid->addWidget(LabelOf("&File type:", types, pages[0]), 1, 0);
+  grid->addWidget(types, 1, 1, 1, 2);
+  grid->addWidget(Bound<QCheckBox>(frm_.chkExclude, binder_, pages[0]), 1, 3);
+  grid->setColumnStretch(1, 1);
+
+  grid = PageGrid(pages[1]);
+  auto* const least = Bound<QLineEdit>(frm_.txtMinSz, binder_, pages[1]);
+  auto* const most = Bound<QLineEdit>(frm_.txtMaxSz, binder_, pages[1]);
+  grid->addWidget(LabelOf("Min File Size:", least, pages[1]), 0, 0);
+  grid->addWidget(least, 0, 1);
+  grid->addWidget(new QLabel("KB", pages[1]), 0, 2);
+  grid->addWidget(LabelOf("Max File Size:", most, pages[1]), 1, 0);
+  grid->addWidget(most, 1, 1);
+  grid->addWidget(new QLabel("KB", pages[1]), 1, 2);
+  grid->setColumnStretch(3, 1);
+
+  grid = PageGrid(pages[2]);
+  auto* const presets = Bound<QComboBox>(frm_.cmbDate, binder_, pages[2]);
+  grid->addWidget(LabelOf("Date modified:", presets, pages[2]), 0, 0);
+  grid->addWidget(presets, 0, 1);
+  grid->addWidget(Bound<QLineEdit>(frm_.txtDate, binder_, pages[2], "Date"), 0, 2);
+  grid->setColumnStretch(3, 1);
+  grid->setRowStretch(1, 1);
+
+  grid = PageGrid(pages[3]);
+  auto* const role = Bound<QComboBox>(frm_.cmbSrchArea, binder_, pages[3]);
+  grid->addWidget(LabelOf("As", role, pages[3]), 0, 0);
+  grid->addWidget(role, 0, 1);
+  grid->setColumnStretch(2, 1);
+  grid->setRowStretch(1, 1);
+}
+
+void MainWindowView::BuildSearch() {
+  QWidget* const frame = PlainFrame(frm_.fraSrch, binder_, &canvas_);
+  auto* const options = Bound<QGroupBox>(frm_.fraSrchOpt, binder_, frame);
+  auto* const column = new QVBoxLayout(options);
+  column->setContentsMargins(8, 4, 8, 6);
+  column->setSpacing(3);
+  column->addWidget(Bound<QListWidget>(frm_.lstSrchType, binder_, options, "Search types"), 1);
+  for (CheckBox* const box : {&frm_.chkTolerant, &frm_.chkHidden, &frm_.chkProtectWinDir, &frm_.chkVer}) {
+    column->addWidget(Bound<QCheckBox>(*box, binder_, options));
+  }
+  auto* const buttons = new QHBoxLayout;
+  buttons->addWidget(Bound<QPushButton>(frm_.cmdSrch, binder_, frame));
+  buttons->addWidget(Bound<QPushButton>(frm_.cmdNewSrch, binder_, frame));
+  auto* const layout = new QVBoxLayout(frame);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(options, 1);
+  layout->addLayout(buttons);
+}
+
+void MainWindowView::BuildResults() {
+  new TabStripWidget(frm_.results.tabMain, binder_, &canvas_);
+  for (std::size_t i = 0; i < frm_.frmResult.size(); ++i) {
+    ListView& list = frm_.results.lstResult[i];
+    QWidget* const frame = PlainFrame(frm_.frmResult[i], binder_, &canvas_);
+    ListLook look;
+    look.checkBoxes = true;
+    look.multiSelect = true;
+    look.hoverText = [this, &list] { return actions_.HoverText ? actions_.HoverText(list) : std::string(); };
+    auto* const widget = new ListWidget(list, binder_, std::move(look), frame);
+    widget->setAccessibleName(ShownLine(frm_.results.tabMain.Caption(static_cast<std::int32_t>(i) + 1)));
+    binder_.BindPlace(list, *widget);
+  }
+}
+
+void MainWindowView::BuildFileOp() {
+  QWidget* const frame = PlainFrame(frm_.frmFileOp, binder_, &canvas_);
+  auto* const layout = new QVBoxLayout(frame);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(Bound<QPushButton>(frm_.cmdTask, binder_, frame));
+  layout->addWidget(Bound<QCheckBox>(frm_.preview.chkPreview, binder_, frame));
+  auto* const picture = new PictureWidget(frm_.preview.imgPreview, binder_, frame);
+  picture->setAccessibleName("Preview");
+  layout->addWidget(picture, 1);
+  layout->addWidget(Bound<QLineEdit>(frm_.preview.txtFilename, binder_, frame, "File on show"));
+}
+
+void MainWindowView::BuildStatusBar() {
+  auto* const bar = new QWidget(&canvas_);
+  binder_.BindState(frm_.StatusBar1, *bar);
+  binder_.BindPlace(frm_.StatusBar1, *bar);
+  Panel& first = frm_.StatusBar1.Panels(1);
+  auto* const room = new QWidget(bar);
+  binder_.BindPlace(first, *room);
+  auto* const text = new QLabel(bar);
+  binder_.Bind(frm_.msgBar, *text);
+  binder_.BindPlace(frm_.msgBar, *text);
+  auto* const progress = new QProgressBar(bar);
+  progress->setAccessibleName("Progress");
+  binder_.Bind(frm_.pbMain, *progress);
+  binder_.BindPlace(frm_.pbMain, *progress);
+}
+
+void MainWindowView::Apply() {
+  const auto pixels = [this](float twips) {
+    constexpr double kHairsbreadth = 0.01;  // no pixel more for what single precision leaves behind the point
+    return static_cast<int>(std::ceil(static_cast<double>(twips) / binder_.Scale().PerPixel() - kHairsbreadth));
+  };
+  const QSize inner = QSize(pixels(frm_.Width()), pixels(frm_.Height())) - FrameSize();
+  const QPoint place = {binder_.Scale().ToPixels(frm_.Left()), binder_.Scale().ToPixels(frm_.Top())};
+  if (isVisible() && place != frameGeometry().topLeft()) move(place);
+  const auto state = frm_.State() == WindowState::Maximised   ? Qt::WindowMaximized
+                     : frm_.State() == WindowState::Minimised ? Qt::WindowMinimized
+                                                              : Qt::WindowNoState;
+  if (windowState() != state) setWindowState(state);
+  if (inner != size()) resize(inner);
+  LayOut();
+}
+
+void MainWindowView::LayOut() {
+  const int bar = menuBar_.heightForWidth(width());
+  const QRect menus(0, 0, width(), bar);
+  const QRect room(0, bar, width(), height() - bar);
+  const bool moved = menuBar_.geometry() != menus || canvas_.geometry() != room;
+  menuBar_.setGeometry(menus);
+  canvas_.setGeometry(room);
+  Report();
+  if (moved) binder_.Deliver(frm_.OnResize);
+}
+
+void MainWindowView::Report() {
+  const QScopedValueRollback<bool> guard(reporting_, true);
+  const Twips& twips = binder_.Scale();
+  frm_.ScaleWidth = twips.FromPixels(canvas_.width());
+  frm_.ScaleHeight = twips.FromPixels(canvas_.height());
+  frm_.Width = twips.FromPixels(width() + FrameSize().width());
+  frm_.Height = twips.FromPixels(height() + FrameSize().height());
+  frm_.Left = twips.FromPixels(frameGeometry().x());
+  frm_.Top = twips.FromPixels(frameGeometry().y());
+  frm_.State = isMinimized() ? WindowState::Minimised : isMaximized() ? WindowState::Maximised : WindowState::Normal;
+
+  StatusBar& bar = frm_.StatusBar1;
+  const float height = std::max(bar.Height(), twips.FromPixels(fontMetrics().height() + 6));
+  bar.Height = height;
+  bar.Width = frm_.ScaleWidth();
+  bar.Left = 0;
+  bar.Top = frm_.ScaleHeight() - height;
+  Panel& first = bar.Panels(1);
+  first.Height = height;
+  Panel& second = bar.Panels(2);
+  constexpr float kBetween = 120;
+  second.Left = first.Left() + first.Width() + kBetween;
+  second.Width = bar.Width() - second.Left();
+  second.Height = height;
+}
+
+void MainWindowView::resizeEvent(QResizeEvent*) { LayOut(); }
+
+void MainWindowView::moveEvent(QMoveEvent*) { Report(); }
+
+void MainWindowView::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::WindowStateChange) {
+    Report();
+    binder_.Deliver(frm_.OnResize);
+  }
+  QWidget::changeEvent(event);
+}
+
+void MainWindowView::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  binder_.Deliver([this] { frm_.Unload(); });
+}
+
+bool MainWindowView::eventFilter(QObject*, QEvent* event) {
+  if (event->type() == QEvent::DragEnter || event->type() == QEvent::DragMove) {
+    auto& drag = static_cast<QDragMoveEvent&>(*event);
+    if (!frm_.frmSelPath.Enabled() || LocalPaths(*drag.mimeData()).empty()) return false;
+    drag.acceptProposedAction();
+    return true;
+  }
+  if (event->type() != QEvent::Drop || !actions_.DropFolders) return false;
+  auto& drop = static_cast<QDropEvent&>(*event);
+  const std::vector<std::string> paths = LocalPaths(*drop.mimeData());
+  drop.acceptProposedAction();
+  binder_.Deliver([&] { actions_.DropFolders(paths); });
+  return true;
+}
+
+}  // namespace tresmor

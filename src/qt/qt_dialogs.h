@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+#include "platform/dialogs.h"
+
+namespace tresmor {
+
+// The platform's own boxes and dialogs, over the window that is active.
+class QtDialogs : public Dialogs {
+ public:
+  BoxAnswer MessageBox(const BoxText& text, BoxIcon icon, const std::string& title, BoxButtons buttons) override;
+  std::optional<std::string> OpenFileDlg(const FileQuestion& question) override;
+  std::optional<std::string> BrowseFolder(const std::string& title, const std::string& startDir) override;
+  std::string InputBox(const std::string& prompt, const std::string& title, const std::string& proposal) override;
+};
+
+// The window that a modal one is to stand over: the dialog on show, else the main window.
+QWidget* ModalOwner();
+
+}  // namespace tresmor
