@@ -66,6 +66,34 @@ QGridLayout* PageGrid(QWidget* page) {
   return grid;
 }
 
+// The icons of the menus, by the names of freedesktop.org's standard.
+const char* IconNameOf(const MainMenu& menu, const MenuItem& item) {
+  const std::map<const MenuItem*, const char*> names = {
+      {&menu.mnuOptions, "configure"},
+      {&menu.MnuQuit, "application-exit"},
+      {&menu.mnuSrch, "edit-find"},
+      {&menu.mnuNewSrch, "document-new"},
+      {&menu.mnuLoadResultList, "document-open"},
+      {&menu.mnuSaveResultList, "document-save"},
+      {&menu.mnuSaveAsResultList, "document-save-as"},
+      {&menu.mnuOpenEditor, "document-edit"},
+      {&menu.mnuOpenFolder, "document-open-folder"},
+      {&menu.mnuDelete, "edit-delete"},
+      {&menu.mnuMove, "edit-move"},
+      {&menu.mnuCopy, "edit-copy"},
+      {&menu.mnuRen, "edit-rename"},
+      {&menu.mnuExport, "document-export"},
+      {&menu.mnuPropPage, "document-properties"},
+      {&menu.mnuSmartDel, "tools-wizard"},
+      {&menu.mnuMarkAll, "edit-select-all"},
+      {&menu.mnuClearMarks, "edit-clear-all"},
+      {&menu.mnuHelp, "help-contents"},
+      {&menu.mnuAbout, "help-about"},
+  };
+  const auto found = names.find(&item);
+  return found == names.end() ? nullptr : found->second;
+}
+
 // Files and folders that the desktop names by local addresses.
 std::vector<std::string> LocalPaths(const QMimeData& data) {
   std::vector<std::string> paths;
@@ -122,6 +150,7 @@ void MainWindowView::AddItem(Menu& menu, MenuItem& item, QMenu& shown) {
   QString text = Caption(item.Caption());
   if (!item.Key().empty()) text += '\t' + QKeySequence(item.Key().c_str()).toString(QKeySequence::NativeText);
   QAction* const action = shown.addAction(text);
+  if (const char* const icon = IconNameOf(frm_, item)) action->setIcon(ThemeIcon(icon));
   action->setEnabled(item.Enabled());
   connect(action, &QAction::triggered, this, [this, &item] { binder_.Deliver(item.OnClick); });
   Follow(item, *this, [action, &item](const Notice& notice) {

@@ -9,11 +9,13 @@
 namespace tresmor {
 namespace {
 
-constexpr double kPerPixel = 15;       // at the design's size
-constexpr double kFontHeight = 13;     // of the design's font, in pixels
-constexpr double kCharacterWidth = 5;  // of the same, on average
-constexpr double kFieldHeight = 21;    // of a field to type in
+constexpr double kPerPixel = 15;     // at the design's size
+constexpr double kFontHeight = 13;   // of the design's font, in pixels
+constexpr double kFieldHeight = 21;  // of a field to type in
 constexpr double kPixelsPerInch = 96;
+// What a column of an inch has to hold.
+constexpr char kDate[] = "0000/00/00 00:00:00";
+constexpr double kCellMargins = 14;
 constexpr double kColumnUnitsPerInch = 2540;
 
 }  // namespace
@@ -22,7 +24,7 @@ Twips Twips::OfApplication() {
   const QFontMetrics font(QApplication::font());
   const QLineEdit field;
   const double growth = std::max({1.0, font.height() / kFontHeight, field.sizeHint().height() / kFieldHeight});
-  return Twips(kPerPixel / growth, std::max(growth, font.averageCharWidth() / kCharacterWidth));
+  return Twips(kPerPixel / growth, std::max(growth, (font.horizontalAdvance(kDate) + kCellMargins) / kPixelsPerInch));
 }
 
 int Twips::ToPixels(float twips) const { return static_cast<int>(std::lround(static_cast<double>(twips) / perPixel_)); }
