@@ -19,6 +19,7 @@ void ConsoleWatch::Progress(const OperationProgress& progress) {
 
 OperationResult ConsoleOperations::ShFileOperation(const ShFileOpStruct& operation, OperationWatch& /*watch*/) {
   if (watch_.Cancelled()) return {};
+  watch_.Begin();
   OperationResult result = operations_.ShFileOperation(operation, watch_);
   files_ += watch_.Latest().files;
   bytes_ += watch_.Latest().bytes;

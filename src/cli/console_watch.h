@@ -19,7 +19,9 @@ class ConsoleWatch final : public OperationWatch {
   void Progress(const OperationProgress& progress) override;
   bool Cancelled() override { return ports_.interrupted(); }
 
-  // What was told last.
+  // From here on another operation is told of.
+  void Begin() { latest_ = {}; }
+  // What was told last of it.
   const OperationProgress& Latest() const { return latest_; }
 
  private:

@@ -1,29 +1,46 @@
 #include "cli/marked_check.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/text.h"
 #include "fileops/same_content.h"
+#include "results/marks.h"
 #include "results/rows.h"
 
 namespace tresmor {
 
-MarkedCheck::MarkedCheck(const ResultLists& results, ResultList kind, const FileSystem& files)
-    : results_(results), kind_(kind), lst_(results.List(kind)), files_(files) {
-  for (const std::int32_t row : Marked({1, lst_.Count()})) {
-    if (auto entry = EntryOf(row)) marked_.insert(std::move(*entry));
+MarkedCheck::MarkedCheck(const ResultLists& results, ResultList kind, const FileSystem& files, FolderSet emptied)
+    : files_(files), emptied_(std::move(emptied)) {
+  const ListView& lst = results.List(kind);
+  for (const std::string& path : MarkedPaths(lst)) {
+    if (auto entry = EntryOf(path)) marked_.insert(std::move(*entry));
   }
+  if (HasGroups(kind)) ForEachGroup(results, kind, [&](RowGroup rows) { TakeDown(lst, rows); });
+}
+
+void MarkedCheck::TakeDown(const ListView& lst, RowGroup rows) {
+  Group group{rows, {}};
+  for (std::int32_t row = rows.first; row <= rows.last; ++row) {
+    if (lst.Checked(row)) {
+      groupOf_.try_emplace(PathOf(lst, row), groups_.size());
+    } else {
+      group.others.push_back(PathOf(lst, row));
+    }
+  }
+  if (group.others.size() < static_cast<std::size_t>(rows.Rows())) groups_.push_back(std::move(group));
 }
 
 // Where a file system makes identities up, two files may pass for one: they are held back, which harms nobody.
-std::optional<MarkedCheck::Entry> MarkedCheck::EntryOf(std::int32_t row) {
+std::optional<MarkedCheck::Entry> MarkedCheck::EntryOf(const std::string& path) {
   FileStat stat;
-  if (files_.Stat(PathOf(lst_, row), stat) != Errors::None || stat.kind != EntryKind::File) return std::nullopt;
+  if (files_.Stat(path, stat) != Errors::None || stat.kind != EntryKind::File) return std::nullopt;
   Entry entry(stat.identity.device, stat.identity.inode, 0, 0, "");
   if (stat.links > 1) {
-    const FileIdentity& folder = IdentityOf(lst_.Cell(row, kFolderItem));
+    const PathStyle style = files_.Style();
+    const FileIdentity& folder = IdentityOf(std::string(GetFolderOf(path, style)));
     entry = {stat.identity.device, stat.identity.inode, folder.device, folder.inode,
-             FoldCase(lst_.Cell(row, kNameItem))};
+             FoldCase(GetFileNameOf(path, style))};
   }
   return entry;
 }
@@ -36,55 +53,67 @@ const FileIdentity& MarkedCheck::IdentityOf(const std::string& folder) {
   return known->second;
 }
 
-std::vector<std::int32_t> MarkedCheck::Marked(RowGroup group) const {
-  std::vector<std::int32_t> rows;
-  for (std::int32_t row = group.first; row <= group.last; ++row) {
-    if (lst_.Checked(row)) rows.push_back(row);
+// Upwards as the disk has it, which is another way than the path's where links stand on that.
+bool MarkedCheck::AnyAbove(const std::string& path, const std::function<bool(const FolderSet::value_type&)>& is) {
+  if (emptied_.empty()) return false;
+  const PathStyle style = files_.Style();
+  std::string folder(GetFolderOf(path, style));
+  FileIdentity identity = IdentityOf(folder);
+  for (FileIdentity below; identity != below; identity = IdentityOf(folder)) {
+    if (is({identity.device, identity.inode})) return true;
+    below = identity;
+    folder.append("..").append(style.Tail());
   }
-  return rows;
+  return false;
 }
 
-std::vector<std::string> MarkedCheck::Staying(RowGroup group) {
-  std::vector<std::string> paths;
-  for (std::int32_t row = group.first; row <= group.last; ++row) {
-    if (lst_.Checked(row)) continue;
-    const auto entry = EntryOf(row);
-    if (entry && !marked_.contains(*entry)) paths.push_back(PathOf(lst_, row));
-  }
-  return paths;
+bool MarkedCheck::GoesWithAFolder(const std::string& path) {
+  return AnyAbove(path, [this](const FolderSet::value_type& folder) { return emptied_.contains(folder); });
+}
+
+bool MarkedCheck::Stays(const std::string& path, const std::optional<Entry>& judged) {
+  const auto entry = EntryOf(path);
+  return entry && !marked_.contains(*entry) && entry != judged && !GoesWithAFolder(path);
 }
 
 std::vector<RowGroup> MarkedCheck::GroupsThatGo() {
-  std::vector<RowGroup> groups;
-  if (!HasGroups(kind_)) return groups;
-  ForEachGroup(results_, kind_, [&](RowGroup group) {
-    if (!Marked(group).empty() && Staying(group).empty()) groups.push_back(group);
-  });
-  return groups;
+  std::vector<RowGroup> going;
+  for (const Group& group : groups_) {
+    const auto stays = [this](const std::string& path) { return Stays(path, std::nullopt); };
+    if (std::none_of(group.others.begin(), group.others.end(), stays)) going.push_back(group.rows);
+  }
+  return going;
 }
 
-std::vector<SkippedRow> MarkedCheck::RowsToSkip(const CheckRules& rules, OperationWatch& watch) {
-  std::vector<SkippedRow> skipped;
-  OperationProgress progress;
-  progress.allFiles = CountMarked(lst_).count;
-  const auto stop = [&watch] { return watch.Cancelled(); };
-  ForEachGroup(results_, kind_, [&](RowGroup group) {
-    const std::vector<std::int32_t> marked = Marked(group);
-    const std::vector<std::string> staying = marked.empty() ? std::vector<std::string>() : Staying(group);
-    for (const std::int32_t row : marked) {
-      if (stop()) return;
-      progress.path = PathOf(lst_, row);
-      watch.Progress(progress);
-      ++progress.files;
-      const auto isEqual = [&](const std::string& path) { return SameContent(files_, progress.path, path, stop); };
-      if (staying.empty()) {
-        if (!rules.allowAll) skipped.push_back({row, SkippedRow::Why::NoneStays});
-      } else if (rules.verify && std::none_of(staying.begin(), staying.end(), isEqual) && !stop()) {
-        skipped.push_back({row, SkippedRow::Why::NoneEqual});
-      }
-    }
-  });
-  return skipped;
+std::optional<Objection> MarkedCheck::ObjectionTo(const std::string& path, const CheckRules& rules,
+                                                  const std::function<bool()>& stop) {
+  const auto known = groupOf_.find(path);
+  if (known == groupOf_.end()) return std::nullopt;
+  const auto objection = JudgeIn(groups_[known->second], path, rules, stop);
+  // Where one is held already, so are those above it.
+  const auto hold = [this](const FolderSet::value_type& folder) { return !held_.insert(folder).second; };
+  if (objection) AnyAbove(path, hold);
+  return objection;
+}
+
+std::optional<Objection> MarkedCheck::JudgeIn(const Group& group, const std::string& path, const CheckRules& rules,
+                                              const std::function<bool()>& stop) {
+  // What had more names, and has one left since others went, is told apart from this one here alone.
+  const auto judged = EntryOf(path);
+  bool anyStays = false;
+  for (const std::string& other : group.others) {
+    if (stop()) return std::nullopt;
+    if (!Stays(other, judged)) continue;
+    if (!rules.verify || SameContent(files_, path, other, stop)) return std::nullopt;
+    anyStays = true;
+  }
+  if (stop() || (!anyStays && rules.allowAll)) return std::nullopt;
+  return anyStays ? Objection::NoneEqual : Objection::NoneStays;
+}
+
+bool MarkedCheck::HoldsObjected(const std::string& path) {
+  const FileIdentity& folder = IdentityOf(std::string(GetFolderOf(path, files_.Style())));
+  return held_.contains({folder.device, folder.inode});
 }
 
 }  // namespace tresmor

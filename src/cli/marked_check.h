@@ -1,6 +1,7 @@
 // Looks at marked files once more before they go: what would be left of their groups?
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -8,21 +9,19 @@
 #include <set>
 #include <string>
 #include <tuple>
+#include <unordered_map>
 #include <vector>
 
 #include "cli/result_reader.h"
-#include "platform/file_operations.h"
+#include "fileops/emptied_folders.h"
 #include "platform/file_system.h"
 
 namespace tresmor {
 
-struct SkippedRow {
-  enum class Why {
-    NoneStays,  // no file of its group would be left
-    NoneEqual   // none that is left could be read and has its content
-  };
-  std::int32_t row = 0;
-  Why why = Why::NoneStays;
+// Why a file is left alone.
+enum class Objection {
+  NoneStays,  // no file of its group would be left
+  NoneEqual   // none that is left could be read and has its content
 };
 
 struct CheckRules {
@@ -30,35 +29,50 @@ struct CheckRules {
   bool allowAll = false;  // whole groups may go, and are not compared
 };
 
-// Looks at the marked files of a list when it is made. A file stays if it isn't marked, is there, and isn't at the same
-// time a marked one by another way: through links on its path, or spelled in another case. Further hard links are files
-// of their own here, since the content stays with them. Interface thread; all is blocking.
+// Takes down the marked files of a list when it is made, on the interface thread; after that it is any thread's, one at
+// a time. A file stays if it isn't marked, is there, doesn't go with a folder above it, and isn't at the same time a
+// marked one by another way: through links on its path, or spelled in another case. Further hard links are files of
+// their own here, since the content stays with them. All is blocking.
 class MarkedCheck {
  public:
-  MarkedCheck(const ResultLists& results, ResultList kind, const FileSystem& files);
+  // `emptied` are the folders that go with all that lies below them, once the marked files have gone.
+  MarkedCheck(const ResultLists& results, ResultList kind, const FileSystem& files, FolderSet emptied);
 
   // The groups with marked files of which none would stay, in their order. None in a list without groups.
   std::vector<RowGroup> GroupsThatGo();
 
-  // The marked rows that are to be left alone, in their order. Progress and cancel by `watch`; after a cancel some are
-  // missing.
-  std::vector<SkippedRow> RowsToSkip(const CheckRules& rules, OperationWatch& watch);
+  // What speaks against the going of a marked file, as its group is now. After `stop` said true the answer is nothing.
+  std::optional<Objection> ObjectionTo(const std::string& path, const CheckRules& rules,
+                                       const std::function<bool()>& stop);
+
+  // Whether a file that was objected to lies in the folder of this one, or below it, so that the folder is no folder to
+  // empty. False where none are to be emptied.
+  bool HoldsObjected(const std::string& path);
 
  private:
   // One name of one file: the file, and where it has several names the folder and the name without regard to case.
   using Entry = std::tuple<std::uint64_t, std::uint64_t, std::uint64_t, std::uint64_t, std::string>;
+  struct Group {
+    RowGroup rows;
+    std::vector<std::string> others;  // that aren't marked
+  };
 
-  std::optional<Entry> EntryOf(std::int32_t row);
+  void TakeDown(const ListView& lst, RowGroup rows);
+  std::optional<Entry> EntryOf(const std::string& path);
   const FileIdentity& IdentityOf(const std::string& folder);
-  std::vector<std::int32_t> Marked(RowGroup group) const;
-  std::vector<std::string> Staying(RowGroup group);
+  bool AnyAbove(const std::string& path, const std::function<bool(const FolderSet::value_type&)>& is);
+  bool GoesWithAFolder(const std::string& path);
+  bool Stays(const std::string& path, const std::optional<Entry>& judged);
+  std::optional<Objection> JudgeIn(const Group& group, const std::string& path, const CheckRules& rules,
+                                   const std::function<bool()>& stop);
 
-  const ResultLists& results_;
-  const ResultList kind_;
-  const ListView& lst_;
   const FileSystem& files_;
+  const FolderSet emptied_;
+  FolderSet held_;  // above files that were objected to
   std::map<std::string, FileIdentity> folders_;
   std::set<Entry> marked_;
+  std::vector<Group> groups_;                             // with marked files
+  std::unordered_map<std::string, std::size_t> groupOf_;  // by the paths of marked files
 };
 
 }  // namespace tresmor

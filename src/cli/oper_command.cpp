@@ -1,7 +1,9 @@
 #include "cli/oper_command.h"
 
-#include <algorithm>
+#include <utility>
+#include <vector>
 
+#include "cli/checked_operations.h"
 #include "cli/console_watch.h"
 #include "cli/marked_check.h"
 #include "cli/output.h"
@@ -50,9 +52,19 @@ void Print(const std::string& text, const ConsolePorts& ports) {
 // Whether files are looked at once more before they go.
 bool IsChecked(const OperOptions& options) { return options.TakesAway() && options.list == ResultList::Duplicates; }
 
+// `destination` is the whole path of the folder, here and below; empty if there is none.
+MarkedCheck CheckOf(const ResultLists& results, const OperOptions& options, const std::string& destination,
+                    const ConsolePorts& ports) {
+  FolderSet emptied;
+  if (options.removeEmpty) {
+    emptied = FoldersToEmpty(MarkedPaths(results.List(options.list)), ports.files, ports.shell, destination);
+  }
+  return {results, options.list, ports.files, std::move(emptied)};
+}
+
 // A line for each group that would keep no file, by its number and its first file.
-std::string GroupsThatGo(const ResultLists& results, const OperOptions& options, const FileSystem& files) {
-  const std::vector<RowGroup> groups = MarkedCheck(results, options.list, files).GroupsThatGo();
+std::string GroupsThatGo(const ResultLists& results, const OperOptions& options, MarkedCheck check) {
+  const std::vector<RowGroup> groups = check.GroupsThatGo();
   ResultReader reader(results.List(options.list));
   std::string lines;
   std::int64_t running = 0;
@@ -71,10 +83,11 @@ std::string GroupsThatGo(const ResultLists& results, const OperOptions& options,
          (skips ? ", so that they are skipped without --allow-all:\n" : ":\n") + lines;
 }
 
-int PrintPlan(const ResultLists& results, const OperOptions& options, const ConsolePorts& ports) {
+int PrintPlan(const ResultLists& results, const OperOptions& options, const std::string& destination,
+              const ConsolePorts& ports) {
   const MarkedRows marked = CountMarked(results.List(options.list));
   std::string text = Amount(marked.count, marked.bytes) + " would be " + WhatIsDone(options) + ".\n";
-  if (options.TakesAway()) text += GroupsThatGo(results, options, ports.files);
+  if (options.TakesAway()) text += GroupsThatGo(results, options, CheckOf(results, options, destination, ports));
   Print(text + "Nothing was done. Give --yes to do it.\n", ports);
   return kRanThrough;
 }
@@ -82,79 +95,84 @@ int PrintPlan(const ResultLists& results, const OperOptions& options, const Cons
 // One command that was told to be carried out.
 class OperRun {
  public:
-  // `destination` is the whole path of the folder; empty if there is none.
   OperRun(ResultLists& results, const OperOptions& options, std::string destination, const ConsolePorts& ports)
-      : results_(results),
-        lst_(results.List(options.list)),
+      : lst_(results.List(options.list)),
         options_(options),
         destination_(std::move(destination)),
-        ports_(ports) {}
+        ports_(ports),
+        check_(CheckOf(results, options, destination_, ports)) {}
 
   // Does it, tells what went wrong, and takes rows whose files have gone off the list. Gives the exit status.
   int Run() {
     marked_ = CountMarked(lst_).count;
-    if (IsChecked(options_)) Skip();
-    SetSkipped(false);
-    if (!watch_.Cancelled()) Operate();
-    SetSkipped(true);
+    operations_.BeginUndoStep();
+    Operate();
     ports_.err.ClearProgress();
-    if (watch_.Cancelled()) ports_.err.Say(operations_.CancelText().empty() ? "Cancelled." : operations_.CancelText());
+    if (watch_.Cancelled()) ports_.err.Say(CancelText());
     PruneMissing(lst_, ports_.files, ports_.events);
     if (watch_.Cancelled()) return kCancelled;
-    return skipped_.empty() && !operations_.HasFailed() ? kRanThrough : kNotAllDone;
+    return skipped_ == 0 && !operations_.HasFailed() && !cleanUp_.HasFailed() ? kRanThrough : kNotAllDone;
   }
 
   std::string Summary() const {
-    const auto skipped = static_cast<std::int64_t>(skipped_.size());
-    const std::int64_t left = marked_ - skipped - files_;
-    std::string text = Amount(files_, bytes_) + " " + WhatIsDone(options_);
-    if (skipped > 0) text += ", " + std::to_string(skipped) + " skipped";
+    const std::int64_t left = marked_ - skipped_ - operations_.Files();
+    std::string text = Amount(operations_.Files(), operations_.Bytes()) + " " + WhatIsDone(options_);
+    if (skipped_ > 0) text += ", " + std::to_string(skipped_) + " skipped";
     if (left > 0) text += ", " + std::to_string(left) + " not";
     return text + ".\n";
   }
 
  private:
-  void Skip() {
+  // On the operations' thread, while this one waits.
+  bool MayGo(const std::string& path) {
     const CheckRules rules{.verify = !options_.noVerify, .allowAll = options_.allowAll};
-    skipped_ = MarkedCheck(results_, options_.list, ports_.files).RowsToSkip(rules, watch_);
-    ports_.err.ClearProgress();
-    for (const SkippedRow& skipped : skipped_) {
-      ports_.err.Say("Skipped '" + PathOf(lst_, skipped.row) + "': no file of its group " +
-                     (skipped.why == SkippedRow::Why::NoneStays ? "would stay." : "that stays was found equal."));
-    }
-  }
-  void SetSkipped(bool marked) {
-    for (const SkippedRow& skipped : skipped_) lst_.SetChecked(skipped.row, marked);
+    const auto objection = check_.ObjectionTo(path, rules, ports_.interrupted);
+    if (!objection) return true;
+    ++skipped_;
+    ports_.err.Say("Skipped '" + path + "': no file of its group " +
+                   (*objection == Objection::NoneStays ? "would stay." : "that stays was found equal."));
+    return false;
   }
   void Operate() {
     FrmFileProgress frm;
     FileJob job(frm, ports_.events, ports_.err);
     PreviewPane preview;
-    Transfer transfer(job, preview, {ports_.files, ports_.shell, operations_, ports_.err});
-    operations_.BeginUndoStep();
-    transfer.TransferMarked(lst_, {.wFunc = FunctionOf(options_.action),
-                                   .bUndo = options_.action == FileAction::Trash,
-                                   .bDirStruct = options_.structure,
-                                   .bYesToAll = true,
-                                   .destPath = destination_});
-    files_ = operations_.Files();
-    bytes_ = operations_.Bytes();
-    // Copies leave no folder empty.
-    const bool empties = options_.removeEmpty && options_.TakesAway() && !watch_.Cancelled();
-    if (empties) transfer.RmEmptyDirs(lst_, destination_, true);
+    const TransferPorts ports{ports_.files, ports_.shell, operations_, ports_.err};
+    Transfer(job, preview, ports)
+        .TransferMarked(lst_, {.wFunc = FunctionOf(options_.action),
+                               .bUndo = options_.action == FileAction::Trash,
+                               .bDirStruct = options_.structure,
+                               .bYesToAll = true,
+                               .destPath = destination_});
+    if (options_.removeEmpty && !watch_.Cancelled()) CleanUp(job, preview);
+  }
+  // Folders with skipped files below them are left out, though none may stand in the folder itself.
+  void CleanUp(FileJob& job, PreviewPane& preview) {
+    std::vector<std::int32_t> held;
+    for (std::int32_t row = 1; row <= lst_.Count(); ++row) {
+      if (lst_.Checked(row) && check_.HoldsObjected(PathOf(lst_, row))) held.push_back(row);
+    }
+    for (const std::int32_t row : held) lst_.SetChecked(row, false);
+    const TransferPorts ports{ports_.files, ports_.shell, cleanUp_, ports_.err};
+    Transfer(job, preview, ports).RmEmptyDirs(lst_, destination_, true);
+    for (const std::int32_t row : held) lst_.SetChecked(row, true);
+  }
+  std::string CancelText() const {
+    if (!operations_.CancelText().empty()) return operations_.CancelText();
+    return cleanUp_.CancelText().empty() ? "Cancelled." : cleanUp_.CancelText();
   }
 
-  ResultLists& results_;
   ListView& lst_;
   const OperOptions& options_;
   const std::string destination_;
   const ConsolePorts& ports_;
+  MarkedCheck check_;
   ConsoleWatch watch_{ports_};
-  ConsoleOperations operations_{ports_.operations, watch_};
-  std::vector<SkippedRow> skipped_;
+  CheckedOperations checked_{ports_.operations, [this](const std::string& path) { return MayGo(path); }};
+  ConsoleOperations operations_{IsChecked(options_) ? checked_ : ports_.operations, watch_};  // on the files
+  ConsoleOperations cleanUp_{ports_.operations, watch_};                                      // on their folders
   std::int64_t marked_ = 0;
-  std::int64_t files_ = 0;
-  std::int64_t bytes_ = 0;
+  std::int64_t skipped_ = 0;
 };
 
 }  // namespace
@@ -166,7 +184,7 @@ int OperCommand(const OperOptions& options, const ConsolePorts& ports) {
                                : "";
   SavedResult saved(ports);
   if (!saved.Load(options.session, ports)) return kFailed;
-  if (!options.yes) return PrintPlan(saved.frm.results, options, ports);
+  if (!options.yes) return PrintPlan(saved.frm.results, options, destination, ports);
   OperRun run(saved.frm.results, options, destination, ports);
   const int status = run.Run();
   const bool isSaved = SaveSession(saved.frm, options.session, ports);

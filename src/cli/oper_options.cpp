@@ -46,8 +46,10 @@ CLI::App& AddOper(CLI::App& app, OperOptions& options) {
   AddList(oper, options.list);
   if (options.HasDestination()) {
     oper.add_flag("--structure", options.structure, "Keep the folders of the files below DEST");
-    oper.add_flag("--remove-empty", options.removeEmpty,
-                  "Then move their folders to the trash if no file is left there");
+    CLI::Option* removeEmpty = oper.add_flag("--remove-empty", options.removeEmpty,
+                                             "Then move their folders, with the sub-folders, to the trash if no file "
+                                             "is left there");
+    if (!options.TakesAway()) removeEmpty->group("");  // not offered, but refused with a reason
   }
   oper.add_flag("--yes", options.yes, "Do it");
   if (options.TakesAway()) {
@@ -65,9 +67,10 @@ CLI::App& AddUndo(CLI::App& app) {
 }
 
 OperOptions Settle(OperOptions options) {
-  RemoveGuard(options.session);
-  RemoveGuard(options.destination);
-  return options;
+  if (options.removeEmpty && !options.TakesAway()) {
+    throw WrongUse("copy: --remove-empty is for move alone, since a copy leaves no folder empty.");
+  }
+  return WithoutGuards(std::move(options), &OperOptions::session, &OperOptions::destination);
 }
 
 }  // namespace tresmor

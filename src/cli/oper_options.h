@@ -11,7 +11,7 @@ namespace tresmor {
 CLI::App& AddOper(CLI::App& app, OperOptions& options);
 CLI::App& AddUndo(CLI::App& app);
 
-// What was parsed, as it is meant.
+// What was parsed, as it is meant. Throws WrongUse.
 OperOptions Settle(OperOptions options);
 
 }  // namespace tresmor

@@ -72,6 +72,8 @@ void TakeTypes(const std::vector<std::string>& names, std::initializer_list<Srch
 
 void RemoveGuard(std::string& text) { text = std::string(StripNul(text)); }
 
-void RemoveGuards(std::vector<std::string>& texts) { std::for_each(texts.begin(), texts.end(), RemoveGuard); }
+void RemoveGuard(std::vector<std::string>& texts) {
+  for (std::string& text : texts) RemoveGuard(text);
+}
 
 }  // namespace tresmor

@@ -49,6 +49,13 @@ void TakeTypes(const std::vector<std::string>& names, std::initializer_list<Srch
 
 // Takes off the NUL by which arguments are kept from the parser's own ideas of them.
 void RemoveGuard(std::string& text);
-void RemoveGuards(std::vector<std::string>& texts);
+void RemoveGuard(std::vector<std::string>& texts);
+
+// What was parsed, without the guards of these members.
+template <class Options, class... Members>
+Options WithoutGuards(Options options, Members... members) {
+  (RemoveGuard(options.*members), ...);
+  return options;
+}
 
 }  // namespace tresmor

@@ -100,10 +100,8 @@ void CheckPattern(const std::string& pattern) {
 }
 
 FindOptions Settle(TypedFind typed) {
-  FindOptions options = std::move(typed.options);
-  for (std::vector<std::string>* texts : {&options.paths, &options.areas, &options.excludes}) RemoveGuards(*texts);
-  RemoveGuard(options.pattern);
-  RemoveGuard(options.save);
+  FindOptions options = WithoutGuards(std::move(typed.options), &FindOptions::paths, &FindOptions::areas,
+                                      &FindOptions::excludes, &FindOptions::pattern, &FindOptions::save);
   CheckPattern(options.pattern);
   TakeTypes(typed.types, {SrchType::ZeroSize, SrchType::Duplicates, SrchType::SameName}, options);
   if (!options.minKb.empty() && !options.maxKb.empty() && *ReadKb(options.maxKb) < *ReadKb(options.minKb)) {

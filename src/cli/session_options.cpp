@@ -103,9 +103,7 @@ CLI::App& AddExport(CLI::App& app, ExportOptions& options) {
 }
 
 RunOptions Settle(RunOptions options) {
-  RemoveGuard(options.session);
-  RemoveGuard(options.save);
-  return options;
+  return WithoutGuards(std::move(options), &RunOptions::session, &RunOptions::save);
 }
 
 ShowOptions Settle(TypedShow typed) {
@@ -116,19 +114,14 @@ ShowOptions Settle(TypedShow typed) {
 }
 
 MarkOptions Settle(MarkOptions options) {
-  RemoveGuard(options.session);
-  RemoveGuards(options.folders);
-  RemoveGuard(options.pattern);
   if (options.bySize != 0 && options.list != ResultList::SameName && options.list != ResultList::Portions) {
     throw WrongUse("--by-size: only the lists names and portions have files of different sizes in a group.");
   }
-  return options;
+  return WithoutGuards(std::move(options), &MarkOptions::session, &MarkOptions::folders, &MarkOptions::pattern);
 }
 
 ExportOptions Settle(ExportOptions options) {
-  RemoveGuard(options.session);
-  RemoveGuard(options.file);
-  return options;
+  return WithoutGuards(std::move(options), &ExportOptions::session, &ExportOptions::file);
 }
 
 }  // namespace tresmor

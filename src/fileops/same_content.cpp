@@ -16,10 +16,17 @@ bool ReadsWhole(FileReader& reader, std::int64_t offset, std::span<char> into) {
   return result.failure == Errors::None && result.got == into.size();
 }
 
-}  // namespace
+bool IsFile(const FileSystem& files, const std::string& path, FileStat& stat) {
+  return files.Stat(path, stat) == Errors::None && stat.kind == EntryKind::File;
+}
 
-bool SameContent(const FileSystem& files, const std::string& a, const std::string& b,
-                 const std::function<bool()>& stop) {
+bool IsStill(const FileStat& before, const FileSystem& files, const std::string& path) {
+  FileStat now;
+  return IsFile(files, path, now) && now.identity == before.identity && now.size == before.size &&
+         now.modified == before.modified && now.changedNs == before.changedNs;
+}
+
+bool SameBytes(const FileSystem& files, const std::string& a, const std::string& b, const std::function<bool()>& stop) {
   Errors failure = Errors::None;
   const auto first = files.Open(a, failure);
   const auto second = files.Open(b, failure);
@@ -36,6 +43,16 @@ bool SameContent(const FileSystem& files, const std::string& a, const std::strin
     if (!std::equal(one.begin(), one.end(), other.begin())) return false;
   }
   return true;
+}
+
+}  // namespace
+
+bool SameContent(const FileSystem& files, const std::string& a, const std::string& b,
+                 const std::function<bool()>& stop) {
+  FileStat first;
+  FileStat second;
+  return IsFile(files, a, first) && IsFile(files, b, second) && SameBytes(files, a, b, stop) &&
+         IsStill(first, files, a) && IsStill(second, files, b);
 }
 
 }  // namespace tresmor

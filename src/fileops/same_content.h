@@ -8,7 +8,8 @@
 
 namespace tresmor {
 
-// Whether two regular files could both be read to their ends and hold the same bytes. `stop` is asked before each
+// Whether two regular files could both be read to their ends and hold the same bytes, and both are still the files that
+// stood there before, by identity, size and times. `stop` is asked before each
 // piece; once it says true the answer is false. Blocks. Any thread.
 bool SameContent(const FileSystem& files, const std::string& a, const std::string& b,
                  const std::function<bool()>& stop);

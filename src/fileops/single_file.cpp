@@ -3,6 +3,16 @@
 #include "results/rows.h"
 
 namespace tresmor {
+namespace {
+
+// Where a row is that stood at `row` while events were let in; 0 if it has gone.
+std::int32_t FindRow(const ListView& lst, const std::string& path, std::int32_t row) {
+  if (row <= lst.Count() && PathOf(lst, row) == path) return row;
+  for (row = lst.Count(); row > 0 && PathOf(lst, row) != path;) --row;
+  return row;
+}
+
+}  // namespace
 
 void SingleFile::RenFile() {
   WithPath([this](const std::string& path) { Rename(path); });
@@ -38,8 +48,7 @@ void SingleFile::Rename(const std::string& path) {
     ports_.dialogs.MessageBox("File can't be renamed.", BoxIcon::None, "Can't rename", BoxButtons::Ok);
     return;
   }
-  // A row of another file must never get the name, should events have moved rows while the question stood.
-  if (row <= lst.Count() && PathOf(lst, row) == path) lst.SetCell(row, kNameItem, answer);
+  if (const std::int32_t now = FindRow(lst, path, row); now != 0) lst.SetCell(now, kNameItem, answer);
 }
 
 }  // namespace tresmor

@@ -4,6 +4,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "fileops/emptied_folders.h"
 #include "results/marks.h"
 #include "search/file_helpers.h"
 
@@ -33,12 +34,6 @@ const char* TitleOf(std::uint32_t wFunc) {
 void AddPath(std::string& list, std::string_view path) {
   list += path;
   list += '\0';
-}
-
-std::string FolderOfRow(const std::string& path, PathStyle style) {
-  std::string folder(GetFolderOf(path, style));
-  if (!folder.empty()) folder.pop_back();
-  return folder;
 }
 
 }  // namespace

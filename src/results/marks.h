@@ -43,8 +43,8 @@ std::vector<std::string> MarkedPaths(const ListView& lst);
 // Empty if nothing is marked.
 std::string GetPrevList(const ResultLists& results);
 
-// Removes the marked rows of a result list whose files have gone. The list is hidden meanwhile. Events are let in
-// likewise, behind a row, and find a list without those that have gone up to there.
+// Removes the marked rows of a result list whose files have gone, as far as that can be told (ExistsFile). The list is
+// hidden meanwhile. Events are let in likewise, behind a row, and find a list without those that have gone up to there.
 void PruneMissing(ListView& lst, const FileSystem& files, EventQueue& events);
 
 }  // namespace tresmor

@@ -33,8 +33,11 @@ DateStamp GetFileDate(const Folder& folder, std::string_view name) {
 }
 
 bool ExistsFile(const FileSystem& files, const std::string& path) {
+  if (path.empty()) return false;
   FileStat stat;
-  return !path.empty() && files.Stat(path, stat) == Errors::None && stat.kind != EntryKind::Folder;
+  const Errors failure = files.Stat(path, stat);
+  if (failure == Errors::None) return stat.kind != EntryKind::Folder;
+  return failure != Errors::FileNotFound && failure != Errors::PathAccess;
 }
 
 bool ExistsPath(const FileSystem& files, const std::string& path) {

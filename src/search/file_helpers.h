@@ -20,7 +20,9 @@ Errors StatEntry(const FileSystem& files, const Folder* folder, Errors failure, 
 DateStamp GetFileDate(const FileSystem& files, const std::string& path);
 DateStamp GetFileDate(const Folder& folder, std::string_view name);
 
-// Whether a file stands there that is no folder. The name is taken exactly: '*' and '?' are ordinary characters.
+// Whether a file stands there that is no folder. The name is taken exactly: '*' and '?' are ordinary characters. A file
+// that can't be asked for, as on a disk that fails or in a folder that may not be entered, counts as there: gone is
+// only one that isn't found, or whose way has no folder any more where it had one.
 bool ExistsFile(const FileSystem& files, const std::string& path);
 // A file or a folder; false for an empty path.
 bool ExistsPath(const FileSystem& files, const std::string& path);

@@ -13,16 +13,6 @@ std::string WithoutTail(std::string_view path, PathStyle style) {
   return std::string(path);
 }
 
-// The texts of a list that ends at an empty one.
-std::vector<std::string> Listed(std::string_view list) {
-  std::vector<std::string> texts;
-  for (std::string_view text = StripNul(list); !text.empty(); text = StripNul(list)) {
-    texts.emplace_back(text);
-    list.remove_prefix(std::min(text.size() + 1, list.size()));
-  }
-  return texts;
-}
-
 bool IsFull(std::string_view path, PathStyle style) {
   return path.starts_with(style.separator) || (style.separator == '\\' && path.size() > 1 && path[1] == ':');
 }
@@ -61,6 +51,16 @@ Trouble CheckPlaces(const OperationPlan& plan, std::size_t sources, const std::v
 
 }  // namespace
 
+std::vector<std::string> ListedPaths(std::string_view list) {
+  std::vector<std::string> paths;
+  if (list.ends_with('\0')) list.remove_suffix(1);
+  while (!list.empty()) {
+    paths.emplace_back(StripNul(list));
+    list.remove_prefix(std::min(paths.back().size() + 1, list.size()));
+  }
+  return paths;
+}
+
 std::string JoinPath(std::string_view folder, std::string_view name, PathStyle style) {
   return AddTail(folder, style.Tail()).append(name);
 }
@@ -73,7 +73,7 @@ bool LiesBelow(std::string_view path, std::string_view folder, PathStyle style) 
 
 OperationPlan MakePlan(const ShFileOpStruct& operation, PathStyle style) {
   OperationPlan plan;
-  const std::vector<std::string> sources = Listed(operation.pFrom);
+  const std::vector<std::string> sources = ListedPaths(operation.pFrom);
   std::vector<std::string> places;
   if (operation.wFunc < FO_MOVE || operation.wFunc > FO_DELETE) {
     plan.trouble = {OperationCode::BadName, "there is no operation " + std::to_string(operation.wFunc)};
@@ -82,7 +82,7 @@ OperationPlan MakePlan(const ShFileOpStruct& operation, PathStyle style) {
   if (operation.wFunc != FO_DELETE) {
     plan.base = BaseOf(operation, style);
     places = operation.fFlags & FOF_MULTIDESTFILES
-                 ? Listed(operation.pTo)
+                 ? ListedPaths(operation.pTo)
                  : std::vector<std::string>(sources.size(), WithoutTail(StripNul(operation.pTo), style));
     if (!plan.trouble) plan.trouble = CheckPlaces(plan, sources.size(), places, style);
   }

@@ -1,9 +1,7 @@
 // The commands that trash, delete, move and copy marked files, and the one that puts them back.
 #include <gmock/gmock.h>
 
-#include <nlohmann/json.hpp>
-
-#include "cli/console_world.h"
+#include "cli/oper_world.h"
 
 namespace tresmor {
 namespace {
@@ -15,43 +13,7 @@ using testing::IsEmpty;
 using testing::Not;
 using testing::StartsWith;
 using tests::ConsoleRun;
-
-// Two groups: three files of one content, and two of another.
-class OperTest : public tests::ConsoleTest {
- protected:
-  OperTest() {
-    for (const char* folder : {"/home/me/Trash/files", "/home/me/Trash/info", "/dest"}) files.MakeFolder(folder);
-    files.MakeFile("/data/a/one", "same content");
-    files.MakeFile("/data/b/two", "same content");
-    files.MakeFile("/data/c/three", "same content");
-    files.MakeFile("/data/c/x", "pair");
-    files.MakeFile("/data/d/x", "pair");
-  }
-  // Searches, and marks the files of these names.
-  void SaveAndMark(const std::string& pattern, const std::string& list = "duplicates") {
-    ASSERT_EQ(Find({"/data", "--save", "s.Tresmor", "--quiet"}).status, kRanThrough);
-    ASSERT_EQ(Run({"mark", "s.Tresmor", "--list", list, "--pattern", pattern, "--keep", "none"}).status, kRanThrough);
-  }
-  ConsoleRun Do(const std::string& command, std::vector<std::string> options = {"--yes"}) {
-    options.insert(options.begin(), {command, "s.Tresmor"});
-    return Run(options);
-  }
-  // What the session has in its list, with a star behind marked ones.
-  Paths Rows(const char* list = "duplicates") {
-    Paths rows;
-    const auto document = nlohmann::json::parse(Run({"show", "s.Tresmor", "--format", "json"}).out);
-    for (const auto& row : document["lists"][list]) {
-      rows.push_back(row["path"].get<std::string>() + (row.contains("marked") ? "*" : ""));
-    }
-    std::sort(rows.begin(), rows.end());
-    return rows;
-  }
-  std::map<std::string, std::string> Data() const { return AllFiles(files, "/data"); }
-  bool Exists(const std::string& path) const {
-    FileStat stat;
-    return files.Stat(path, stat) == Errors::None;
-  }
-};
+using tests::OperTest;
 
 TEST_F(OperTest, WithoutYesAPlanIsPrintedAndNothingDone) {
   SaveAndMark("t*");
@@ -105,115 +67,6 @@ TEST_F(OperTest, DeleteLeavesNothingInTheTrash) {
   EXPECT_THAT(AllFiles(files, "/home/me/Trash"), IsEmpty());
 }
 
-TEST_F(OperTest, AGroupThatWouldKeepNothingIsSkippedAndNamed) {
-  SaveAndMark("x;one");
-  const ConsoleRun run = Do("delete");
-  EXPECT_EQ(run.err,
-            "tresmor-cli: Skipped '/data/d/x': no file of its group would stay.\n"
-            "tresmor-cli: Skipped '/data/c/x': no file of its group would stay.\n");
-  EXPECT_EQ(run.out, "1 file (12 Bytes) deleted for good, 2 skipped.\n");
-  EXPECT_EQ(run.status, kNotAllDone);
-  EXPECT_FALSE(Exists("/data/a/one"));
-  EXPECT_THAT(Rows(), ElementsAre("/data/b/two", "/data/c/three", "/data/c/x*", "/data/d/x*"));
-  // Not comparing says nothing about whole groups.
-  EXPECT_EQ(Do("delete", {"--yes", "--no-verify"}).status, kNotAllDone);
-  EXPECT_TRUE(Exists("/data/c/x"));
-}
-
-TEST_F(OperTest, WithAllowAllWholeGroupsGo) {
-  SaveAndMark("x");
-  EXPECT_EQ(Do("delete", {"--yes", "--allow-all"}).status, kRanThrough);
-  EXPECT_FALSE(Exists("/data/c/x") || Exists("/data/d/x"));
-  EXPECT_THAT(Rows(), ElementsAre("/data/a/one", "/data/b/two", "/data/c/three"));
-}
-
-// The other one has gone since, so that the marked one is the last.
-TEST_F(OperTest, AFileThatIsGoneDoesNotStay) {
-  SaveAndMark("one;two");
-  files.Remove("/data/c/three");
-  EXPECT_THAT(Do("delete", {}).out, HasSubstr("1 group would keep no file"));
-  EXPECT_EQ(Do("delete", {"--yes", "--no-verify"}).status, kNotAllDone);
-  EXPECT_TRUE(Exists("/data/a/one") && Exists("/data/b/two"));
-}
-
-TEST_F(OperTest, AChangedFileIsSkippedAndNamed) {
-  for (const char* changed : {"SAME content", "same content and more"}) {
-    SaveAndMark("t*");
-    files.SetContent("/data/b/two", changed);
-    const ConsoleRun run = Do("delete");
-    EXPECT_EQ(run.err, "tresmor-cli: Skipped '/data/b/two': no file of its group that stays was found equal.\n");
-    EXPECT_EQ(run.status, kNotAllDone);
-    EXPECT_EQ(Data().at("/data/b/two"), changed);
-    EXPECT_FALSE(Exists("/data/c/three"));
-    EXPECT_THAT(Rows(), testing::Contains("/data/b/two*"));
-    files.MakeFile("/data/c/three", "same content");
-    files.SetContent("/data/b/two", "same content");
-  }
-}
-
-TEST_F(OperTest, MovesAndTheTrashAreCheckedToo) {
-  SaveAndMark("two");
-  files.SetContent("/data/b/two", "SAME content");
-  EXPECT_EQ(Do("trash").status, kNotAllDone);
-  EXPECT_EQ(Do("move", {"/dest", "--yes"}).status, kNotAllDone);
-  EXPECT_TRUE(Exists("/data/b/two"));
-  EXPECT_EQ(Do("copy", {"/dest", "--yes"}).status, kRanThrough);
-  EXPECT_EQ(AllFiles(files, "/dest").at("/dest/two"), "SAME content");
-}
-
-TEST_F(OperTest, WithNoVerifyAChangedFileGoes) {
-  SaveAndMark("two");
-  files.SetContent("/data/b/two", "SAME content");
-  EXPECT_EQ(Do("delete", {"--yes", "--no-verify"}).status, kRanThrough);
-  EXPECT_FALSE(Exists("/data/b/two"));
-}
-
-TEST_F(OperTest, WhatCannotBeReadProvesNothing) {
-  SaveAndMark("x");
-  Run({"mark", "s.Tresmor", "--clear", "--folder", "/data/c", "--pattern", "none"});
-  files.FailRead("/data/d/x", 2, Errors::Device);
-  EXPECT_THAT(Do("delete").err, HasSubstr("Skipped '/data/c/x'"));
-  files.FailRead("/data/d/x", 2, Errors::None);
-  files.FailOpen("/data/c/x", Errors::PermissionDenied);
-  EXPECT_THAT(Do("delete").err, HasSubstr("Skipped '/data/c/x'"));
-  EXPECT_TRUE(Exists("/data/c/x"));
-}
-
-TEST_F(OperTest, AnyFileThatStaysWillDo) {
-  SaveAndMark("three");
-  files.SetContent("/data/a/one", "else");
-  EXPECT_EQ(Do("delete").status, kRanThrough);
-  EXPECT_FALSE(Exists("/data/c/three"));
-}
-
-// A name of the marked file itself would go with it.
-TEST_F(OperTest, AFileDoesNotStayUnderAnotherSpelling) {
-  SaveAndMark("x");
-  Run({"mark", "s.Tresmor", "--clear", "--folder", "/data/c", "--pattern", "none"});
-  files.Remove("/data/d");
-  files.MakeLink("/data/d", "/data/c");
-  EXPECT_THAT(Do("delete").err, HasSubstr("Skipped '/data/c/x': no file of its group would stay."));
-  files.MakeHardLink("/elsewhere", "/data/c/x");
-  EXPECT_THAT(Do("delete").err, HasSubstr("Skipped '/data/c/x': no file of its group would stay."));
-  EXPECT_TRUE(Exists("/data/c/x"));
-}
-
-TEST_F(OperTest, AHardLinkThatStaysKeepsTheContent) {
-  SaveAndMark("x");
-  Run({"mark", "s.Tresmor", "--clear", "--folder", "/data/c", "--pattern", "none"});
-  files.Remove("/data/d/x");
-  files.MakeHardLink("/data/d/x", "/data/c/x");
-  EXPECT_EQ(Do("delete").status, kRanThrough);
-  EXPECT_THAT(Data().at("/data/d/x"), "pair");
-}
-
-TEST_F(OperTest, OtherListsAreNotChecked) {
-  SaveAndMark("x", "names");
-  EXPECT_EQ(Do("delete", {"--yes", "--list", "names"}).status, kRanThrough);
-  EXPECT_FALSE(Exists("/data/c/x") || Exists("/data/d/x"));
-  EXPECT_THAT(Rows("names"), Not(testing::Contains(HasSubstr("/x"))));
-}
-
 TEST_F(OperTest, MoveAndCopyPutFilesIntoOneFolder) {
   files.MakeFile("/dest/two", "here before");
   SaveAndMark("t*");
@@ -248,6 +101,20 @@ TEST_F(OperTest, EmptiedFoldersGoWhenAskedFor) {
   EXPECT_TRUE(Exists("/data/b/two"));
 }
 
+// Sessions that were made by hand may have one.
+TEST_F(OperTest, ARowWithoutAPathKeepsNoOthersFromGoing) {
+  files.MakeFile("/home/s.Tresmor",
+                 "3.0.0\r\nTrue\r\nTrue\r\nTrue\r\nFalse\r\n 0 \r\n 0 \r\n 1 \r\n 1 \r\n"
+                 "/data/*.*|-Yes|-|-|-|-Yes|-True\r\nTrue\r\n 1 \r\n 3 \r\n\r\n"
+                 "one|-/data/a/|- |-         0|-2004/07/01 00:00:00|-|-True\r\n"
+                 "|-|- |-         0|-2004/07/01 00:00:00|-|-True\r\n"
+                 "two|-/data/b/|- |-         0|-2004/07/01 00:00:00|-|-True\r\n");
+  const ConsoleRun run = Do("delete", {"--yes", "--list", "zero"});
+  EXPECT_THAT(run.err, HasSubstr("it is no full path"));
+  EXPECT_EQ(run.status, kNotAllDone);
+  EXPECT_FALSE(Exists("/data/a/one") || Exists("/data/b/two"));
+}
+
 TEST_F(OperTest, ADestinationHasToBeThere) {
   SaveAndMark("t*");
   const ConsoleRun run = Do("move", {"/nowhere", "--yes"});
@@ -275,7 +142,7 @@ TEST_F(OperTest, ACancelLeavesTheRestAndSavesTheSession) {
     if (call.op == MemoryFileChanges::Op::Remove) interrupted = true;
   });
   const ConsoleRun run = Do("delete");
-  EXPECT_EQ(run.err, "tresmor-cli: Cancelled: 1 of 2 were deleted.\n");
+  EXPECT_EQ(run.err, "tresmor-cli: Cancelled: 1 of 2 were done.\n");
   EXPECT_EQ(run.out, "1 file (12 Bytes) deleted for good, 1 not.\n");
   EXPECT_EQ(run.status, kCancelled);
   EXPECT_EQ(Data().size(), 4U);
@@ -301,7 +168,7 @@ TEST_F(OperTest, ACancelOfTheComparisonLeavesAll) {
     if (call.op == MemoryFileSystem::Op::Open && call.path == "/data/a/one") interrupted = true;
   });
   const ConsoleRun run = Do("delete");
-  EXPECT_EQ(run.err, "tresmor-cli: Cancelled.\n");
+  EXPECT_EQ(run.err, "tresmor-cli: Cancelled: 0 of 2 were done.\n");
   EXPECT_EQ(run.status, kCancelled);
   EXPECT_EQ(Data().size(), 5U);
 }
@@ -382,6 +249,11 @@ TEST_F(OperTest, OptionsAreThoseOfTheCommand) {
   SaveAndMark("t*");
   EXPECT_EQ(Do("trash", {"--structure"}).status, kWrongUse);
   EXPECT_EQ(Do("copy", {"/dest", "--no-verify"}).status, kWrongUse);
+  const ConsoleRun copy = Do("copy", {"/dest", "--remove-empty", "--yes"});
+  EXPECT_EQ(copy.err, "tresmor-cli: copy: --remove-empty is for move alone, since a copy leaves no folder empty.\n");
+  EXPECT_EQ(copy.status, kWrongUse);
+  EXPECT_THAT(AllFiles(files, "/dest"), IsEmpty());
+  EXPECT_THAT(Run({"copy", "--help"}).out, AllOf(HasSubstr("--structure"), Not(HasSubstr("--remove-empty"))));
   EXPECT_EQ(Do("delete", {"--list", "errors"}).status, kWrongUse);
   EXPECT_THAT(Run({"move", "--help"}).out,
               AllOf(HasSubstr("DEST"), HasSubstr("--structure"), HasSubstr("--remove-empty"), HasSubstr("--yes"),

@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <vector>
+
+#include "search/file_helpers.h"
 #include "support/memory_file_system.h"
 
 namespace tresmor {
@@ -55,6 +59,44 @@ TEST_F(SameContentTest, WhatCannotBeReadToItsEndIsNotTheSame) {
   files.FailRead("/b", 1'999'999, Errors::Device);
   EXPECT_FALSE(Same("/a", "/b"));
   EXPECT_FALSE(Same("/b", "/a"));
+}
+
+// While the second one is read, something happens to one of them that leaves the bytes that were read as they were.
+TEST_F(SameContentTest, WhatChangesMeanwhileIsNotTheSame) {
+  files.MakeFile("/other", "same");
+  for (const char* changed : {"/a", "/b"}) {
+    const std::vector<std::function<void()>> changes = {[&] { files.SetModified(changed, 1); },
+                                                        [&] { files.Remove(changed); },
+                                                        [&] {
+                                                          files.Remove(changed);
+                                                          files.MakeFile(changed, "same");
+                                                        },
+                                                        [&] {
+                                                          files.Remove(changed);
+                                                          files.MakeLink(changed, "/other");
+                                                        }};
+    for (const auto& change : changes) {
+      for (const char* path : {"/a", "/b"}) files.MakeFile(path, "same");
+      files.SetHook([&](const MemoryFileSystem::Call& call) {
+        if (call.op == MemoryFileSystem::Op::Read && call.path == "/b") change();
+      });
+      EXPECT_FALSE(Same("/a", "/b")) << changed;
+      files.SetHook({});
+      for (const char* path : {"/a", "/b"}) {
+        if (ExistsPath(files, path)) files.Remove(path);
+      }
+    }
+  }
+}
+
+TEST_F(SameContentTest, OnlyFilesAreCompared) {
+  Make("/a", 10);
+  files.MakeLink("/link", "/a");
+  files.MakeFolder("/folder");
+  for (const char* other : {"/link", "/folder"}) {
+    EXPECT_FALSE(Same("/a", other)) << other;
+    EXPECT_FALSE(Same(other, "/a")) << other;
+  }
 }
 
 TEST_F(SameContentTest, AStopProvesNothing) {

@@ -109,11 +109,20 @@ TEST_F(SingleFileTest, AnAnswerMayLeadToAnotherFolder) {
   EXPECT_EQ(lst.Cell(2, kNameItem), "../b/new.txt");
 }
 
-TEST_F(SingleFileTest, ARowThatMovedMeanwhileIsNotGivenAnothersName) {
+TEST_F(SingleFileTest, ARowThatMovedMeanwhileGetsTheName) {
+  AddRow("/data/z.txt", tests::Mark::Off);
   dialogs.onInput = [&] { lst.RemoveRow(1); };
   Answer("new.txt");
   EXPECT_TRUE(changes.paths.contains("/data/new.txt"));
-  EXPECT_THAT(Rows(lst), ElementsAre("/data/my file.txt"));
+  EXPECT_THAT(Rows(lst), ElementsAre("/data/new.txt", "/data/z.txt"));
+}
+
+TEST_F(SingleFileTest, NoOtherRowGetsTheNameOfOneThatWent) {
+  AddRow("/data/z.txt", tests::Mark::Off);
+  dialogs.onInput = [&] { lst.RemoveRow(2); };
+  Answer("new.txt");
+  EXPECT_TRUE(changes.paths.contains("/data/new.txt"));
+  EXPECT_THAT(Rows(lst), ElementsAre("/data/a.txt", "/data/z.txt"));
 }
 
 TEST_F(SingleFileTest, OpensTheFileByTheDesktop) {

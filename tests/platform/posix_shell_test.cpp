@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -285,6 +286,67 @@ TEST_F(SysfsTest, MappedVolumesLieUponEachOtherAndOnSeveralDisks) {
 TEST_F(SysfsTest, WhatIsNotToldIsNotRemovable) {
   EXPECT_FALSE(Removable("7:0"));
   EXPECT_FALSE(IsRemovable(At("nowhere"), "8:16"));
+}
+
+// The whole way from a root to the kernel's word about the disk that is mounted there, over a table of mounts and an
+// account of devices of the test's own. The device is a real one of this machine, whichever, or made for the test.
+class LocalDriveTest : public SysfsTest {
+ protected:
+  void SetUp() override {
+    const std::string device = AnyBlockDevice();
+    if (device.empty()) GTEST_SKIP() << "there is no block device here, and none may be made";
+    MakeDisk("pci/ata/block/sdx", BlockNumber(device), '0');
+    MakeFile("mounts", device + " /disk ext4 rw 0 0\nserver:/export /net nfs4 rw 0 0\n/dev/none /gone ext4 rw 0 0\n");
+  }
+  std::string AnyBlockDevice() const {
+    std::error_code none;
+    for (const auto& entry : std::filesystem::directory_iterator("/dev", none)) {
+      if (entry.is_block_file(none) && IsFixedName(entry.path().filename())) return entry.path();
+    }
+    const bool made = mknod(At("made").c_str(), S_IFBLK | 0600, makedev(240, 7)) == 0;
+    return made ? "/dev/.." + At("made") : "";
+  }
+  // Some are on the network by their names.
+  static bool IsFixedName(const std::string& name) {
+    return !name.starts_with("nbd") && !name.starts_with("rbd") && !name.starts_with("drbd");
+  }
+  void SayRemovable(char answer) const { MakeFile("devices/pci/ata/block/sdx/removable", {answer, '\n'}); }
+
+  const PosixShell drives_{{.mounts = At("mounts"), .sysfs = root_}};
+};
+
+TEST_F(LocalDriveTest, ADiskIsLocalUnlessTheKernelSaysThatItCanBeTakenOut) {
+  for (const char* root : {"/disk", "/disk/"}) {
+    SayRemovable('0');
+    EXPECT_TRUE(drives_.IsLocalDrive(root)) << root;
+    SayRemovable('1');
+    EXPECT_FALSE(drives_.IsLocalDrive(root)) << root;
+  }
+}
+
+TEST_F(LocalDriveTest, NetworksAndWhatIsNoRootAreNotLocal) {
+  for (const char* root : {"/net", "/elsewhere", "/disk/folder", ""}) EXPECT_FALSE(drives_.IsLocalDrive(root)) << root;
+}
+
+TEST_F(LocalDriveTest, ADiskThatTheKernelTellsNothingOfIsLocal) {
+  std::filesystem::remove_all(At("dev"));
+  EXPECT_TRUE(drives_.IsLocalDrive("/disk"));
+  EXPECT_TRUE(drives_.IsLocalDrive("/gone"));
+  EXPECT_TRUE(drives_.IsLocalDrive("/"));
+}
+
+TEST_F(LocalDriveTest, WithoutATableOfMountsOnlyTheRootIsLocal) {
+  std::filesystem::remove(At("mounts"));
+  EXPECT_FALSE(drives_.IsLocalDrive("/disk"));
+  EXPECT_TRUE(drives_.IsLocalDrive("/"));
+}
+
+TEST_F(LocalDriveTest, MountPointsOfTheTableStay) {
+  MakeFolder("mounted/sub");
+  EXPECT_FALSE(drives_.MustStay(At("mounted"), ""));
+  MakeFile("mounts", "/dev/sda1 " + At("mounted") + " ext4 rw 0 0\n");
+  EXPECT_TRUE(drives_.MustStay(At("mounted"), ""));
+  EXPECT_FALSE(drives_.MustStay(At("mounted/sub"), ""));
 }
 
 // --- Folders that stay

@@ -335,6 +335,16 @@ TEST_F(PruneTest, AFolderInTheFilesPlaceIsNoFileAndHiddenOnesAre) {
   EXPECT_THAT(Texts(zero), ElementsAre("b", ".hidden"));
 }
 
+TEST_F(PruneTest, KeepsWhatCannotBeAskedFor) {
+  AddRows("ABC");
+  SetAllMarks(results, true);
+  files.FailStat("/data/A", Errors::PermissionDenied);
+  files.FailStat("/data/B", Errors::Device);
+  files.Remove("/data/C");
+  PruneMissing(results.Shown(), files, events);
+  EXPECT_EQ(Rows(), "AB");
+}
+
 TEST_F(PruneTest, DropsAllAndNone) {
   AddRows("abc");
   PruneMissing(results.Shown(), files, events);

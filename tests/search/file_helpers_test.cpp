@@ -43,6 +43,19 @@ TEST(FileDate, OfAHiddenFileIsZeroByItsAttributeToo) {
   EXPECT_EQ(GetFileDate(files, "C:\\x"), kZeroDate);
 }
 
+TEST(Exists, AFileIsGoneOnlyWhereThatIsKnown) {
+  MemoryFileSystem files;
+  files.MakeFile("/a/b", "");
+  files.MakeFile("/a/c", "");
+  for (const Errors failure : {Errors::PermissionDenied, Errors::Device, Errors::TooManyFiles, Errors::BadFileName}) {
+    files.FailStat("/a/b", failure);
+    EXPECT_TRUE(ExistsFile(files, "/a/b")) << Describe(failure);
+  }
+  files.FailStat("/a/b", Errors::FileNotFound);
+  EXPECT_FALSE(ExistsFile(files, "/a/b"));
+  EXPECT_FALSE(ExistsFile(files, "/a/c/b"));
+}
+
 TEST(Exists, TakesNamesExactly) {
   MemoryFileSystem files;
   files.MakeFile("/a/b*c", "");

@@ -22,6 +22,24 @@ TEST(OperationPlanTest, NamesEachPathOnce) {
   EXPECT_EQ(MakePlan(DeleteThese({"C:\\a\\x", "c:\\A\\X"}), kWindows).items.size(), 1U);
 }
 
+TEST(OperationPlanTest, AnEmptyPathFailsAloneAndEndsNoList) {
+  const OperationPlan plan = MakePlan(PutTheseAt(FO_MOVE, {"/a/x", "", "/a/y"}, {"/d/x", "", "/d/y"}, "/d"), kPosix);
+  ASSERT_EQ(plan.items.size(), 3U);
+  EXPECT_FALSE(plan.items[0].trouble);
+  EXPECT_EQ(plan.items[1].trouble.code, OperationCode::BadName);
+  EXPECT_FALSE(plan.items[2].trouble);
+  EXPECT_EQ(plan.items[2].name, "y");
+}
+
+TEST(OperationPlanTest, ListsMayLackTheirEnds) {
+  const std::string both("/a\0/b\0\0", 7);
+  const Paths paths = {"/a", "/b"};
+  for (const std::size_t length : {7U, 6U, 5U}) EXPECT_EQ(ListedPaths(both.substr(0, length)), paths) << length;
+  EXPECT_EQ(ListedPaths(""), Paths());
+  EXPECT_EQ(ListedPaths(std::string(1, '\0')), Paths());
+  EXPECT_EQ(ListedPaths(std::string(2, '\0')), Paths{""});
+}
+
 TEST(OperationPlanTest, APathThatStandsTwiceKeepsItsOwnPlace) {
   const OperationPlan plan =
       MakePlan(PutTheseAt(FO_MOVE, {"/a/x", "/a/x", "/a/y"}, {"/d/1", "/d/2", "/d/3/y"}, "/d"), kPosix);

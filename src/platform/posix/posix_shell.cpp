@@ -17,7 +17,6 @@ namespace {
 
 constexpr char kOpener[] = "xdg-open";
 constexpr unsigned kAnswerSeconds = 5;  // a file manager may have to be started first
-constexpr char kMounts[] = "/proc/self/mounts";
 
 // Everything but letters, digits and the separator as "%HH": neither a URI nor the commands below see any other mark.
 std::string FileUri(std::string_view path) {
@@ -59,7 +58,8 @@ void PosixShell::ShellOpen(const std::string& path) const {
 }
 
 bool PosixShell::IsLocalDrive(const std::string& root) const {
-  return IsFixedDisk(kMounts, root, [](const std::string& device) { return IsRemovable("/sys", BlockNumber(device)); });
+  return IsFixedDisk(disks_.mounts, root,
+                     [this](const std::string& device) { return IsRemovable(disks_.sysfs, BlockNumber(device)); });
 }
 
 std::string PosixShell::spFolder(int number) const {
@@ -94,7 +94,7 @@ std::string PosixShell::FirstFolder() const {
 }
 
 bool PosixShell::MustStay(const std::string& folder, const std::string& destination) const {
-  return IsKeptFolder(folder, {FindUserFolders().home, destination}, ReadMounts(kMounts));
+  return IsKeptFolder(folder, {FindUserFolders().home, destination}, ReadMounts(disks_.mounts));
 }
 
 void PosixShell::OpenUrl(const std::string& target) const {

@@ -1,0 +1,70 @@
+#include "fileops/emptied_folders.h"
+
+#include <gtest/gtest.h>
+
+#include "fileops/fileops_world.h"
+
+namespace tresmor {
+namespace {
+
+class EmptiedFoldersTest : public testing::Test, protected tests::FileOpsWorld {
+ protected:
+  EmptiedFoldersTest() {
+    for (const char* path : {"/d/a", "/d/b", "/d/sub/c", "/e/a"}) files.MakeFile(path, "x");
+  }
+  // Which of the folders "/d", "/d/sub" and "/e" there are.
+  std::string Emptied(const std::vector<std::string>& paths, const std::string& destPath = "") {
+    const FolderSet emptied = FoldersToEmpty(paths, files, shell, destPath);
+    std::string found;
+    for (const char* folder : {"/d", "/d/sub", "/e"}) {
+      FileStat stat;
+      EXPECT_EQ(files.Stat(folder, stat), Errors::None);
+      if (emptied.contains({stat.identity.device, stat.identity.inode})) found += std::string(folder) + " ";
+    }
+    EXPECT_EQ(static_cast<std::size_t>(std::count(found.begin(), found.end(), ' ')), emptied.size());
+    return found;
+  }
+};
+
+TEST_F(EmptiedFoldersTest, AllFilesOfAFolderMustGoAndSubFoldersAreNoMatter) {
+  EXPECT_EQ(Emptied({"/d/a", "/d/b"}), "/d ");
+  EXPECT_EQ(Emptied({"/d/a"}), "");
+  EXPECT_EQ(Emptied({"/d/a", "/d/sub/c", "/e/a"}), "/d/sub /e ");
+  EXPECT_EQ(Emptied({}), "");
+}
+
+TEST_F(EmptiedFoldersTest, WhatIsNoFolderKeepsAFolder) {
+  files.MakeLink("/e/link", "nowhere");
+  EXPECT_EQ(Emptied({"/e/a"}), "");
+}
+
+TEST_F(EmptiedFoldersTest, AFolderIsOneByAllItsPaths) {
+  files.MakeLink("/link", "/d");
+  EXPECT_EQ(Emptied({"/d/a", "/link/b"}), "/d ");
+}
+
+TEST_F(EmptiedFoldersTest, FoldersThatMustStayDo) {
+  EXPECT_EQ(Emptied({"/d/a", "/d/b", "/e/a"}, "/d/sub"), "/e ");
+  shell.kept = {"/e"};
+  EXPECT_EQ(Emptied({"/d/a", "/d/b", "/e/a"}), "/d ");
+}
+
+TEST_F(EmptiedFoldersTest, WhatCannotBeListedIsNotEmptied) {
+  files.FailList("/e", Errors::Device);
+  EXPECT_EQ(Emptied({"/e/a", "/gone/a", "/rootfile"}), "");
+}
+
+// The files of the prediction have gone, and the clean-up finds the same.
+TEST_F(EmptiedFoldersTest, TheCleanUpTakesWhatWasPredicted) {
+  for (const char* path : {"/d/a", "/d/b", "/e/a"}) AddRow(path);
+  EXPECT_EQ(Emptied({"/d/a", "/d/b", "/e/a"}), "/d /e ");
+  FrmFileProgress frm;
+  FileJob job(frm, events, dialogs);
+  Transfer transfer(job, preview, {files, shell, operations, dialogs});
+  transfer.TransferMarked(lst, {.wFunc = FO_DELETE, .bYesToAll = true});
+  transfer.RmEmptyDirs(lst, "", true);
+  EXPECT_EQ(Sources(1), (std::vector<std::string>{"/d", "/d", "/e"}));
+}
+
+}  // namespace
+}  // namespace tresmor
