@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
+#include <utility>
 
 #include "search/read_ahead.h"
 
@@ -23,6 +25,15 @@ bool ReadPart(FileProps& table, std::int32_t index, const HeadPorts& ports, std:
   if (failure != Errors::None) read.got = 0;
   std::fill(into.begin() + static_cast<std::ptrdiff_t>(read.got), into.end(), '\0');
   return failure == Errors::None || failure == Errors::TooManyFiles;
+}
+
+// The next bytes as a number that orders as they do; missing ones count as zero.
+std::uint64_t WordOf(const char* bytes, std::size_t length) {
+  std::uint64_t word = 0;
+  for (std::size_t k = 0; k < sizeof word; ++k) {
+    word = word << 8 | (k < length ? static_cast<unsigned char>(bytes[k]) : 0U);
+  }
+  return word;
 }
 
 // Refines an order of records by one part of their heads after the other.
@@ -64,30 +75,37 @@ class HeadOrder {
   }
 
   std::size_t ReadNext(std::size_t offset) {
-    std::vector<std::uint32_t> reading;
-    for (const Tie& tie : ties_) {
-      for (std::size_t k = tie.begin; k < tie.end; ++k) {
-        part_[order_[k]] = static_cast<std::uint32_t>(reading.size());
-        reading.push_back(order_[k]);
-      }
-    }
+    const std::vector<std::uint32_t> reading = Tied();
     const std::size_t length =
         std::clamp<std::size_t>(ports_.limits.buffers / 2 / reading.size(), 1, ports_.limits.head - offset);
-    bytes_.resize(reading.size() * length);
-    // In the order of the table, which is about the order of the disk.
-    std::vector<std::uint32_t> inOrder = reading;
-    std::sort(inOrder.begin(), inOrder.end());
-    std::vector<std::int32_t> indexes;
-    for (std::uint32_t record : inOrder) indexes.push_back(first_ + static_cast<std::int32_t>(record));
+    bytes_.reset();  // before there are two
+    bytes_ = std::make_unique_for_overwrite<char[]>(reading.size() * length);
+    std::vector<std::int32_t> indexes(reading.size());
+    for (std::uint32_t k = 0; k < reading.size(); ++k) {
+      part_[reading[k]] = k;
+      indexes[k] = first_ + static_cast<std::int32_t>(reading[k]);
+    }
     ReadAhead ahead(table_, ports_.files, ports_.stop, std::move(indexes), static_cast<std::int64_t>(offset + length));
-    ports_.pool.ParallelFor(inOrder.size(), 16, [&](std::size_t k, std::size_t) {
+    ports_.pool.ParallelFor(reading.size(), 16, [&](std::size_t k, std::size_t) {
       if (ports_.stop.Stopped()) return;
       ahead.Reached(k + 1);
-      const std::uint32_t record = inOrder[k];
-      ReadRecord(record, static_cast<std::int64_t>(offset), {bytes_.data() + part_[record] * length, length});
+      ReadRecord(reading[k], static_cast<std::int64_t>(offset), {bytes_.get() + k * length, length});
     });
     if (!ports_.stop.Stopped()) Sort(length);
     return length;
+  }
+
+  // The records of all ties in the order of the table, which is about the order of the disk.
+  std::vector<std::uint32_t> Tied() const {
+    std::vector<bool> tied(order_.size());
+    for (const Tie& tie : ties_) {
+      for (std::size_t k = tie.begin; k < tie.end; ++k) tied[order_[k]] = true;
+    }
+    std::vector<std::uint32_t> records;
+    for (std::uint32_t record = 0; record < tied.size(); ++record) {
+      if (tied[record]) records.push_back(record);
+    }
+    return records;
   }
 
   void ReadRecord(std::uint32_t record, std::int64_t offset, std::span<char> into) {
@@ -96,21 +114,47 @@ class HeadOrder {
     if (ports_.headObserver != nullptr) ports_.headObserver->SetTag(index);
   }
 
+  // Sorts each tie by its parts of `length` bytes and leaves the smaller ties that they fall into. Word by word, since
+  // to compare two equal parts is to go through them, and most parts of a big run often are equal.
   void Sort(std::size_t length) {
-    const auto compare = [&](std::uint32_t a, std::uint32_t b) {
-      return std::memcmp(bytes_.data() + part_[a] * length, bytes_.data() + part_[b] * length, length);
-    };
-    std::vector<Tie> left;
-    for (const Tie& tie : ties_) {
-      const auto at = [&](std::size_t k) { return order_.begin() + static_cast<std::ptrdiff_t>(k); };
-      std::sort(at(tie.begin), at(tie.end), [&](std::uint32_t a, std::uint32_t b) { return compare(a, b) < 0; });
-      for (std::size_t begin = tie.begin, end; begin < tie.end; begin = end) {
-        for (end = begin + 1; end < tie.end && compare(order_[begin], order_[end]) == 0;) ++end;
-        starts_[begin] = 1;
-        if (end - begin > 1) left.push_back({begin, end});
+    std::vector<std::pair<Tie, std::size_t>> open;  // and how many bytes are known to be equal
+    for (const Tie& tie : std::exchange(ties_, {})) open.emplace_back(tie, 0);
+    while (!open.empty()) {
+      const auto [tie, at] = open.back();
+      open.pop_back();
+      if (Alike(tie, at, length)) {
+        ties_.push_back(tie);
+        continue;
       }
+      const std::size_t behind = std::min(at + sizeof(std::uint64_t), length);
+      SortByWord(tie, at, length, [&](const Tie& smaller) { open.emplace_back(smaller, behind); });
     }
-    ties_ = std::move(left);
+  }
+
+  const char* PartAt(std::size_t k, std::size_t length) const { return bytes_.get() + part_[order_[k]] * length; }
+
+  bool Alike(const Tie& tie, std::size_t at, std::size_t length) const {
+    const char* const first = PartAt(tie.begin, length) + at;
+    std::size_t k = tie.begin + 1;
+    while (k < tie.end && std::memcmp(first, PartAt(k, length) + at, length - at) == 0) ++k;
+    return k == tie.end;
+  }
+
+  template <class Visit>
+  void SortByWord(const Tie& tie, std::size_t at, std::size_t length, const Visit& visitTie) {
+    std::vector<std::pair<std::uint64_t, std::uint32_t>> words;
+    words.reserve(tie.end - tie.begin);
+    for (std::size_t k = tie.begin; k < tie.end; ++k) {
+      words.emplace_back(WordOf(PartAt(k, length) + at, length - at), order_[k]);
+    }
+    std::sort(words.begin(), words.end());
+    for (std::size_t begin = 0, end; begin < words.size(); begin = end) {
+      for (end = begin; end < words.size() && words[end].first == words[begin].first; ++end) {
+        order_[tie.begin + end] = words[end].second;
+      }
+      starts_[tie.begin + begin] = 1;
+      if (end - begin > 1) visitTie({tie.begin + begin, tie.begin + end});
+    }
   }
 
   FileProps& table_;
@@ -120,7 +164,7 @@ class HeadOrder {
   std::vector<std::uint8_t> starts_;  // whether order_[k] begins a new head
   std::vector<Tie> ties_;
   std::vector<std::uint32_t> part_;  // by record: which of the parts in bytes_ is its own
-  std::vector<char> bytes_;
+  std::unique_ptr<char[]> bytes_;
 };
 
 }  // namespace
