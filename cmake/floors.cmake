@@ -44,21 +44,23 @@ function(tresmor_floor name)
   endif()
 endfunction()
 
-# tresmor_program(name folder parts...): the program lands at the top of the build folder. All but its main.cpp is a
-# library of its own, so that tests can call it.
+# tresmor_program(name folder [QT] parts...): the program lands at the top of the build folder. All but its main.cpp is a
+# library of its own, so that tests can call it. QT is for programs with parts of Qt.
 function(tresmor_program name folder)
+  cmake_parse_arguments(ARG "QT" "" "" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${folder}/*.cpp)
   list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
   add_library(tresmor_${folder} STATIC ${sources})
   tresmor_settings(tresmor_${folder})
   target_compile_definitions(tresmor_${folder} PRIVATE TRESMOR_VERSION="${PROJECT_VERSION}")
-  target_link_libraries(tresmor_${folder} PUBLIC ${ARGN})
+  target_link_libraries(tresmor_${folder} PUBLIC ${ARG_UNPARSED_ARGUMENTS})
   add_executable(${name} ${PROJECT_SOURCE_DIR}/src/${folder}/main.cpp)
   tresmor_settings(${name})
   target_link_libraries(${name} PRIVATE tresmor_${folder})
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR})
-  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT TRESMOR_SANITIZE)
-    # Binding the C++ library at each start takes a third of the start's time, and of a short search a thirtieth.
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT TRESMOR_SANITIZE AND NOT ARG_QT)
+    # Binding the C++ library at each start takes a third of the start's time, and of a short search a thirtieth. Qt
+    # binds it anyway, and there must not be two.
     target_link_options(${name} PRIVATE -static-libstdc++ -static-libgcc)
   endif()
 endfunction()

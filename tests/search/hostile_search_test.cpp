@@ -11,7 +11,7 @@
 #include <thread>
 
 #include "search/search_world.h"
-#include "search/temp_tree.h"
+#include "support/temp_tree.h"
 
 namespace tresmor {
 namespace {

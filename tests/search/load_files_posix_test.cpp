@@ -6,8 +6,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "search/temp_tree.h"
 #include "search/walk_support.h"
+#include "support/temp_tree.h"
 
 namespace tresmor {
 namespace {

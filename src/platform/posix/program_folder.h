@@ -1,0 +1,16 @@
+// The program's own folder.
+#pragma once
+
+#include <string>
+
+namespace tresmor {
+
+// The folder of the running program, where its helper programs are too. Without a separator at the end; empty if it
+// can't be told.
+std::string FindExecutableFolder();
+
+// The folder of the files that come with a program in `executableFolder`: that one, or else share/tresmor beside it
+// where the program was installed under a prefix. Told by one of these files, err_read.bmp.
+std::string ProgramFolder(const std::string& executableFolder);
+
+}  // namespace tresmor

@@ -1,0 +1,38 @@
+#include "platform/posix/program_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "support/temp_tree.h"
+
+namespace tresmor {
+namespace {
+
+class ProgramFolderTest : public TempTree {
+ protected:
+  ProgramFolderTest() {
+    for (const char* folder : {"bin", "share", "share/tresmor"}) MakeFolder(folder);
+  }
+};
+
+TEST_F(ProgramFolderTest, IsBesideTheExecutable) {
+  MakeFile("bin/err_read.bmp");
+  MakeFile("share/tresmor/err_read.bmp");
+  EXPECT_EQ(ProgramFolder(At("bin")), At("bin"));
+}
+
+TEST_F(ProgramFolderTest, IsInThePrefixElse) {
+  MakeFile("share/tresmor/err_read.bmp");
+  EXPECT_EQ(ProgramFolder(At("bin")), At("share/tresmor"));
+}
+
+TEST_F(ProgramFolderTest, StaysBesideTheExecutableWithoutFiles) { EXPECT_EQ(ProgramFolder(At("bin")), At("bin")); }
+
+TEST(ExecutableFolderTest, HoldsTheRunningProgram) {
+  const std::filesystem::path folder = FindExecutableFolder();
+  EXPECT_TRUE(std::filesystem::equivalent(folder / "tests_platform", "/proc/self/exe")) << folder;
+}
+
+}  // namespace
+}  // namespace tresmor
