@@ -52,4 +52,23 @@ std::string_view GetFileExtOf(std::string_view s, PathStyle style) {
   return dot == s.npos ? std::string_view() : s.substr(dot + 1);
 }
 
+std::string WithoutTail(std::string_view path, PathStyle style) {
+  while (path.size() > 1 && path.ends_with(style.separator)) path.remove_suffix(1);
+  return std::string(path);
+}
+
+std::string JoinPath(std::string_view folder, std::string_view name, PathStyle style) {
+  return AddTail(folder, style.Tail()).append(name);
+}
+
+std::string ParentOf(std::string_view path, PathStyle style) { return WithoutTail(GetFolderOf(path, style), style); }
+
+bool LiesBelow(std::string_view path, std::string_view folder, PathStyle style) {
+  return style.StartsWith(path, AddTail(folder, style.Tail()));
+}
+
+bool IsOrLiesBelow(std::string_view path, std::string_view folder, PathStyle style) {
+  return style.Equal(path, folder) || LiesBelow(path, folder, style);
+}
+
 }  // namespace tresmor

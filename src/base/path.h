@@ -43,4 +43,15 @@ std::string_view GetFolderOf(std::string_view s, PathStyle style);
 // "gz" of "/a/b.tar.gz", nothing of "/a.b/c" and of "/a/b.".
 std::string_view GetFileExtOf(std::string_view s, PathStyle style);
 
+// Without separators at its end but for the one that is all of it.
+std::string WithoutTail(std::string_view path, PathStyle style);
+// "/d/name" of "/d" or "/d/" and "name".
+std::string JoinPath(std::string_view folder, std::string_view name, PathStyle style);
+// The folder that `path` stands in, without a separator at its end but for the root.
+std::string ParentOf(std::string_view path, PathStyle style);
+// Whether `path` lies below `folder`.
+bool LiesBelow(std::string_view path, std::string_view folder, PathStyle style);
+// Whether it does or is the folder itself. Both without a separator at the end.
+bool IsOrLiesBelow(std::string_view path, std::string_view folder, PathStyle style);
+
 }  // namespace tresmor

@@ -189,6 +189,21 @@ std::string ReplaceAll(std::string_view text, std::string_view what, std::string
   return result.append(text, from);
 }
 
+std::string PercentEncoded(std::string_view bytes, std::string_view marks) {
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  constexpr std::string_view kPlain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789";
+  std::string text;
+  for (const char byte : bytes) {
+    if (kPlain.find(byte) != kPlain.npos || marks.find(byte) != marks.npos) {
+      text += byte;
+      continue;
+    }
+    const auto value = static_cast<unsigned char>(byte);
+    text.append({'%', kDigits[value / 16U], kDigits[value % 16U]});
+  }
+  return text;
+}
+
 std::string_view TrimBlanks(std::string_view text) {
   const std::size_t first = text.find_first_not_of(' ');
   if (first == text.npos) return {};

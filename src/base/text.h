@@ -40,6 +40,9 @@ std::string AsciiDigits(std::string_view text);
 // `text` with each `what` (not empty) replaced by `by`.
 std::string ReplaceAll(std::string_view text, std::string_view what, std::string_view by);
 
+// `bytes` with "%" and two hexadecimal digits for all but ASCII letters, digits and `marks`.
+std::string PercentEncoded(std::string_view bytes, std::string_view marks);
+
 // Without the blanks (U+0020 only) at both ends.
 std::string_view TrimBlanks(std::string_view text);
 

@@ -35,9 +35,10 @@ enum class OperationCode : int {
   DiskFull = 112,
   SameFile = 113,  // a file onto itself, a folder into itself
   BadName = 123,   // no path, or one that the file system doesn't take
-  Exists = 183,    // a folder can't be made because something else has its name
+  Exists = 183,    // something else has the name
+  TooLarge = 223,  // for the file system of the destination
   NoTrash = 1105,  // there is no trash folder that it could be moved to
-  Changed = 1106,  // the source changed while it was copied
+  Changed = 1106,  // the source changed meanwhile
   Cancelled = 1223,
 };
 
@@ -62,14 +63,15 @@ class OperationWatch {
   virtual bool Confirm(const ShFileOpStruct& operation, std::int64_t count) = 0;
   // Many times a second while long files are copied, and at least once a file.
   virtual void Progress(const OperationProgress& progress) = 0;
-  // Asked often; waits while a question to the user stands.
+  // Asked often: between files, between pieces of long ones, and before another name is tried.
   virtual bool Cancelled() = 0;
 };
 
 class FileOperations {
  public:
   virtual ~FileOperations() = default;
-  // What is done from here to the next call is undone as one.
+  // What is done from here to the next call is undone as one. What goes to the trash after a delete for good is undone
+  // with the step before, which the delete doesn't touch.
   virtual void BeginUndoStep() = 0;
 
   // Does it and returns when it is over, on any thread but one operation at a time. A path that fails is left as it

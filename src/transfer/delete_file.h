@@ -9,8 +9,9 @@ class DeleteFile final : public PathOperation {
  public:
   explicit DeleteFile(const TransferTools& tools) : tools_(tools) {}
 
-  const char* Done() const override { return "deleted"; }
+  const char* PastParticiple() const override { return "deleted"; }
   bool Undoable() const override { return false; }
+  bool TakesAway() const override { return true; }
   Trouble Prepare(Task& task) override {
     if (task.stat.kind != EntryKind::Folder) return {};
     return {OperationCode::Denied, "it is a folder, and folders can only be moved to the trash"};

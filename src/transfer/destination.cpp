@@ -1,6 +1,6 @@
 #include "transfer/destination.h"
 
-#include "transfer/operation_plan.h"
+#include "base/path.h"
 
 namespace tresmor {
 
@@ -20,37 +20,61 @@ Errors Destination::Make(const std::string& folder) {
   return failure;
 }
 
+Errors Destination::Look(const std::string& folder, Links links, FileStat& stat) const {
+  return files_.Stat(links == Links::Follow ? AddTail(folder, files_.Style().Tail()) : folder, stat);
+}
+
+// Whether it was entered before; what has become of it since is in `trouble`.
+bool Destination::IsKnown(const std::string& folder, Links links, Trouble& trouble) const {
+  const auto known = entered_.find(folder);
+  if (known == entered_.end()) return false;
+  FileStat now;
+  const Errors failure = Look(folder, links, now);
+  if (failure != Errors::None) {
+    trouble = TargetTrouble(failure, folder);
+  } else if (now.identity != known->second) {
+    trouble = {OperationCode::NotFound, folder + " is another one than it was at first"};
+  }
+  return true;
+}
+
+Trouble Destination::Note(const std::string& folder, Links links) {
+  FileStat stat;
+  const Errors failure = Look(folder, links, stat);
+  if (failure != Errors::None) return TargetTrouble(failure, folder);
+  if (stat.kind != EntryKind::Folder) return NoFolder(folder);
+  entered_.emplace(folder, stat.identity);
+  return {};
+}
+
 Trouble Destination::Enter(const std::string& folder) {
-  if (entered_.contains(folder)) return {};
+  Trouble trouble;
+  if (IsKnown(folder, Links::Follow, trouble)) return trouble;
   Errors failure = Errors::None;
   bool there = files_.OpenFolder(folder, failure) != nullptr;
   const std::string parent = ParentOf(folder, files_.Style());
   if (failure == Errors::FileNotFound && !parent.empty() && parent != folder) {
-    if (Trouble trouble = Enter(parent)) return trouble;
+    trouble = Enter(parent);
+    if (trouble) return trouble;
     if (const Errors made = Make(folder); made != Errors::None) return TargetTrouble(made, folder);
     there = files_.OpenFolder(folder, failure) != nullptr;
     if (failure == Errors::FileNotFound) return NoFolder(folder);  // a link that leads nowhere
   }
   if (failure == Errors::PathAccess) return NoFolder(folder);
   if (!there) return TargetTrouble(failure, folder);
-  entered_.insert(folder);
-  return {};
+  return Note(folder, Links::Follow);
 }
 
 Trouble Destination::EnterBelow(const std::string& folder, const std::string& base) {
   if (folder == base) return Enter(folder);
-  if (entered_.contains(folder)) return {};
-  if (Trouble trouble = EnterBelow(ParentOf(folder, files_.Style()), base)) return trouble;
+  Trouble trouble;
+  if (IsKnown(folder, Links::Refuse, trouble)) return trouble;
+  trouble = EnterBelow(ParentOf(folder, files_.Style()), base);
+  if (trouble) return trouble;
   FileStat stat;
   Errors failure = files_.Stat(folder, stat);
-  if (failure == Errors::FileNotFound) {
-    failure = Make(folder);
-    if (failure == Errors::None) failure = files_.Stat(folder, stat);
-  }
-  if (failure != Errors::None) return TargetTrouble(failure, folder);
-  if (stat.kind != EntryKind::Folder) return NoFolder(folder);
-  entered_.insert(folder);
-  return {};
+  if (failure == Errors::FileNotFound) failure = Make(folder);
+  return failure == Errors::None ? Note(folder, Links::Refuse) : TargetTrouble(failure, folder);
 }
 
 Errors Destination::Flush(const std::string& folder) {

@@ -3,7 +3,7 @@
 #pragma once
 
 #include <string>
-#include <unordered_set>
+#include <unordered_map>
 #include <vector>
 
 #include "platform/file_changes.h"
@@ -12,7 +12,8 @@
 
 namespace tresmor {
 
-// Lives as long as one operation: a folder that was found once is not looked at again. One thread.
+// Lives as long as one operation. A folder that was entered has to stay the same one: whatever else stands in its place
+// later isn't entered, nor is the folder made again. One thread.
 class Destination {
  public:
   Destination(const FileSystem& files, FileChanges& changes) : files_(files), changes_(changes) {}
@@ -27,11 +28,15 @@ class Destination {
   Errors Flush(const std::string& folder);
 
  private:
+  enum class Links { Follow, Refuse };
   Errors Make(const std::string& folder);
+  Trouble Note(const std::string& folder, Links links);
+  bool IsKnown(const std::string& folder, Links links, Trouble& trouble) const;
+  Errors Look(const std::string& folder, Links links, FileStat& stat) const;
 
   const FileSystem& files_;
   FileChanges& changes_;
-  std::unordered_set<std::string> entered_;
+  std::unordered_map<std::string, FileIdentity> entered_;
   std::vector<std::string> unflushed_;  // folders that others were made in, the upper before the lower
 };
 

@@ -1,8 +1,12 @@
 // Copies one file so that neither it nor anything else is lost, whenever that is broken off.
 //
-// The copy grows under a hidden name of its own beside its place. Only when it is whole, was flushed, was read again
-// and found equal, and the source is still the file that was copied, is it given its name, and that is flushed too.
-// Only then a source that is moved is removed. Whatever fails before takes the copy away again.
+// The copy grows under a hidden name of its own beside its place. Only when it is whole, was flushed, and the source is
+// still the file that was copied, is it given its name, and that is flushed too. For a move it is read again before and
+// has to be equal; only after all that, and if the copy is still what stands in its place, the source is removed.
+// Whatever fails before takes the copy away again. What killed programs left of theirs goes when it is in the way.
+//
+// On file systems that can't give a name without replacing what has it, the copy grows in its place from the beginning;
+// a program that is killed then may leave a part of it there, with the source untouched.
 #pragma once
 
 #include <cstdint>
@@ -12,20 +16,18 @@
 #include "platform/file_changes.h"
 #include "platform/file_system.h"
 #include "transfer/destination.h"
-#include "transfer/trouble.h"
+#include "transfer/place_picker.h"
 
 namespace tresmor {
 
-// Who wants a copy.
-class CopyClient {
+// Who wants a copy, and knows its place.
+class CopyClient : public PlacePicker {
  public:
-  virtual ~CopyClient() = default;
-  // So many more bytes were copied, or none while they are read again. False ends it.
+  // So many more bytes were copied, fewer than none if it has to begin again, or none while they are read again. False
+  // ends it.
   virtual bool Passed(std::int64_t bytes) = 0;
-  // Gives the whole copy its name in the folder, which goes into `placed`.
-  virtual Trouble Place(const std::string& part, std::string& placed) = 0;
   // The copy is in its place and the source about to be removed.
-  virtual Trouble BeforeRemoval(const std::string& placed) = 0;
+  virtual Trouble BeforeRemoval() = 0;
 };
 
 enum class AfterCopy { KeepSource, RemoveSource };
@@ -36,21 +38,28 @@ class FileCopier {
   FileCopier(const FileSystem& files, FileChanges& changes, Destination& destination)
       : files_(files), changes_(changes), destination_(destination) {}
 
-  // `from` must be a regular file, and `folder` one that was entered.
+  // `from` must be a regular file, and `folder`, which the client's places lie in, one that was entered.
   Trouble Copy(const std::string& from, const std::string& folder, AfterCopy after, CopyClient& client);
 
  private:
   struct Job;
-  Trouble Begin(Job& job);
+  enum class Begin { Hidden, AtItsPlace };
+  std::string HiddenPath(const std::string& folder, std::int64_t number) const;
+  bool RemoveAbandoned(const std::string& folder);
+  Trouble BeginHidden(Job& job);
+  Trouble BeginAtItsPlace(Job& job);
   Trouble Fill(Job& job) const;
   Trouble Compare(Job& job) const;
+  Trouble Place(Job& job);
   Trouble Finish(Job& job);
-  Trouble RemoveSource(Job& job);
+  Trouble RemoveSource(const Job& job);
+  Trouble Carry(Job& job, Begin begin);
+  Trouble Try(Job& job, Begin begin);
 
   const FileSystem& files_;
   FileChanges& changes_;
   Destination& destination_;
-  std::int64_t nextPart_ = 1;
+  std::int64_t nextHidden_ = 1;
 };
 
 }  // namespace tresmor

@@ -15,12 +15,14 @@ namespace {
 
 std::unique_ptr<PathOperation> MakeOperation(const ShFileOpStruct& operation, const TransferTools& tools,
                                              const OperationPlan& plan, OperationRun& run) {
-  if (operation.wFunc == FO_DELETE && operation.fFlags & FOF_ALLOWUNDO) return std::make_unique<TrashFile>(tools);
+  const Passed passed = [&run](std::int64_t bytes) { return run.Passed(bytes); };
+  if (operation.wFunc == FO_DELETE && operation.fFlags & FOF_ALLOWUNDO) {
+    return std::make_unique<TrashFile>(tools, passed);
+  }
   if (operation.wFunc == FO_DELETE) return std::make_unique<DeleteFile>(tools);
   const AfterCopy after = operation.wFunc == FO_MOVE ? AfterCopy::RemoveSource : AfterCopy::KeepSource;
   const OnCollision onCollision = operation.fFlags & FOF_RENAMEONCOLLISION ? OnCollision::Rename : OnCollision::Fail;
-  return std::make_unique<TransferFile>(tools, after, plan.base, onCollision,
-                                        [&run](std::int64_t bytes) { return run.Passed(bytes); });
+  return std::make_unique<TransferFile>(tools, after, plan.base, onCollision, passed);
 }
 
 }  // namespace
@@ -36,6 +38,7 @@ FileExecutor::FileExecutor(const FileSystem& files, FileChanges& changes, TrashP
 OperationResult FileExecutor::ShFileOperation(const ShFileOpStruct& operation, OperationWatch& watch) {
   const OperationPlan plan = MakePlan(operation, tools_.files.Style());
   if (plan.trouble) return {plan.trouble.code, "Nothing was done: " + plan.trouble.reason + "."};
+  if (operation.wFunc == FO_DELETE && (operation.fFlags & FOF_ALLOWUNDO) == 0) tools_.log.GoOn();
   const bool asks = operation.wFunc == FO_DELETE && (operation.fFlags & FOF_NOCONFIRMATION) == 0;
   if (asks && !watch.Confirm(operation, static_cast<std::int64_t>(plan.items.size()))) {
     return {OperationCode::Cancelled, "Cancelled: nothing was deleted."};

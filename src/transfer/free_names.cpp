@@ -1,7 +1,7 @@
 #include "transfer/free_names.h"
 
+#include "base/path.h"
 #include "base/text.h"
-#include "transfer/operation_plan.h"
 
 namespace tresmor {
 

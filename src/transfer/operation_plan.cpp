@@ -8,17 +8,12 @@ namespace tresmor {
 
 namespace {
 
-std::string WithoutTail(std::string_view path, PathStyle style) {
-  while (path.size() > 1 && path.ends_with(style.separator)) path.remove_suffix(1);
-  return std::string(path);
-}
-
 bool IsFull(std::string_view path, PathStyle style) {
   return path.starts_with(style.separator) || (style.separator == '\\' && path.size() > 1 && path[1] == ':');
 }
 
 // Gives the item the place `to`, which has to lie below the destination.
-void SetPlace(PlanItem& item, const std::string& base, std::string_view to, PathStyle style) {
+void AssignPlace(PlanItem& item, const std::string& base, std::string_view to, PathStyle style) {
   const Trouble outside = {OperationCode::BadName, std::string(to) + " does not lie in the destination " + base};
   if (!LiesBelow(to, base, style)) {
     item.trouble = outside;
@@ -61,16 +56,6 @@ std::vector<std::string> ListedPaths(std::string_view list) {
   return paths;
 }
 
-std::string JoinPath(std::string_view folder, std::string_view name, PathStyle style) {
-  return AddTail(folder, style.Tail()).append(name);
-}
-
-std::string ParentOf(std::string_view path, PathStyle style) { return WithoutTail(GetFolderOf(path, style), style); }
-
-bool LiesBelow(std::string_view path, std::string_view folder, PathStyle style) {
-  return style.StartsWith(path, AddTail(folder, style.Tail()));
-}
-
 OperationPlan MakePlan(const ShFileOpStruct& operation, PathStyle style) {
   OperationPlan plan;
   const std::vector<std::string> sources = ListedPaths(operation.pFrom);
@@ -95,7 +80,8 @@ OperationPlan MakePlan(const ShFileOpStruct& operation, PathStyle style) {
     if (!IsFull(item.from, style)) item.trouble = {OperationCode::BadName, "it is no full path"};
     if (!places.empty()) {
       const bool whole = operation.fFlags & FOF_MULTIDESTFILES;
-      SetPlace(item, plan.base, whole ? places[i] : JoinPath(places[i], GetFileNameOf(item.from, style), style), style);
+      AssignPlace(item, plan.base, whole ? places[i] : JoinPath(places[i], GetFileNameOf(item.from, style), style),
+                  style);
     }
     plan.items.push_back(std::move(item));
   }

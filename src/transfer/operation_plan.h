@@ -31,11 +31,4 @@ OperationPlan MakePlan(const ShFileOpStruct& operation, PathStyle style);
 // The paths of a list, of which each has a NUL behind it and the last one two. An empty one is told like any other.
 std::vector<std::string> ListedPaths(std::string_view list);
 
-// "/d/name" of "/d" or "/d/" and "name".
-std::string JoinPath(std::string_view folder, std::string_view name, PathStyle style);
-// The folder that `path` stands in, without a separator at its end but for the root.
-std::string ParentOf(std::string_view path, PathStyle style);
-// Whether `path` lies below `folder`.
-bool LiesBelow(std::string_view path, std::string_view folder, PathStyle style);
-
 }  // namespace tresmor

@@ -66,10 +66,11 @@ void OperationRun::Note(std::vector<Step>& steps) {
   for (const Step& step : steps) {
     if (!step.trouble) entries.push_back(step.task.entry);
   }
-  const Errors failure = tools_.log.Write(entries);
-  if (failure == Errors::None) return;
+  const Trouble trouble = tools_.log.Write(entries);
   for (Step& step : steps) {
-    if (!step.trouble) step.trouble = TargetTrouble(failure, tools_.log.Path());
+    if (step.trouble) continue;
+    step.trouble = trouble;
+    step.noted = !trouble;
   }
 }
 
@@ -83,7 +84,7 @@ bool OperationRun::WentWithItsFolder(const std::string& path) const {
   return false;
 }
 
-void OperationRun::Settle(const Step& step, std::int64_t bytes) {
+void OperationRun::Count(const Step& step, std::int64_t bytes) {
   const bool cancelled = step.trouble.code == OperationCode::Cancelled;
   const bool gone = step.trouble.code == OperationCode::NotFound && WentWithItsFolder(step.task.item->from);
   const bool done = !step.trouble || gone;
@@ -94,19 +95,51 @@ void OperationRun::Settle(const Step& step, std::int64_t bytes) {
     first_ = step.trouble;
     firstPath_ = step.task.item->from;
   } else {
-    ++failed_;
+    ++othersFailed_;
   }
+}
+
+// Some time may have passed since the path was looked at, and what is gone for good has to be what was meant.
+Trouble OperationRun::LookAgain(const Task& task) const {
+  FileStat now;
+  const Errors failure = tools_.files.Stat(task.item->from, now);
+  if (failure != Errors::None) return SourceTrouble(failure);
+  const FileStat& was = task.stat;
+  const bool same =
+      now.kind == was.kind && now.identity == was.identity && now.size == was.size && now.modified == was.modified;
+  if (same) return {};
+  return {OperationCode::Changed, "it was changed or replaced meanwhile"};
 }
 
 void OperationRun::Perform(Step& step, PathOperation& operation) {
   const std::int64_t bytes = progress_.bytes;
   progress_.path = step.task.item->from;
   watch_.Progress(progress_);
-  if (!step.trouble) step.trouble = operation.Perform(step.task);
+  if (!step.trouble && operation.TakesAway()) step.trouble = LookAgain(step.task);
+  if (!step.trouble) {
+    step.begun = true;
+    step.trouble = operation.Perform(step.task);
+  }
   if (!step.trouble && step.task.stat.kind == EntryKind::Folder) {
     goneFolders_.insert(tools_.files.Style().Key(step.task.item->from));
   }
-  Settle(step, bytes);
+  Count(step, bytes);
+}
+
+// A failure alone doesn't tell: the file may have gone all the same.
+bool OperationRun::HasStayed(const Step& step) const {
+  if (!step.begun) return true;
+  FileStat now;
+  return step.trouble && tools_.files.Stat(step.task.item->from, now) == Errors::None &&
+         now.identity == step.task.stat.identity;
+}
+
+void OperationRun::Withdraw(const std::vector<Step>& steps) {
+  std::vector<UndoEntry> stayed;
+  for (const Step& step : steps) {
+    if (step.noted && HasStayed(step)) stayed.push_back(step.task.entry);
+  }
+  tools_.log.Withdraw(stayed);
 }
 
 OperationResult OperationRun::Result(const PathOperation& operation) const {
@@ -114,12 +147,13 @@ OperationResult OperationRun::Result(const PathOperation& operation) const {
   if (cancelled_) {
     result.code = OperationCode::Cancelled;
     result.description = "Cancelled: " + std::to_string(progress_.files) + " of " + std::to_string(progress_.allFiles) +
-                         " were " + operation.Done() + ".";
+                         " were " + operation.PastParticiple() + ".";
   }
   if (!first_) return result;
   if (!cancelled_) result.code = first_.code;
   if (cancelled_) result.description += ' ';
-  result.description += firstPath_ + " could not be " + operation.Done() + ": " + first_.reason + "." + Others(failed_);
+  result.description +=
+      firstPath_ + " could not be " + operation.PastParticiple() + ": " + first_.reason + "." + Others(othersFailed_);
   return result;
 }
 
@@ -133,6 +167,7 @@ OperationResult OperationRun::Run(PathOperation& operation) {
       if (Cancelled()) break;
       Perform(step, operation);
     }
+    Withdraw(steps);
     tools_.names.ForgetPromises();
   }
   watch_.Progress(progress_);

@@ -17,6 +17,9 @@ namespace tresmor {
 class OperationRun {
  public:
   OperationRun(const TransferTools& tools, const OperationPlan& plan, OperationWatch& watch);
+  ~OperationRun() { tools_.log.Release(); }
+  OperationRun(const OperationRun&) = delete;
+  OperationRun& operator=(const OperationRun&) = delete;
 
   OperationResult Run(PathOperation& operation);
   // So many bytes more were copied. False: cancelled.
@@ -26,13 +29,18 @@ class OperationRun {
   struct Step {
     Task task;
     Trouble trouble;
+    bool noted = false;  // in the undo log
+    bool begun = false;
   };
   void Measure();
   std::vector<Step> NextSteps(PathOperation& operation);
   void Prepare(Step& step, PathOperation& operation);
   void Note(std::vector<Step>& steps);
+  Trouble LookAgain(const Task& task) const;
   void Perform(Step& step, PathOperation& operation);
-  void Settle(const Step& step, std::int64_t bytes);
+  void Count(const Step& step, std::int64_t bytes);
+  bool HasStayed(const Step& step) const;
+  void Withdraw(const std::vector<Step>& steps);
   bool WentWithItsFolder(const std::string& path) const;
   bool Cancelled();
   OperationResult Result(const PathOperation& operation) const;
@@ -46,7 +54,7 @@ class OperationRun {
   std::unordered_set<std::string> goneFolders_;
   Trouble first_;
   std::string firstPath_;
-  std::int64_t failed_ = 0;
+  std::int64_t othersFailed_ = 0;
   bool cancelled_ = false;
 };
 

@@ -25,6 +25,9 @@ struct TransferTools {
   std::function<std::int64_t()> now;  // seconds since 1970 UTC
 };
 
+// Told of so many bytes more that were copied; false: it is cancelled.
+using Passed = std::function<bool(std::int64_t bytes)>;
+
 // One path on its way.
 struct Task {
   const PlanItem* item = nullptr;
@@ -36,10 +39,12 @@ struct Task {
 class PathOperation {
  public:
   virtual ~PathOperation() = default;
-  // What a message says was or wasn't done to a file.
-  virtual const char* Done() const = 0;
+  // What a message says was or wasn't done to a file, such as "moved".
+  virtual const char* PastParticiple() const = 0;
   // Whether it can be undone, so that its entries belong into the log.
   virtual bool Undoable() const = 0;
+  // Whether the path is gone when it is done.
+  virtual bool TakesAway() const = 0;
   // Checks the path, whose stat is filled in, and picks its new place. Changes nothing.
   virtual Trouble Prepare(Task& task) = 0;
   // Does it. A place that was taken meanwhile is replaced by another one, which is noted first.

@@ -6,20 +6,15 @@ class TransferFile::Client final : public CopyClient {
  public:
   Client(TransferFile& transfer, Task& task) : transfer_(transfer), task_(task) {}
 
+  const std::string& Place() const override { return task_.entry.to; }
+  Trouble PickAnother() override { return transfer_.PickAnother(task_); }
   bool Passed(std::int64_t bytes) override { return transfer_.passed_(bytes); }
 
-  Trouble Place(const std::string& part, std::string& placed) override {
-    Trouble trouble;
-    transfer_.Put(task_, part, trouble);
-    placed = task_.entry.to;
-    return trouble;
-  }
-
   // Disks keep the time of a file more or less exactly; undo goes by what is there now.
-  Trouble BeforeRemoval(const std::string& placed) override {
+  Trouble BeforeRemoval() override {
     FileStat stat;
-    const Errors failure = transfer_.tools_.files.Stat(placed, stat);
-    if (failure != Errors::None) return TargetTrouble(failure, placed);
+    const Errors failure = transfer_.tools_.files.Stat(Place(), stat);
+    if (failure != Errors::None) return TargetTrouble(failure, Place());
     if (stat.modified == task_.entry.modified && stat.size == task_.entry.size) return {};
     task_.entry.modified = stat.modified;
     task_.entry.size = stat.size;
@@ -31,9 +26,11 @@ class TransferFile::Client final : public CopyClient {
   Task& task_;
 };
 
-bool TransferFile::IsTaken(const Task& task, const std::string& name) const {
-  FileStat stat;
-  return tools_.files.Stat(JoinPath(task.item->folder, name, tools_.files.Style()), stat) == Errors::None;
+FreeNames::Taken TransferFile::TakenIn(const PlanItem& item) const {
+  return [this, &item](const std::string& name) {
+    FileStat stat;
+    return tools_.files.Stat(JoinPath(item.folder, name, tools_.files.Style()), stat) == Errors::None;
+  };
 }
 
 // Whether the place that is asked for is the file's own, whatever path leads there. Another hard link isn't.
@@ -50,10 +47,10 @@ bool TransferFile::IsItself(const Task& task) const {
 Trouble TransferFile::CheckKind(const Task& task) const {
   const PathStyle style = tools_.files.Style();
   if (task.stat.kind == EntryKind::Folder) {
-    if (LiesBelow(AddTail(base_, style.Tail()), task.item->from, style)) {
+    if (IsOrLiesBelow(base_, task.item->from, style)) {
       return {OperationCode::SameFile, "the destination lies in it"};
     }
-    return {OperationCode::Denied, std::string("it is a folder, and only files can be ") + Done()};
+    return {OperationCode::Denied, std::string("it is a folder, and only files can be ") + PastParticiple()};
   }
   if (task.stat.kind == EntryKind::Other && !Moves()) return {OperationCode::Denied, "it is no plain file"};
   return {};
@@ -62,7 +59,7 @@ Trouble TransferFile::CheckKind(const Task& task) const {
 Trouble TransferFile::Prepare(Task& task) {
   const PlanItem& item = *task.item;
   if (Trouble trouble = CheckKind(task)) return trouble;
-  const auto taken = [&](const std::string& name) { return IsTaken(task, name); };
+  const FreeNames::Taken taken = TakenIn(item);
   std::string name = item.name;
   if (onCollision_ == OnCollision::Rename) name = tools_.names.Pick({item.folder, item.name}, taken);
   const bool collides = name != item.name || (onCollision_ == OnCollision::Fail && taken(name));
@@ -72,34 +69,30 @@ Trouble TransferFile::Prepare(Task& task) {
   return {};
 }
 
-Trouble TransferFile::Correct(const Task& task) {
-  return Moves() ? TargetTrouble(tools_.log.Correct(task.entry), tools_.log.Path()) : Trouble{};
-}
+Trouble TransferFile::Correct(const Task& task) { return Moves() ? tools_.log.Correct(task.entry) : Trouble{}; }
 
-Errors TransferFile::Put(Task& task, const std::string& what, Trouble& trouble) {
-  for (;;) {
-    const Errors failure = tools_.changes.Rename(what, task.entry.to);
-    trouble = RenameTrouble(failure, tools_.files, what, task.entry.to);
-    if (failure != Errors::FileExists || onCollision_ == OnCollision::Fail) return failure;
-    const PlanItem& item = *task.item;
-    const auto taken = [&](const std::string& name) { return IsTaken(task, name); };
-    task.entry.to = JoinPath(item.folder, tools_.names.Next({item.folder, item.name}, taken), tools_.files.Style());
-    trouble = Correct(task);
-    if (trouble) return failure;
-  }
+Trouble TransferFile::PickAnother(Task& task) {
+  if (onCollision_ == OnCollision::Fail) return TargetTrouble(Errors::FileExists, task.entry.to);
+  if (!passed_(0)) return CancelledTrouble();
+  const PlanItem& item = *task.item;
+  const std::string name = tools_.names.Next({item.folder, item.name}, TakenIn(item));
+  task.entry.to = JoinPath(item.folder, name, tools_.files.Style());
+  return Correct(task);
 }
 
 Trouble TransferFile::Perform(Task& task) {
   const PlanItem& item = *task.item;
   if (Trouble trouble = destination_.EnterBelow(item.folder, base_)) return trouble;
+  Client client(*this, task);
   if (Moves()) {
     Trouble trouble;
-    if (Put(task, item.from, trouble) != Errors::DifferentDrive) return trouble;
+    const Errors failure = RenameToPlace(tools_.changes, item.from, client, trouble);
+    if (trouble) return trouble;
+    if (failure != Errors::DifferentDrive) return RenameTrouble(failure, tools_.files, item.from, task.entry.to);
     if (task.stat.kind != EntryKind::File) {
       return {OperationCode::Denied, "it is no plain file, which alone can be moved to another disk"};
     }
   }
-  Client client(*this, task);
   return copier_.Copy(item.from, item.folder, after_, client);
 }
 

@@ -11,9 +11,6 @@ enum class OnCollision { Fail, Rename };
 
 class TransferFile final : public PathOperation {
  public:
-  // Told of bytes that were copied; false ends it.
-  using Passed = std::function<bool(std::int64_t bytes)>;
-
   TransferFile(const TransferTools& tools, AfterCopy after, std::string base, OnCollision onCollision, Passed passed)
       : tools_(tools),
         after_(after),
@@ -23,8 +20,9 @@ class TransferFile final : public PathOperation {
         destination_(tools.files, tools.changes),
         copier_(tools.files, tools.changes, destination_) {}
 
-  const char* Done() const override { return Moves() ? "moved" : "copied"; }
+  const char* PastParticiple() const override { return Moves() ? "moved" : "copied"; }
   bool Undoable() const override { return Moves(); }
+  bool TakesAway() const override { return Moves(); }
   Trouble Prepare(Task& task) override;
   Trouble Perform(Task& task) override;
 
@@ -33,10 +31,9 @@ class TransferFile final : public PathOperation {
 
   bool Moves() const { return after_ == AfterCopy::RemoveSource; }
   Trouble CheckKind(const Task& task) const;
-  bool IsTaken(const Task& task, const std::string& name) const;
+  FreeNames::Taken TakenIn(const PlanItem& item) const;
   bool IsItself(const Task& task) const;
-  // Renames `what`; FileExists is met with another name where that is allowed.
-  Errors Put(Task& task, const std::string& what, Trouble& trouble);
+  Trouble PickAnother(Task& task);
   Trouble Correct(const Task& task);
 
   const TransferTools& tools_;

@@ -32,24 +32,29 @@ FreeNames::Taken TrashFile::TakenIn(const TrashPlace& place) const {
   };
 }
 
-void TrashFile::SetPlace(Task& task, const TrashPlace& place, const std::string& name) const {
+void TrashFile::ChooseName(Task& task, const TrashPlace& place, const std::string& name) const {
   task.entry.to = PathIn(place, "files", name, tools_.files.Style());
   task.entry.trashInfo = InfoPath(place, name, tools_.files.Style());
+}
+
+Trouble TrashFile::ChooseOtherName(Task& task, const TrashPlace& place, const std::string& name) const {
+  ChooseName(task, place, name);
+  return tools_.log.Correct(task.entry);
 }
 
 Trouble TrashFile::Prepare(Task& task) {
   task.trash = tools_.trash.Places(task.item->from);
   if (task.trash.empty()) return {OperationCode::NoTrash, "its disk has no trash"};
   const TrashPlace& place = task.trash.front();
-  if (LiesBelow(AddTail(place.folder, tools_.files.Style().Tail()), task.item->from, tools_.files.Style())) {
+  if (IsOrLiesBelow(place.folder, task.item->from, tools_.files.Style())) {
     return {OperationCode::SameFile, "the trash itself lies in it"};
   }
-  SetPlace(task, place, tools_.names.Pick(WishFor(task, place), TakenIn(place)));
+  ChooseName(task, place, tools_.names.Pick(WishFor(task, place), TakenIn(place)));
   return {};
 }
 
 // FileExists where another name is needed. Other failures are told in `trouble`.
-Errors TrashFile::Put(const Task& task, const TrashPlace& place, Trouble& trouble) {
+Errors TrashFile::MoveWithInfo(const Task& task, const TrashPlace& place, Trouble& trouble) {
   const UndoEntry& entry = task.entry;
   const std::string info = TrashInfo(entry.from, place, tools_.now(), tools_.files.Style());
   Errors failure = tools_.changes.Create(entry.trashInfo, info);
@@ -63,12 +68,12 @@ Errors TrashFile::Put(const Task& task, const TrashPlace& place, Trouble& troubl
   return failure;
 }
 
-Trouble TrashFile::PutInto(Task& task, const TrashPlace& place) {
+Trouble TrashFile::MoveInto(Task& task, const TrashPlace& place) {
   Trouble trouble;
-  while (Put(task, place, trouble) == Errors::FileExists) {
-    SetPlace(task, place, tools_.names.Next(WishFor(task, place), TakenIn(place)));
-    const Errors failure = tools_.log.Correct(task.entry);
-    if (failure != Errors::None) return TargetTrouble(failure, tools_.log.Path());
+  while (MoveWithInfo(task, place, trouble) == Errors::FileExists) {
+    if (!passed_(0)) return CancelledTrouble();
+    trouble = ChooseOtherName(task, place, tools_.names.Next(WishFor(task, place), TakenIn(place)));
+    if (trouble) return trouble;
   }
   return trouble;
 }
@@ -77,13 +82,13 @@ Trouble TrashFile::Perform(Task& task) {
   Trouble first;
   for (const TrashPlace& place : task.trash) {
     const bool prepared = LiesBelow(task.entry.to, place.folder, tools_.files.Style());
+    Trouble trouble;
     if (!prepared) {
-      SetPlace(task, place, tools_.names.Pick(WishFor(task, place), TakenIn(place)));
-      const Errors failure = tools_.log.Correct(task.entry);
-      if (failure != Errors::None) return TargetTrouble(failure, tools_.log.Path());
+      trouble = ChooseOtherName(task, place, tools_.names.Pick(WishFor(task, place), TakenIn(place)));
+      if (trouble) return trouble;
     }
-    const Trouble trouble = PutInto(task, place);
-    if (!trouble) return {};
+    trouble = MoveInto(task, place);
+    if (!trouble || trouble.code == OperationCode::Cancelled) return trouble;
     if (!first) first = trouble;
   }
   return first;

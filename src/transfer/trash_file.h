@@ -7,21 +7,24 @@ namespace tresmor {
 
 class TrashFile final : public PathOperation {
  public:
-  explicit TrashFile(const TransferTools& tools) : tools_(tools) {}
+  TrashFile(const TransferTools& tools, Passed passed) : tools_(tools), passed_(std::move(passed)) {}
 
-  const char* Done() const override { return "moved to the trash"; }
+  const char* PastParticiple() const override { return "moved to the trash"; }
   bool Undoable() const override { return true; }
+  bool TakesAway() const override { return true; }
   Trouble Prepare(Task& task) override;
   Trouble Perform(Task& task) override;
 
  private:
   FreeNames::Wish WishFor(const Task& task, const TrashPlace& place) const;
   FreeNames::Taken TakenIn(const TrashPlace& place) const;
-  void SetPlace(Task& task, const TrashPlace& place, const std::string& name) const;
-  Trouble PutInto(Task& task, const TrashPlace& place);
-  Errors Put(const Task& task, const TrashPlace& place, Trouble& trouble);
+  void ChooseName(Task& task, const TrashPlace& place, const std::string& name) const;
+  Trouble ChooseOtherName(Task& task, const TrashPlace& place, const std::string& name) const;
+  Trouble MoveInto(Task& task, const TrashPlace& place);
+  Errors MoveWithInfo(const Task& task, const TrashPlace& place, Trouble& trouble);
 
   const TransferTools& tools_;
+  const Passed passed_;
 };
 
 }  // namespace tresmor

@@ -1,27 +1,14 @@
 #include "transfer/trash_info.h"
 
 #include "base/date.h"
-#include "transfer/operation_plan.h"
+#include "base/path.h"
+#include "base/text.h"
 
 namespace tresmor {
 
 namespace {
 
-constexpr std::string_view kPlain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-_.!~*'()/";
-
-std::string PercentEncoded(std::string_view bytes) {
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
-  std::string text;
-  for (const char byte : bytes) {
-    if (kPlain.find(byte) != kPlain.npos) {
-      text += byte;
-      continue;
-    }
-    const auto value = static_cast<unsigned char>(byte);
-    text.append({'%', kDigits[value / 16], kDigits[value % 16]});
-  }
-  return text;
-}
+constexpr std::string_view kPlainMarks = "-_.!~*'()/";
 
 // "yyyy-mm-ddThh:mm:ss".
 std::string IsoDate(DateStamp stamp) {
@@ -38,7 +25,8 @@ std::string TrashInfo(const std::string& path, const TrashPlace& place, std::int
   if (!place.topFolder.empty() && LiesBelow(path, place.topFolder, style)) {
     noted.remove_prefix(AddTail(place.topFolder, style.Tail()).size());
   }
-  return "[Trash Info]\nPath=" + PercentEncoded(noted) + "\nDeletionDate=" + IsoDate(LocalStamp(unixSeconds)) + "\n";
+  return "[Trash Info]\nPath=" + PercentEncoded(noted, kPlainMarks) +
+         "\nDeletionDate=" + IsoDate(LocalStamp(unixSeconds)) + "\n";
 }
 
 }  // namespace tresmor

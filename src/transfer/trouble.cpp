@@ -19,6 +19,8 @@ OperationCode CodeOf(Errors failure, OperationCode otherwise) {
       return OperationCode::Exists;
     case Errors::BadFileName:
       return OperationCode::BadName;
+    case Errors::Overflow:
+      return OperationCode::TooLarge;
     default:
       return otherwise;
   }
@@ -34,6 +36,8 @@ std::string TargetReason(Errors failure, const std::string& place) {
       return place + " can't be written to";
     case Errors::DiskFull:
       return "the disk of " + place + " is full";
+    case Errors::Overflow:
+      return "it is too large for the disk of " + place;
     case Errors::FileExists:
       return place + " stands there already";
     case Errors::BadFileName:
@@ -73,6 +77,8 @@ Trouble TargetTrouble(Errors failure, std::string_view place) {
   if (failure == Errors::None) return {};
   return {CodeOf(failure, OperationCode::WriteFault), TargetReason(failure, std::string(place))};
 }
+
+Trouble CancelledTrouble() { return {OperationCode::Cancelled, "it was cancelled"}; }
 
 Trouble RenameTrouble(Errors failure, const FileSystem& files, const std::string& from, const std::string& to) {
   if (failure == Errors::None) return {};

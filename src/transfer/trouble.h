@@ -21,7 +21,9 @@ Trouble SourceTrouble(Errors failure);
 // One that is about another place, which the reason names: a folder, a disk, a file of the program.
 Trouble TargetTrouble(Errors failure, std::string_view place);
 
-// One of giving `from` the place `to`.
+Trouble CancelledTrouble();
+
+// One of giving the path that is worked on, `from`, the place `to`.
 Trouble RenameTrouble(Errors failure, const FileSystem& files, const std::string& from, const std::string& to);
 
 }  // namespace tresmor

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "transfer/operation_plan.h"
+#include "base/path.h"
 
 namespace tresmor {
 
@@ -11,16 +11,14 @@ class Undo::Client final : public CopyClient {
  public:
   Client(Undo& undo, const UndoEntry& entry, OperationWatch& watch) : undo_(undo), entry_(entry), watch_(watch) {}
 
+  const std::string& Place() const override { return entry_.from; }
+  Trouble PickAnother() override { return TargetTrouble(Errors::FileExists, entry_.from); }
   bool Passed(std::int64_t bytes) override {
     undo_.progress_.bytes += bytes;
     watch_.Progress(undo_.progress_);
     return !watch_.Cancelled();
   }
-  Trouble Place(const std::string& part, std::string& placed) override {
-    placed = entry_.from;
-    return RenameTrouble(undo_.changes_.Rename(part, placed), undo_.files_, part, placed);
-  }
-  Trouble BeforeRemoval(const std::string& /*placed*/) override { return {}; }
+  Trouble BeforeRemoval() override { return {}; }
 
  private:
   Undo& undo_;
@@ -43,8 +41,7 @@ Found Look(const FileSystem& files, const std::string& path, const UndoEntry& en
 
 // It failed, or was put back before, by whomever.
 bool NeverWent(Found from, Found to) {
-  const bool stands = from == Found::Itself || from == Found::SomethingElse;
-  return (stands && to == Found::Nothing) || (from == Found::Itself && to == Found::SomethingElse);
+  return from == Found::Itself && (to == Found::Nothing || to == Found::SomethingElse);
 }
 
 // What keeps something from being put back; with ReadFault it may go better later.
@@ -56,6 +53,10 @@ Trouble Check(const UndoEntry& entry, Found from, Found to) {
     return {OperationCode::ReadFault, "its place can't be looked at; it is left at " + entry.to};
   if (from == Found::Nothing) return {};
   return {OperationCode::Exists, "something stands there; it is left at " + entry.to};
+}
+
+std::string AboutLog(const UndoLog& log, const std::string& what) {
+  return "The list of what can be undone, " + log.Path() + ", " + what + ".";
 }
 
 std::int64_t BytesOf(const UndoEntry& entry) { return entry.kind == EntryKind::File ? entry.size : 0; }
@@ -79,7 +80,7 @@ Trouble Undo::Return(const UndoEntry& entry, OperationWatch& watch) {
   return copier_.Copy(entry.to, folder, AfterCopy::RemoveSource, client);
 }
 
-Trouble Undo::PutBack(const UndoEntry& entry, OperationWatch& watch) {
+Trouble Undo::ReturnIntoItsFolder(const UndoEntry& entry, OperationWatch& watch) {
   for (const std::string& folder : stuck_) {
     if (!LiesBelow(entry.from, folder, files_.Style())) continue;
     return {OperationCode::NotFound, "its folder could not be put back; it is left at " + entry.to};
@@ -89,15 +90,27 @@ Trouble Undo::PutBack(const UndoEntry& entry, OperationWatch& watch) {
   return trouble;
 }
 
+// What is gone from a folder, or was changed, is so for good; but a folder that is missing may be on a disk that is.
+bool Undo::MayComeBack(const UndoEntry& entry) const {
+  FileStat stat;
+  return Look(files_, entry.to, entry) == Found::Nothing &&
+         files_.Stat(ParentOf(entry.to, files_.Style()), stat) != Errors::None;
+}
+
 // False once it is cancelled.
 bool Undo::Take(const UndoEntry& entry, OperationWatch& watch, UndoResult& result) {
   const Found from = Look(files_, entry.from, entry);
   const Found to = Look(files_, entry.to, entry);
-  if (NeverWent(from, to)) return true;
+  if (NeverWent(from, to)) {
+    // A program that was killed may have left it.
+    if (to == Found::Nothing && !entry.trashInfo.empty()) changes_.Remove(entry.trashInfo);
+    return true;
+  }
   const std::int64_t bytes = progress_.bytes;
   Trouble trouble = Check(entry, from, to);
-  const bool mayComeBack = !trouble || trouble.code == OperationCode::ReadFault;
-  if (!trouble) trouble = PutBack(entry, watch);
+  const bool gone = (to == Found::Nothing || to == Found::SomethingElse) && !MayComeBack(entry);
+  const bool tried = !trouble;
+  if (tried) trouble = ReturnIntoItsFolder(entry, watch);
   if (trouble.code == OperationCode::Cancelled) return false;
   progress_.bytes = bytes + (trouble ? 0 : BytesOf(entry));
   if (!trouble) {
@@ -105,9 +118,10 @@ bool Undo::Take(const UndoEntry& entry, OperationWatch& watch, UndoResult& resul
     return true;
   }
   // Made anew for a file of it, the folder would be in its own way the next time.
-  if (mayComeBack && entry.kind == EntryKind::Folder) stuck_.push_back(entry.from);
+  const bool later = tried || trouble.code == OperationCode::ReadFault;
+  if (later && entry.kind == EntryKind::Folder) stuck_.push_back(entry.from);
   result.left.push_back({entry.from, trouble.reason});
-  kept_.push_back(entry);
+  if (!gone) kept_.push_back(entry);
   return true;
 }
 
@@ -122,22 +136,32 @@ void Undo::Walk(std::vector<UndoEntry>& entries, OperationWatch& watch, UndoResu
   entries.insert(entries.end(), kept_.rbegin(), kept_.rend());
 }
 
+void Undo::RunAlone(OperationWatch& watch, UndoResult& result) {
+  UndoStep step;
+  if (const Errors failure = log_.Read(step); failure != Errors::None) {
+    result.trouble = AboutLog(log_, std::string("could not be read: ") + Describe(failure));
+    return;
+  }
+  if (step.damaged) result.trouble = AboutLog(log_, "is damaged; what it can't tell any more is left where it is");
+  if (step.entries.empty() && !step.damaged) return;
+  progress_.allFiles = static_cast<std::int64_t>(step.entries.size());
+  for (const UndoEntry& entry : step.entries) progress_.allBytes += BytesOf(entry);
+  Walk(step.entries, watch, result);
+  watch.Progress(progress_);
+  if (const Errors failure = log_.Keep(step.entries); failure != Errors::None) {
+    result.trouble = AboutLog(log_, std::string("could not be written: ") + Describe(failure));
+  }
+}
+
 UndoResult Undo::Run(OperationWatch& watch) {
   UndoResult result;
-  std::vector<UndoEntry> entries;
-  if (const Errors failure = log_.Read(entries); failure != Errors::None) {
-    result.trouble =
-        "The list of what can be undone, " + log_.Path() + ", could not be read: " + Describe(failure) + ".";
-    return result;
-  }
-  if (entries.empty()) return result;
-  progress_.allFiles = static_cast<std::int64_t>(entries.size());
-  for (const UndoEntry& entry : entries) progress_.allBytes += BytesOf(entry);
-  Walk(entries, watch, result);
-  watch.Progress(progress_);
-  if (const Errors failure = log_.Keep(entries); failure != Errors::None) {
-    result.trouble =
-        "The list of what can be undone, " + log_.Path() + ", could not be written: " + Describe(failure) + ".";
+  const Errors failure = log_.HoldAlone();
+  if (failure == Errors::PathAccess) {
+    result.trouble = AboutLog(log_, "is in use by another program; nothing was put back");
+  } else if (failure != Errors::None && failure != Errors::FileNotFound) {
+    result.trouble = AboutLog(log_, std::string("could not be read: ") + Describe(failure));
+  } else if (failure == Errors::None) {
+    RunAlone(watch, result);
   }
   return result;
 }

@@ -20,25 +20,31 @@ struct UndoResult {
   };
   std::vector<Left> left;  // what could not be put back, the last that went first
   bool cancelled = false;
-  std::string trouble;  // why the log itself could not be read or written, a sentence; mostly empty
+  std::string trouble;  // what is the matter with the log itself, a sentence; mostly empty
 };
 
-// One object for one undo, with no operation beside it. It never replaces anything: something goes back only if it
-// still stands where it was put, with the size and time that it had, and nothing stands in its old place.
+// One object for one undo, with no operation beside it; where another program is at one, nothing is done. It never
+// replaces anything: something goes back only if it still stands where it was put, with the size and time that it had,
+// and nothing stands in its old place.
 class Undo {
  public:
   Undo(const FileSystem& files, FileChanges& changes, UndoLog& log);
+  ~Undo() { log_.Release(); }
+  Undo(const Undo&) = delete;
+  Undo& operator=(const Undo&) = delete;
 
-  // Walks the step from its end. What was put back, or never went, is dropped from the log, the rest stays. Progress
-  // and cancel as in operations; the question isn't asked.
+  // Walks the step from its end. What was put back, never went, or is told to have gone or changed where it was put,
+  // is dropped from the log; the rest stays. Progress and cancel as in operations; the question isn't asked.
   UndoResult Run(OperationWatch& watch);
 
  private:
   class Client;
-  Trouble PutBack(const UndoEntry& entry, OperationWatch& watch);
   Trouble Return(const UndoEntry& entry, OperationWatch& watch);
+  Trouble ReturnIntoItsFolder(const UndoEntry& entry, OperationWatch& watch);
+  bool MayComeBack(const UndoEntry& entry) const;
   bool Take(const UndoEntry& entry, OperationWatch& watch, UndoResult& result);
   void Walk(std::vector<UndoEntry>& entries, OperationWatch& watch, UndoResult& result);
+  void RunAlone(OperationWatch& watch, UndoResult& result);
 
   const FileSystem& files_;
   FileChanges& changes_;

@@ -3,35 +3,37 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <iterator>
 #include <optional>
 #include <unordered_map>
 #include <utility>
 
+#include "base/path.h"
 #include "transfer/destination.h"
-#include "transfer/operation_plan.h"
 
 namespace tresmor {
 
 namespace {
 
-constexpr std::string_view kEntry = "entry";
+constexpr std::array<std::string_view, 3> kWhats = {"entry", "instead", "never"};  // in the order of What
 constexpr std::string_view kEnd = "end";
-constexpr std::string_view kInstead = "instead";
 constexpr std::array<std::string_view, 3> kKinds = {"file", "folder", "other"};  // in the order of EntryKind
 constexpr std::size_t kTexts = 8;
 
-void AddRecord(std::string& records, std::string_view what, const UndoEntry& entry) {
+enum class What : std::uint8_t { Entry, Instead, Never };
+
+void AddRecord(std::string& records, What what, const UndoEntry& entry) {
   const std::string size = std::to_string(entry.size);
   const std::string modified = std::to_string(entry.modified);
   const std::array<std::string_view, kTexts> texts = {
-      what, entry.from, entry.to, entry.trashInfo, kKinds[static_cast<std::size_t>(entry.kind)], size, modified, kEnd};
+      kWhats[static_cast<std::size_t>(what)],       entry.from, entry.to, entry.trashInfo,
+      kKinds[static_cast<std::size_t>(entry.kind)], size,       modified, kEnd};
   for (const std::string_view text : texts) records.append(text).push_back('\0');
 }
 
-std::string Records(std::span<const UndoEntry> entries) {
-  std::string records;
-  for (const UndoEntry& entry : entries) AddRecord(records, kEntry, entry);
+// What is written at once.
+std::string Records(What what, std::span<const UndoEntry> entries) {
+  std::string records(1, '\0');
+  for (const UndoEntry& entry : entries) AddRecord(records, what, entry);
   return records;
 }
 
@@ -41,32 +43,87 @@ bool ParseNumber(std::string_view text, std::int64_t& number) {
 }
 
 struct Record {
-  bool instead = false;
+  What what = What::Entry;
   UndoEntry entry;
 };
 
-// Takes the next record off the front of `bytes`.
+// Takes the next text off the front of `bytes`.
+std::optional<std::string_view> NextText(std::string_view& bytes) {
+  const std::size_t end = bytes.find('\0');
+  if (end == bytes.npos) return std::nullopt;
+  const std::string_view text = bytes.substr(0, end);
+  bytes.remove_prefix(end + 1);
+  return text;
+}
+
+// The value that has the name at the same place of a list.
+template <class Value, std::size_t count>
+bool FindIn(const std::array<std::string_view, count>& names, std::string_view name, Value& value) {
+  const auto found = std::ranges::find(names, name);
+  value = static_cast<Value>(found - names.begin());
+  return found != names.end();
+}
+
+// Takes a record off the front of `bytes`, if one stands there.
 std::optional<Record> NextRecord(std::string_view& bytes) {
   std::array<std::string_view, kTexts> texts;
+  std::string_view rest = bytes;
   for (std::string_view& text : texts) {
-    const std::size_t end = bytes.find('\0');
-    if (end == bytes.npos) return std::nullopt;
-    text = bytes.substr(0, end);
-    bytes.remove_prefix(end + 1);
+    const auto next = NextText(rest);
+    if (!next) return std::nullopt;
+    text = *next;
   }
-  Record record{texts[0] == kInstead, {}};
+  Record record;
   UndoEntry& entry = record.entry;
   entry.from = texts[1];
   entry.to = texts[2];
   entry.trashInfo = texts[3];
-  const auto kind = std::ranges::find(kKinds, texts[4]);
-  const bool right = (record.instead || texts[0] == kEntry) && !entry.from.empty() && !entry.to.empty() &&
-                     kind != kKinds.end() && ParseNumber(texts[5], entry.size) &&
+  const bool right = FindIn(kWhats, texts[0], record.what) && !entry.from.empty() && !entry.to.empty() &&
+                     FindIn(kKinds, texts[4], entry.kind) && ParseNumber(texts[5], entry.size) &&
                      ParseNumber(texts[6], entry.modified) && texts[7] == kEnd;
   if (!right) return std::nullopt;
-  entry.kind = static_cast<EntryKind>(kind - kKinds.begin());
+  bytes = rest;
   return record;
 }
+
+// Makes a step of its records.
+class StepReader {
+ public:
+  explicit StepReader(UndoStep& step) : step_(step) {}
+
+  void Read(std::string_view bytes) {
+    bool between = false;  // behind the NUL in front of records
+    while (!bytes.empty()) {
+      if (auto record = NextRecord(bytes)) {
+        Take(std::move(*record));
+        between = false;
+        continue;
+      }
+      const auto text = NextText(bytes);
+      step_.damaged = step_.damaged || between || !text || !text->empty();
+      between = true;
+      if (!text) break;
+    }
+    std::erase_if(step_.entries, [](const UndoEntry& entry) { return entry.from.empty(); });
+  }
+
+ private:
+  void Take(Record record) {
+    const auto [known, isNew] = last_.try_emplace(record.entry.from, step_.entries.size());
+    if (record.what == What::Never) {
+      if (!isNew) step_.entries[known->second].from.clear();
+      last_.erase(known);
+    } else if (record.what == What::Instead && !isNew) {
+      step_.entries[known->second] = std::move(record.entry);
+    } else {
+      known->second = step_.entries.size();
+      step_.entries.push_back(std::move(record.entry));
+    }
+  }
+
+  UndoStep& step_;
+  std::unordered_map<std::string, std::size_t> last_;
+};
 
 Errors ReadBytes(FileReader& reader, std::string& bytes) {
   bytes.resize(static_cast<std::size_t>(reader.Size()));
@@ -77,67 +134,78 @@ Errors ReadBytes(FileReader& reader, std::string& bytes) {
 
 }  // namespace
 
-Errors UndoLog::Append(const std::string& path, const std::string& records) {
-  Errors failure = changes_.Append(path, records);
-  if (failure != Errors::FileNotFound) return failure;
-  if (Destination(files_, changes_).Enter(ParentOf(path, files_.Style()))) return failure;
-  return changes_.Append(path, records);
+std::optional<FileIdentity> UndoLog::Identity() const {
+  FileStat stat;
+  return files_.Stat(path_, stat) == Errors::None ? std::optional(stat.identity) : std::nullopt;
 }
 
-// The new step is written beside the old one and takes its place, so that a full disk leaves the old one.
+Errors UndoLog::Lock(Sharing sharing, std::unique_ptr<FileLock>& lock) const {
+  Errors failure = Errors::None;
+  lock = changes_.Lock(ParentOf(path_, files_.Style()), sharing, failure);
+  return failure;
+}
+
+// The new step is written beside the old one and takes its place in one go.
 Errors UndoLog::StartAnew(const std::string& records) {
   const std::string next = path_ + ".new";
-  const auto remove = [this](const std::string& path) {
-    const Errors failure = changes_.Remove(path);
-    return failure == Errors::FileNotFound ? Errors::None : failure;
-  };
-  Errors failure = remove(next);
-  if (failure == Errors::None) failure = Append(next, records);
-  if (failure == Errors::None) failure = remove(path_);
-  if (failure == Errors::None) failure = changes_.Rename(next, path_);
+  Errors failure = changes_.Remove(next);
+  if (failure == Errors::None || failure == Errors::FileNotFound) failure = changes_.Append(next, records);
+  return failure == Errors::None ? changes_.Replace(next, path_) : failure;
+}
+
+// A lock can't be given up in part without a moment in which others get one, so whoever began a step looks afterwards
+// if it is still there.
+Errors UndoLog::BeginStep(const std::string& records, bool& written) {
+  std::unique_ptr<FileLock> alone;
+  Errors failure = Lock(Sharing::Alone, alone);
+  if (failure == Errors::PathAccess) return Lock(Sharing::Shared, held_);
+  if (failure == Errors::None) failure = StartAnew(records);
+  if (failure != Errors::None) return failure;
+  const auto begun = Identity();
+  alone.reset();
+  failure = Lock(Sharing::Shared, held_);
+  written = begun && Identity() == begun;
   return failure;
 }
 
-Errors UndoLog::Add(const std::string& records) {
-  const Errors failure = fresh_ ? StartAnew(records) : Append(path_, records);
-  if (failure == Errors::None) fresh_ = false;
-  return failure;
+Trouble UndoLog::Add(const std::string& records) {
+  if (path_.empty()) return {OperationCode::Denied, "there is no home folder to note in how it can be undone"};
+  bool written = false;
+  if (!held_) {
+    if (Trouble trouble = Destination(files_, changes_).Enter(ParentOf(path_, files_.Style()))) return trouble;
+    const Errors failure = fresh_ ? BeginStep(records, written) : Lock(Sharing::Shared, held_);
+    if (failure == Errors::PathAccess) return {OperationCode::Denied, "files are being put back just now"};
+    if (failure != Errors::None) return TargetTrouble(failure, path_);
+  }
+  fresh_ = false;
+  return written ? Trouble{} : TargetTrouble(changes_.Append(path_, records), path_);
 }
 
-Errors UndoLog::Write(std::span<const UndoEntry> entries) {
-  return entries.empty() ? Errors::None : Add(Records(entries));
+Trouble UndoLog::Write(std::span<const UndoEntry> entries) {
+  return entries.empty() ? Trouble{} : Add(Records(What::Entry, entries));
 }
 
-Errors UndoLog::Correct(const UndoEntry& entry) {
-  std::string record;
-  AddRecord(record, kInstead, entry);
-  return Add(record);
+Trouble UndoLog::Correct(const UndoEntry& entry) { return Add(Records(What::Instead, {&entry, 1})); }
+
+void UndoLog::Withdraw(std::span<const UndoEntry> entries) {
+  if (!entries.empty()) Add(Records(What::Never, entries));
 }
 
-Errors UndoLog::Read(std::vector<UndoEntry>& entries) const {
-  entries.clear();
+Errors UndoLog::HoldAlone() { return path_.empty() ? Errors::FileNotFound : Lock(Sharing::Alone, held_); }
+
+Errors UndoLog::Read(UndoStep& step) const {
+  step = {};
   Errors failure = Errors::None;
   const auto reader = files_.Open(path_, failure);
   if (!reader) return failure == Errors::FileNotFound ? Errors::None : failure;
   std::string bytes;
   failure = ReadBytes(*reader, bytes);
-  if (failure != Errors::None) return failure;
-  std::unordered_map<std::string, std::size_t> last;
-  std::string_view rest = bytes;
-  while (auto record = NextRecord(rest)) {
-    const auto [known, isNew] = last.try_emplace(record->entry.from, entries.size());
-    if (record->instead && !isNew) {
-      entries[known->second] = std::move(record->entry);
-    } else {
-      known->second = entries.size();
-      entries.push_back(std::move(record->entry));
-    }
-  }
-  return Errors::None;
+  if (failure == Errors::None) StepReader(step).Read(bytes);
+  return failure;
 }
 
 Errors UndoLog::Keep(std::span<const UndoEntry> entries) {
-  if (!entries.empty()) return StartAnew(Records(entries));
+  if (!entries.empty()) return StartAnew(Records(What::Entry, entries));
   const Errors failure = changes_.Remove(path_);
   return failure == Errors::FileNotFound ? Errors::None : failure;
 }

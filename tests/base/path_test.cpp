@@ -124,5 +124,32 @@ TEST(StripNul, EndsAtTheFirstNul) {
   EXPECT_EQ(StripNul(""), "");
 }
 
+TEST_P(PathText, WithoutTailKeepsTheRoot) {
+  EXPECT_EQ(WithoutTail(Styled("/a/b//"), GetParam()), Styled("/a/b"));
+  EXPECT_EQ(WithoutTail(Styled("/a"), GetParam()), Styled("/a"));
+  EXPECT_EQ(WithoutTail(Styled("//"), GetParam()), Styled("/"));
+  EXPECT_EQ(WithoutTail("", GetParam()), "");
+}
+
+TEST_P(PathText, JoinsAndFindsParents) {
+  EXPECT_EQ(JoinPath(Styled("/d"), "n", GetParam()), Styled("/d/n"));
+  EXPECT_EQ(JoinPath(Styled("/"), "n", GetParam()), Styled("/n"));
+  EXPECT_EQ(ParentOf(Styled("/d/n"), GetParam()), Styled("/d"));
+  EXPECT_EQ(ParentOf(Styled("/d"), GetParam()), Styled("/"));
+  EXPECT_EQ(ParentOf("n", GetParam()), "");
+}
+
+TEST_P(PathText, KnowsWhatLiesBelow) {
+  const auto below = [&](const std::string& path) { return LiesBelow(Styled(path), Styled("/d/e"), GetParam()); };
+  const auto isOrBelow = [&](const std::string& path) {
+    return IsOrLiesBelow(Styled(path), Styled("/d/e"), GetParam());
+  };
+  EXPECT_TRUE(below("/d/e/f") && isOrBelow("/d/e/f"));
+  EXPECT_TRUE(!below("/d/e") && isOrBelow("/d/e"));
+  EXPECT_FALSE(below("/d/ef") || isOrBelow("/d/ef") || below("/d") || isOrBelow("/d"));
+  EXPECT_EQ(below("/D/E/f"), GetParam().ignoreCase);
+  EXPECT_EQ(isOrBelow("/D/E"), GetParam().ignoreCase);
+}
+
 }  // namespace
 }  // namespace tresmor

@@ -168,6 +168,12 @@ TEST(AsciiDigits, KnowsThoseOfEveryScript) {
   EXPECT_EQ(AsciiDigits(""), "");
 }
 
+TEST(PercentEncoded, LeavesLettersDigitsAndMarks) {
+  EXPECT_EQ(PercentEncoded("/a Z9~.txt", "/~."), "/a%20Z9~.txt");
+  EXPECT_EQ(PercentEncoded("\xC3\xA4%\n\x7F", ""), "%C3%A4%25%0A%7F");
+  EXPECT_EQ(PercentEncoded(std::string_view("\0", 1), ""), "%00");
+}
+
 TEST(TrimBlanks, CutsBlanksOnly) {
   EXPECT_EQ(TrimBlanks("  a b "), "a b");
   EXPECT_EQ(TrimBlanks("a"), "a");

@@ -30,8 +30,13 @@ class RenamesOnly final : public FileChanges {
     return nullptr;
   }
   Errors Remove(const std::string&) override { return Unexpected(); }
-  Errors RemoveFolder(const std::string&) override { return Unexpected(); }
   Errors FlushFolder(const std::string&) override { return Unexpected(); }
+  Errors RemoveAbandoned(const std::string&) override { return Unexpected(); }
+  Errors Replace(const std::string&, const std::string&) override { return Unexpected(); }
+  std::unique_ptr<FileLock> Lock(const std::string&, Sharing, Errors& failure) override {
+    failure = Unexpected();
+    return nullptr;
+  }
 
   std::set<std::string> paths;
 

@@ -124,6 +124,22 @@ TEST_P(FileChangesContract, RenameStaysOnItsFileSystem) {
   EXPECT_FALSE(Exists(other + "folder"));
 }
 
+TEST_P(FileChangesContract, WhereCaseCountsForNothingRenameChangesIt) {
+  place_.MakeFile(At("name"), "1");
+  place_.MakeFolder(At("folder"));
+  const bool blind = Exists(At("NAME"));
+  EXPECT_EQ(changes_.Rename(At("name"), At("NaMe")), Errors::None);
+  EXPECT_EQ(changes_.Rename(At("folder"), At("FOLDER")), Errors::None);
+  FolderListing listing;
+  ASSERT_EQ(files_.List(place_.Root(), listing), Errors::None);
+  EXPECT_EQ(listing.entries.size(), 2U);
+  EXPECT_NE(listing.names.find("NaMe"), std::string::npos);
+  EXPECT_NE(listing.names.find("FOLDER"), std::string::npos);
+  EXPECT_EQ(Exists(At("name")), blind);
+  place_.MakeFile(At("other"), "2");
+  EXPECT_EQ(changes_.Rename(At("other"), At("NaMe")), Errors::FileExists);
+}
+
 // --- Removal
 
 TEST_P(FileChangesContract, RemoveTakesFilesAndLinks) {
@@ -140,19 +156,62 @@ TEST_P(FileChangesContract, RemoveTakesFilesAndLinks) {
   EXPECT_TRUE(Exists(At("all/folder")));
 }
 
-TEST_P(FileChangesContract, RemoveFolderTakesEmptyFolders) {
+TEST_P(FileChangesContract, OnlyAbandonedCopiesAreRemovedAsSuch) {
+  place_.MakeFile(At("from"), "1");
   const std::vector<std::string> all = MakeOneOfEach("all");
-  place_.MakeLink(At("to folder"), At("all/folder"));
+  {
+    const auto copy = Begin(At("from"), At("copy"));
+    EXPECT_EQ(changes_.RemoveAbandoned(At("copy")), Errors::PathAccess);
+    EXPECT_TRUE(copy->StandsAt(At("copy")));
+  }
+  EXPECT_EQ(changes_.RemoveAbandoned(At("copy")), Errors::None);
+  EXPECT_FALSE(Exists(At("copy")));
+  EXPECT_EQ(changes_.RemoveAbandoned(At("copy")), Errors::FileNotFound);
   for (const std::string& path : all) {
-    if (Stat(path).kind == EntryKind::Folder) continue;
-    EXPECT_EQ(changes_.RemoveFolder(path), Errors::PathAccess) << path;
+    if (Stat(path).kind == EntryKind::File) continue;
+    EXPECT_EQ(changes_.RemoveAbandoned(path), Errors::PathAccess) << path;
     EXPECT_TRUE(Exists(path)) << path;
   }
-  EXPECT_EQ(changes_.RemoveFolder(At("to folder")), Errors::PathAccess);
-  EXPECT_EQ(changes_.RemoveFolder(At("all")), Errors::PathAccess);
-  EXPECT_EQ(changes_.RemoveFolder(At("all/folder")), Errors::None);
-  EXPECT_FALSE(Exists(At("all/folder")));
-  EXPECT_EQ(changes_.RemoveFolder(At("all/folder")), Errors::FileNotFound);
+}
+
+// --- Files of the program's own
+
+TEST_P(FileChangesContract, ReplaceTakesTheOldFileAway) {
+  place_.MakeFile(At("new"), "new");
+  EXPECT_EQ(changes_.Replace(At("new"), At("file")), Errors::None);
+  EXPECT_EQ(Content(At("file")), "new");
+  EXPECT_FALSE(Exists(At("new")));
+  place_.MakeFile(At("newer"), "newer");
+  EXPECT_EQ(changes_.Replace(At("newer"), At("file")), Errors::None);
+  EXPECT_EQ(Content(At("file")), "newer");
+  EXPECT_FALSE(Exists(At("newer")));
+  EXPECT_EQ(changes_.Replace(At("missing"), At("file")), Errors::FileNotFound);
+  EXPECT_EQ(Content(At("file")), "newer");
+}
+
+TEST_P(FileChangesContract, AFolderIsLockedByManyOrByOneAlone) {
+  place_.MakeFolder(At("folder"));
+  Errors failure = Errors::Device;
+  const auto lock = [&](Sharing sharing) { return changes_.Lock(At("folder"), sharing, failure); };
+  auto first = lock(Sharing::Shared);
+  EXPECT_NE(first, nullptr);
+  EXPECT_EQ(failure, Errors::None);
+  auto second = lock(Sharing::Shared);
+  EXPECT_NE(second, nullptr);
+  EXPECT_EQ(lock(Sharing::Alone), nullptr);
+  EXPECT_EQ(failure, Errors::PathAccess);
+  first.reset();
+  EXPECT_EQ(lock(Sharing::Alone), nullptr);
+  second.reset();
+  first = lock(Sharing::Alone);
+  EXPECT_NE(first, nullptr);
+  EXPECT_EQ(lock(Sharing::Shared), nullptr);
+  EXPECT_EQ(failure, Errors::PathAccess);
+  EXPECT_EQ(lock(Sharing::Alone), nullptr);
+  first.reset();
+  EXPECT_NE(lock(Sharing::Shared), nullptr);
+  EXPECT_EQ(changes_.Lock(At("missing"), Sharing::Shared, failure), nullptr);
+  EXPECT_EQ(failure, Errors::FileNotFound);
 }
 
 TEST_P(FileChangesContract, FlushFolderWaitsForAFolder) {
@@ -166,7 +225,6 @@ TEST_P(FileChangesContract, FlushFolderWaitsForAFolder) {
 
 TEST_P(FileChangesContract, AFolderWithoutAccessLetsNothingChange) {
   place_.MakeFile(At("shut/file"), "1");
-  place_.MakeFolder(At("shut/folder"));
   place_.MakeFile(At("open/file"), "2");
   place_.WithoutAccess(At("shut"), [&] {
     EXPECT_EQ(changes_.MakeFolder(At("shut/new")), Errors::PermissionDenied);
@@ -175,7 +233,8 @@ TEST_P(FileChangesContract, AFolderWithoutAccessLetsNothingChange) {
     EXPECT_EQ(changes_.Rename(At("shut/file"), At("shut/new")), Errors::PermissionDenied);
     EXPECT_EQ(changes_.Rename(At("open/file"), At("shut/new")), Errors::PermissionDenied);
     EXPECT_EQ(changes_.Remove(At("shut/file")), Errors::PermissionDenied);
-    EXPECT_EQ(changes_.RemoveFolder(At("shut/folder")), Errors::PermissionDenied);
+    EXPECT_EQ(changes_.RemoveAbandoned(At("shut/file")), Errors::PermissionDenied);
+    EXPECT_EQ(changes_.Replace(At("shut/file"), At("open/new")), Errors::PermissionDenied);
     EXPECT_EQ(BeginFailure(At("shut/file"), At("open/new"), true), Errors::PermissionDenied);
     EXPECT_EQ(BeginFailure(At("open/file"), At("shut/new"), false), Errors::PermissionDenied);
   });
@@ -206,8 +265,6 @@ TEST_P(FileChangesContract, PathsMayBeLongAndOfAnyBytes) {
   EXPECT_EQ(changes_.FlushFolder(folder), Errors::None);
   EXPECT_EQ(changes_.Remove(name), Errors::None);
   EXPECT_EQ(changes_.Remove(inside + "\x01new" + files_.Style().Tail() + "moved"), Errors::None);
-  EXPECT_EQ(changes_.RemoveFolder(inside + "\x01new"), Errors::None);
-  EXPECT_EQ(changes_.RemoveFolder(folder), Errors::None);
 }
 
 INSTANTIATE_TEST_SUITE_P(All, FileChangesContract, AllChangesImplementations(), NameOfChanges);

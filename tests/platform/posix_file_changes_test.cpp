@@ -3,9 +3,12 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/fsuid.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <sys/wait.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 
@@ -127,8 +130,18 @@ TEST_F(PosixChanges, AttributesThatMayNotBeSetAreLeft) {
     GTEST_SKIP() << "the file system has no extended attributes";
   }
   EXPECT_TRUE(WithFailingCall(SYS_fsetxattr, EOPNOTSUPP, [&] { CopyWhole(At("from"), At("to")); })) << kNoFilter;
-  EXPECT_TRUE(WithFailingCall(SYS_fsetxattr, ENOSPC, [&] {
-    EXPECT_EQ(Begin(At("from"), At("full"))->TakeAttributes(), Errors::DiskFull);
+  for (const int error : {ENOSPC, EDQUOT, E2BIG, ERANGE, ENOTSUP}) {
+    EXPECT_TRUE(WithFailingCall(SYS_fsetxattr, error, [&] {
+      EXPECT_EQ(Begin(At("from"), At("to " + std::to_string(error)))->TakeAttributes(), Errors::None);
+    })) << kNoFilter;
+  }
+  for (const int error : {EPERM, EOVERFLOW, EINVAL}) {
+    EXPECT_TRUE(WithFailingCall(SYS_fchown, error, [&] {
+      EXPECT_EQ(Begin(At("from"), At("owned " + std::to_string(error)))->TakeAttributes(), Errors::None);
+    })) << kNoFilter;
+  }
+  EXPECT_TRUE(WithFailingCall(SYS_fsetxattr, EIO, [&] {
+    EXPECT_EQ(Begin(At("from"), At("broken"))->TakeAttributes(), Errors::Device);
   })) << kNoFilter;
 }
 
@@ -284,7 +297,6 @@ TEST_F(PosixChanges, AReadOnlyDiskIsDenied) {
     ASSERT_EQ(mount("", At("disk").c_str(), nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr), 0);
     EXPECT_EQ(changes_.Create(At("disk/new"), "1"), Errors::PermissionDenied);
     EXPECT_EQ(changes_.Remove(At("disk/file")), Errors::PermissionDenied);
-    EXPECT_EQ(changes_.RemoveFolder(At("disk")), Errors::PathAccess);  // a disk stands there
   });
   if (!mounted) GTEST_SKIP() << kNoMounts;
 }
@@ -357,15 +369,106 @@ TEST_F(PosixChanges, RenameNeedsNoHelpToReplaceNothing) {
   }
 }
 
+TEST_F(PosixChanges, WhereNeitherRenameNorLinkIsSafeItTakesACopy) {
+  world_->MakeFile(At("file"), "1");
+  world_->MakeFile(At("taken"), "2");
+  for (const int error : {EPERM, ENOSYS, EOPNOTSUPP, EMLINK}) {
+    const bool filtered = WithFailingCall(SYS_renameat2, EINVAL, [&] {
+      EXPECT_TRUE(WithFailingCall(SYS_linkat, error, [&] {
+        EXPECT_EQ(changes_.Rename(At("file"), At("to")), Errors::DifferentDrive) << error;
+        EXPECT_EQ(changes_.Rename(At("file"), At("taken")), Errors::FileExists) << error;
+        EXPECT_EQ(changes_.Rename(At("file"), At(std::string(256, 'n'))), Errors::BadFileName) << error;
+        EXPECT_EQ(changes_.Rename(At("file"), At("missing/to")), Errors::FileNotFound) << error;
+      }));
+    });
+    if (!filtered) GTEST_SKIP() << kNoFilter;
+  }
+  EXPECT_EQ(Content(At("file")), "1");
+  EXPECT_EQ(Content(At("taken")), "2");
+  EXPECT_FALSE(Exists(At("to")));
+}
+
 TEST_F(PosixChanges, ARenameThatEndsHalfWayLeavesTheSourceAlone) {
   world_->MakeFile(At("file"), "1");
   const bool filtered = WithFailingCall(SYS_renameat2, EINVAL, [&] {
-    EXPECT_TRUE(WithFailingCall(SYS_linkat, EPERM,
-                                [&] { EXPECT_EQ(changes_.Rename(At("file"), At("to")), Errors::BadFileName); }));
+    EXPECT_TRUE(
+        WithFailingCall(SYS_linkat, EIO, [&] { EXPECT_EQ(changes_.Rename(At("file"), At("to")), Errors::Device); }));
+    // The second name that was given already can't be taken back either then.
+    EXPECT_TRUE(WithFailingCall(SYS_unlinkat, EIO,
+                                [&] { EXPECT_EQ(changes_.Rename(At("file"), At("half")), Errors::Device); }));
   });
   if (!filtered) GTEST_SKIP() << kNoFilter;
   EXPECT_EQ(Content(At("file")), "1");
+  EXPECT_EQ(Content(At("half")), "1");
   EXPECT_FALSE(Exists(At("to")));
+}
+
+// --- Several at work
+
+TEST_F(PosixChanges, WhatManyAppendAtOnceStandsWholeBehindEachOther) {
+  constexpr int kThreads = 4;
+  constexpr int kTimes = 50;
+  std::vector<std::thread> threads;
+  for (int t = 0; t < kThreads; ++t) {
+    threads.emplace_back([&, t] {
+      const std::string bytes(5000, static_cast<char>('a' + t));
+      for (int i = 0; i < kTimes; ++i) EXPECT_EQ(PosixFileChanges().Append(At("log"), bytes), Errors::None);
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  const std::string all = Content(At("log"));
+  ASSERT_EQ(all.size(), 5000U * kThreads * kTimes);
+  for (std::size_t at = 0; at < all.size(); at += 5000) {
+    EXPECT_EQ(all.substr(at, 5000), std::string(5000, all[at]));
+  }
+}
+
+TEST_F(PosixChanges, ACopyOfAnotherProgramLivesAsLongAsThat) {
+  world_->MakeFile(At("from"), "1");
+  int line[2] = {-1, -1};
+  ASSERT_EQ(pipe2(line, O_CLOEXEC), 0);
+  const pid_t child = fork();
+  if (child == 0) {
+    Errors failure = Errors::None;
+    bool atSource = false;
+    const auto copy = PosixFileChanges().BeginCopy(At("from"), At("part"), failure, atSource);
+    const char mark = copy ? '.' : '!';
+    if (write(line[1], &mark, 1) == 1) pause();
+    _exit(0);
+  }
+  char mark = ' ';
+  EXPECT_EQ(read(line[0], &mark, 1), 1);
+  EXPECT_EQ(mark, '.');
+  EXPECT_EQ(changes_.RemoveAbandoned(At("part")), Errors::PathAccess);
+  kill(child, SIGKILL);
+  waitpid(child, nullptr, 0);
+  EXPECT_EQ(changes_.RemoveAbandoned(At("part")), Errors::None);
+  EXPECT_FALSE(Exists(At("part")));
+  close(line[0]);
+  close(line[1]);
+}
+
+TEST_F(PosixChanges, AFolderThatMayBeWrittenButNotReadIsFlushedAllTheSame) {
+  if (geteuid() != 0) GTEST_SKIP() << "only the superuser becomes somebody else";
+  world_->MakeFolder(At("drop"));
+  ASSERT_EQ(chmod(At("drop").c_str(), 0300), 0);
+  ASSERT_EQ(chown(At("drop").c_str(), 65534, 65534), 0);
+  setfsuid(65534);
+  const Errors made = changes_.Create(At("drop/new"), "1");
+  const Errors flushed = changes_.FlushFolder(At("drop"));
+  setfsuid(0);
+  EXPECT_EQ(made, Errors::None);
+  EXPECT_EQ(flushed, Errors::None);
+}
+
+TEST_F(PosixChanges, AFileThatIsTooLargeForTheDiskIsToldFromAFullOne) {
+  world_->MakeFile(At("from"), "12345");
+  const bool filtered = WithFailingCall(SYS_pwrite64, EFBIG, [&] {
+    EXPECT_TRUE(WithFailingCall(SYS_copy_file_range, EFBIG, [&] {
+      EXPECT_EQ(Last(*Begin(At("from"), At("to")), &FileCopy::CopyNext).failure, Errors::Overflow);
+    }));
+  });
+  if (!filtered) GTEST_SKIP() << kNoFilter;
 }
 
 }  // namespace

@@ -7,6 +7,7 @@ namespace tresmor {
 
 namespace {
 
+constexpr int kAlone = 1'000'000;
 constexpr std::int64_t kBeyondTheEnd = 4096;  // that is asked for, since the file may have grown
 
 std::string ReadAll(FileReader& reader) {
@@ -29,9 +30,12 @@ class MemoryFileChanges::Copy final : public FileCopy {
         from_(std::move(from)),
         to_(std::move(to)),
         source_(std::move(source)),
-        target_(std::move(target)) {
+        target_(std::move(target)),
+        inode_(changes.InodeOf(to_)) {
     changes_.files_.Look(from_, opened_);
+    changes_.copies_.insert(inode_);
   }
+  ~Copy() override { changes_.copies_.erase(inode_); }
 
   Step CopyNext(std::int64_t most) override {
     return Stepped(Op::CopyNext, [&] {
@@ -83,6 +87,13 @@ class MemoryFileChanges::Copy final : public FileCopy {
     return same;
   }
 
+  bool StandsAt(const std::string& path) const override {
+    const Injected injected = changes_.Begin(Op::StandsAt, path, from_);
+    const bool stands = injected.failure == Errors::None && changes_.InodeOf(path) == inode_;
+    changes_.End();
+    return stands;
+  }
+
  private:
   Step ReadSource(std::int64_t offset, std::int64_t most, std::string& piece) const {
     const std::int64_t left = std::max<std::int64_t>(0, opened_.size - offset);
@@ -106,9 +117,23 @@ class MemoryFileChanges::Copy final : public FileCopy {
   const std::string to_;
   const std::unique_ptr<FileReader> source_;
   const std::unique_ptr<FileReader> target_;
+  const std::uint64_t inode_;
   FileStat opened_;
   std::string written_;
   std::int64_t compared_ = 0;
+};
+
+class MemoryFileChanges::FolderLock final : public FileLock {
+ public:
+  FolderLock(std::map<std::string, int>& locks, const std::string& folder, int holders)
+      : locks_(locks), folder_(folder) {
+    locks_[folder_] += holders;
+  }
+  ~FolderLock() override { locks_[folder_] = locks_[folder_] == kAlone ? 0 : locks_[folder_] - 1; }
+
+ private:
+  std::map<std::string, int>& locks_;
+  const std::string folder_;
 };
 
 // --- Failing and crashing
@@ -211,6 +236,11 @@ std::string MemoryFileChanges::DriveOf(const std::string& path) const {
   return drive;
 }
 
+bool MemoryFileChanges::IsBelowAny(const std::vector<std::string>& folders, const std::string& path) const {
+  return std::ranges::any_of(folders,
+                             [&](const std::string& folder) { return LiesBelow(path, folder, files_.Style()); });
+}
+
 bool MemoryFileChanges::TakeRoom(std::int64_t bytes) {
   if (bytes > room_) return false;
   room_ -= bytes;
@@ -280,6 +310,10 @@ Errors MemoryFileChanges::Rename(const std::string& from, const std::string& to)
     FileStat stat;
     Errors failure = files_.Look(from, stat);
     if (failure == Errors::None && DriveOf(from) != DriveOf(to)) failure = Errors::DifferentDrive;
+    FileStat taken;
+    if (failure == Errors::None && IsBelowAny(withoutRename_, to)) {
+      failure = files_.Look(to, taken) == Errors::None ? Errors::FileExists : Errors::DifferentDrive;
+    }
     if (failure == Errors::None) failure = CheckFolderOf(from);
     if (failure == Errors::None) failure = CheckFolderOf(to);
     if (failure == Errors::None) failure = files_.Move(from, to);
@@ -288,22 +322,52 @@ Errors MemoryFileChanges::Rename(const std::string& from, const std::string& to)
   });
 }
 
-Errors MemoryFileChanges::RemoveKind(const std::string& path, bool folder) {
+Errors MemoryFileChanges::Replace(const std::string& from, const std::string& to) {
+  return Do(Op::Replace, to, from, [&] {
+    const std::uint64_t fromFolder = InodeOf(std::string(GetFolderOf(from, files_.Style())));
+    FileStat stat;
+    Errors failure = files_.Look(from, stat);
+    if (failure == Errors::None && files_.Look(to, stat) == Errors::None) failure = RemoveFile(to);
+    if (failure == Errors::None) failure = files_.Move(from, to);
+    if (failure == Errors::None) NoteName(to, from, fromFolder);
+    return failure;
+  });
+}
+
+Errors MemoryFileChanges::RemoveFile(const std::string& path) {
   FileStat stat;
   Errors failure = files_.Look(path, stat);
-  if (failure == Errors::None && (stat.kind == EntryKind::Folder) != folder) failure = Errors::PathAccess;
+  if (failure == Errors::None && stat.kind == EntryKind::Folder) failure = Errors::PathAccess;
   if (failure == Errors::None) failure = CheckFolderOf(path);
   if (failure == Errors::None) failure = files_.Drop(path);
-  if (failure == Errors::None && (folder || stat.links == 1)) Forget(stat.identity.inode);
+  if (failure == Errors::None && stat.links == 1) Forget(stat.identity.inode);
   return failure;
 }
 
 Errors MemoryFileChanges::Remove(const std::string& path) {
-  return Do(Op::Remove, path, {}, [&] { return RemoveKind(path, false); });
+  return Do(Op::Remove, path, {}, [&] { return RemoveFile(path); });
 }
 
-Errors MemoryFileChanges::RemoveFolder(const std::string& folder) {
-  return Do(Op::RemoveFolder, folder, {}, [&] { return RemoveKind(folder, true); });
+Errors MemoryFileChanges::RemoveAbandoned(const std::string& path) {
+  return Do(Op::RemoveAbandoned, path, {}, [&] {
+    FileStat stat;
+    const Errors failure = files_.Look(path, stat);
+    if (failure != Errors::None) return failure;
+    const bool abandoned = stat.kind == EntryKind::File && !copies_.contains(stat.identity.inode);
+    return abandoned ? RemoveFile(path) : Errors::PathAccess;
+  });
+}
+
+std::unique_ptr<FileLock> MemoryFileChanges::Lock(const std::string& folder, Sharing sharing, Errors& failure) {
+  const int most = sharing == Sharing::Alone ? 0 : kAlone - 1;
+  failure = Do(Op::Lock, folder, {}, [&] {
+    FileStat stat;
+    const Errors found = files_.Look(AddTail(folder, files_.Style().Tail()), stat);
+    if (found != Errors::None) return found;
+    return locks_[folder] > most ? Errors::PathAccess : Errors::None;
+  });
+  if (failure != Errors::None) return nullptr;
+  return std::make_unique<FolderLock>(locks_, folder, sharing == Sharing::Alone ? kAlone : 1);
 }
 
 Errors MemoryFileChanges::FlushFolder(const std::string& folder) {

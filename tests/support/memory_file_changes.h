@@ -40,10 +40,13 @@ class MemoryFileChanges final : public FileChanges {
     Flush,
     CompareNext,
     SourceUnchanged,
+    StandsAt,
+    RemoveAbandoned,
     Rename,
+    Replace,
     Remove,
-    RemoveFolder,
     FlushFolder,
+    Lock,
   };
   struct Call {
     Op op = Op::Rename;
@@ -65,10 +68,13 @@ class MemoryFileChanges final : public FileChanges {
   void SetRoom(std::int64_t bytes) { room_ = bytes; }
   // No name in this very folder can be made, changed or removed.
   void SetReadOnly(const std::string& folder) { readOnly_.insert(folder); }
+  // Nothing in the folder and below it can be renamed without replacing, nor have a second name.
+  void SetWithoutRename(const std::string& folder) { withoutRename_.push_back(folder); }
   // A step of a copy passes no more than that.
   void SetPiece(std::int64_t bytes) { piece_ = bytes; }
 
-  // Calls count from 1. The call of this number fails and does nothing; SourceUnchanged says that it changed.
+  // Calls count from 1. The call of this number fails and does nothing; SourceUnchanged says that it changed, StandsAt
+  // that it doesn't.
   void FailAt(std::size_t number, Errors failure, bool atSource = false);
   // Every call of this kind on this path fails. Errors::None ends it.
   void Fail(Op op, const std::string& path, Errors failure) { failures_[{op, path}] = failure; }
@@ -86,13 +92,16 @@ class MemoryFileChanges final : public FileChanges {
   Errors Append(const std::string& path, std::string_view bytes) override;
   std::unique_ptr<FileCopy> BeginCopy(const std::string& from, const std::string& to, Errors& failure,
                                       bool& atSource) override;
+  Errors RemoveAbandoned(const std::string& path) override;
   Errors Rename(const std::string& from, const std::string& to) override;
+  Errors Replace(const std::string& from, const std::string& to) override;
   Errors Remove(const std::string& path) override;
-  Errors RemoveFolder(const std::string& folder) override;
   Errors FlushFolder(const std::string& folder) override;
+  std::unique_ptr<FileLock> Lock(const std::string& folder, Sharing sharing, Errors& failure) override;
 
  private:
   class Copy;
+  class FolderLock;
   struct Injected {
     Errors failure = Errors::None;
     bool atSource = false;
@@ -113,18 +122,22 @@ class MemoryFileChanges final : public FileChanges {
 
   Errors CheckFolderOf(const std::string& path) const;
   std::string DriveOf(const std::string& path) const;
+  bool IsBelowAny(const std::vector<std::string>& folders, const std::string& path) const;
   bool TakeRoom(std::int64_t bytes);
   std::uint64_t InodeOf(const std::string& path) const;
   void NoteName(const std::string& path, const std::string& from, std::uint64_t fromFolder);
   void Commit(std::uint64_t folder);
   void Forget(std::uint64_t inode);
   Errors MakeNew(const std::string& path, EntryKind kind);
-  Errors RemoveKind(const std::string& path, bool folder);
+  Errors RemoveFile(const std::string& path);
   void LoseNames();
   void LoseBytes(const std::string& folder);
 
   MemoryFileSystem& files_;
   std::vector<std::string> drives_;
+  std::vector<std::string> withoutRename_;
+  std::set<std::uint64_t> copies_;    // that are being made
+  std::map<std::string, int> locks_;  // how many hold one on a folder; kAlone for who holds it alone
   std::int64_t room_ = std::numeric_limits<std::int64_t>::max();
   std::int64_t piece_ = std::numeric_limits<std::int64_t>::max();
   std::set<std::string> readOnly_;

@@ -200,13 +200,15 @@ Errors MemoryFileSystem::Move(const std::string& from, const std::string& to) {
   const std::lock_guard lock(mutex_);
   Place source;
   if (const Errors failure = Find(from, LastLink::Stay, source); failure != Errors::None) return failure;
-  NodePtr folder;
-  if (const Errors failure = FindFree(to, folder); failure != Errors::None) return failure;
-  if (style_.StartsWith(to, AddTail(from, style_.Tail()))) return Errors::PathAccess;
   Place oldFolder;
   if (const Errors failure = Find(GetFolderOf(from, style_), LastLink::Follow, oldFolder); failure != Errors::None) {
     return failure;
   }
+  NodePtr folder = oldFolder.node;
+  const bool otherLetters = from != to && style_.Equal(from, to);
+  if (const Errors failure = otherLetters ? Errors::None : FindFree(to, folder); failure != Errors::None)
+    return failure;
+  if (style_.StartsWith(to, AddTail(from, style_.Tail()))) return Errors::PathAccess;
   Unlink(oldFolder.node, source.name);
   Link(folder, GetFileNameOf(to, style_), source.node);
   Touch(*source.node);

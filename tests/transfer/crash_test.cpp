@@ -66,8 +66,10 @@ struct Outcome {
   std::size_t calls = 0;
 };
 
-// Builds the world, does what comes before, and lets `arm` prepare the program that is watched.
-Outcome Play(Disks& disks, const Scenario& scenario, const std::function<void(Program&)>& arm) {
+// Builds the world, does what comes before, lets `arm` prepare the program that is watched, and `look` see it at last.
+Outcome Play(
+    Disks& disks, const Scenario& scenario, const std::function<void(Program&)>& arm,
+    const std::function<void(const Program&)>& look = [](const Program&) {}) {
   Fill(disks);
   if (scenario.undone) {
     Program before(disks);
@@ -89,6 +91,7 @@ Outcome Play(Disks& disks, const Scenario& scenario, const std::function<void(Pr
   } catch (const MemoryCrash&) {
   }
   outcome.calls = program.changes.Calls().size();
+  look(program);
   return outcome;
 }
 
@@ -204,31 +207,21 @@ TEST_P(CrashTest, EveryStepMayFail) {
   RecordProperty("harmless", harmless);
 }
 
-// Looks that fail must never be taken for "nothing there".
+// What a look that fails must never be taken for: "nothing there".
 TEST_P(CrashTest, EveryLookMayFail) {
   const Scenario& scenario = GetParam();
   const std::set<std::string> wanted = MustLast(scenario);
-  std::size_t number = 0;
+  std::size_t looks = 0;
+  Disks whole;
+  const auto count = [&looks](const Program& program) { looks = std::max(looks, program.looks.Count()); };
+  Play(
+      whole, scenario, [](Program&) {}, count);
   int cases = 0;
-  for (std::size_t look = 1, looks = 1; look <= looks; ++look, ++cases) {
+  for (std::size_t look = 1; look <= looks; ++look, ++cases) {
     SCOPED_TRACE(testing::Message() << "look " << look);
     Disks disks;
-    std::string failing;
-    number = 0;
-    Play(disks, scenario, [&](Program& program) {
-      program.files.SetHook([&](const MemoryFileSystem::Call& call) {
-        if (!failing.empty()) disks.files.FailStat(failing, Errors::None);
-        failing.clear();
-        if (call.op != MemoryFileSystem::Op::Stat || ++number != look) return;
-        FileStat stat;
-        if (disks.files.Look(call.path, stat) != Errors::None) return;
-        failing = call.path;
-        disks.files.FailStat(failing, Errors::Device);
-      });
-    });
-    disks.files.SetHook({});
-    if (!failing.empty()) disks.files.FailStat(failing, Errors::None);
-    looks = std::max(looks, number);
+    Play(
+        disks, scenario, [look](Program& program) { program.looks.FailAt(look); }, count);
     ASSERT_TRUE(HasAll(disks, wanted));
     ASSERT_TRUE(NothingHalf(disks));
     ASSERT_TRUE(Untouched(disks));
@@ -238,6 +231,25 @@ TEST_P(CrashTest, EveryLookMayFail) {
   }
   EXPECT_GT(cases, 3);
   RecordProperty("cases", cases);
+}
+
+TEST_P(CrashTest, EveryTrashMayBeMissing) {
+  const Scenario& scenario = GetParam();
+  const std::set<std::string> wanted = MustLast(scenario);
+  std::size_t asked = 0;
+  Disks whole;
+  Play(
+      whole, scenario, [](Program&) {}, [&](const Program& program) { asked = program.trash.asked; });
+  for (std::size_t missing = 1; missing <= asked; ++missing) {
+    Disks disks;
+    const Outcome outcome = Play(disks, scenario, [&](Program& program) { program.trash.missingAt = missing; });
+    EXPECT_EQ(outcome.code, OperationCode::NoTrash);
+    ASSERT_TRUE(HasAll(disks, wanted));
+    ASSERT_TRUE(Untouched(disks));
+    Program(disks).Undone();
+    ASSERT_TRUE(AllBack(disks));
+  }
+  RecordProperty("cases", static_cast<int>(asked));
 }
 
 INSTANTIATE_TEST_SUITE_P(All, CrashTest, testing::ValuesIn(Scenarios()), [](const auto& info) {

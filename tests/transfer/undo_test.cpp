@@ -278,6 +278,84 @@ TEST_F(UndoTest, TellsWhenItsLogCannotBeReadOrWritten) {
             "The list of what can be undone, /home/me/state/undo, could not be written: Device I/O error.");
 }
 
+TEST_F(UndoTest, TellsWhatIsGoneThoughSomethingNewStandsInItsPlace) {
+  Make("/a/one");
+  Do(TrashThese({"/a/one"}));
+  files.Remove("/home/me/Trash/files/one");
+  files.Remove("/home/me/Trash/info/one.trashinfo");
+  files.MakeFile("/a/one", "new");
+  EXPECT_THAT(Left(0), ElementsAre("/a/one: it is no longer at /home/me/Trash/files/one"));
+  EXPECT_EQ(AllFiles(files).at("/a/one"), "new");
+  EXPECT_THAT(Left(0), ElementsAre());
+}
+
+TEST_F(UndoTest, TellsOnceOfWhatCanNeverComeBackButAgainOfWhatMay) {
+  for (const char* path : {"/a/one", "/a/two", "/a/three"}) Make(path);
+  files.MakeFolder("/usb/d");
+  Do(PutThese(FO_MOVE, {"/a/one", "/a/two"}, "/d"));
+  Do(PutThese(FO_MOVE, {"/a/three"}, "/usb/d"));
+  files.Remove("/d/one");
+  files.SetContent("/d/two", "changed");
+  changes.SetHook({});
+  ASSERT_EQ(changes.Rename("/usb/d", "/usb/unplugged"), Errors::None);
+  EXPECT_EQ(Left(0).size(), 3U);
+  EXPECT_THAT(Left(0), ElementsAre("/a/three: it is no longer at /usb/d/three"));
+  ASSERT_EQ(changes.Rename("/usb/unplugged", "/usb/d"), Errors::None);
+  EXPECT_THAT(Left(1), ElementsAre());
+  EXPECT_TRUE(Stands("/a/three"));
+}
+
+TEST_F(UndoTest, SaysNothingOfWhatACancelLeftInItsPlace) {
+  Make("/a/one");
+  Make("/a/two");
+  program.watch.cancelled = [this] { return Stands("/d/one"); };
+  EXPECT_EQ(program.Do(PutThese(FO_MOVE, {"/a/one", "/a/two"}, "/d")).code, OperationCode::Cancelled);
+  program.watch.cancelled = nullptr;
+  files.SetContent("/a/two", "edited");
+  EXPECT_THAT(Left(1), ElementsAre());
+  EXPECT_EQ(AllFiles(files).at("/a/two"), "edited");
+}
+
+TEST_F(UndoTest, TakesAwayATrashinfoThatAKilledProgramLeft) {
+  Make("/a/one");
+  changes.SetHook([this](const MemoryFileChanges::Call& call) {
+    if (call.op == Op::Create) changes.CrashAfter(changes.Calls().size(), MemoryFileChanges::Crash::OfProgram);
+  });
+  EXPECT_THROW(program.Do(TrashThese({"/a/one"})), MemoryCrash);
+  EXPECT_TRUE(Stands("/home/me/Trash/info/one.trashinfo"));
+  EXPECT_EQ(Program(disks).Undone().putBack, 0);
+  EXPECT_FALSE(Stands("/home/me/Trash/info/one.trashinfo"));
+  EXPECT_TRUE(Stands("/a/one"));
+}
+
+TEST_F(UndoTest, AFolderThatVanishesUnderACopyBackIsToldAsSuch) {
+  Make("/a/in/one");
+  Do(PutThese(FO_MOVE, {"/a/in/one"}, "/usb/d"));
+  changes.SetHook([this](const MemoryFileChanges::Call& call) {
+    if (call.op == Op::Rename && call.from.ends_with(".part")) files.Remove("/a/in");
+  });
+  EXPECT_THAT(Left(0), ElementsAre("/a/in/one: /a/in is not there"));
+  EXPECT_TRUE(Stands("/usb/d/one"));
+}
+
+TEST_F(UndoTest, TellsOfDamageAndPutsBackTheRest) {
+  Make("/a/one");
+  Make("/a/two");
+  Do(PutThese(FO_MOVE, {"/a/one", "/a/two"}, "/d"));
+  std::string log = AllFiles(files).at("/home/me/state/undo");
+  log[log.find("/a/one")] = '\0';
+  files.SetContent("/home/me/state/undo", log);
+  const UndoResult result = program.Undone();
+  EXPECT_EQ(result.putBack, 1);
+  EXPECT_EQ(
+      result.trouble,
+      "The list of what can be undone, /home/me/state/undo, is damaged; what it can't tell any more is left where "
+      "it is.");
+  EXPECT_TRUE(Stands("/d/one"));
+  EXPECT_TRUE(Stands("/a/two"));
+  EXPECT_EQ(program.Undone().trouble, "");
+}
+
 }  // namespace
 
 }  // namespace tresmor

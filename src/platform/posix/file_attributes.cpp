@@ -18,7 +18,8 @@ namespace {
 
 constexpr char kAccessList[] = "system.posix_acl_access";
 
-// What a call's result says, where a refusal is none: the file system hasn't got it, or this user may not set it.
+// What a call's result says, where a refusal is none: the file system hasn't got it or no room for it, or this user may
+// not set it.
 Errors UnlessRefused(int result) {
   if (result == 0) return Errors::None;
   switch (errno) {
@@ -27,6 +28,11 @@ Errors UnlessRefused(int result) {
     case ENOTSUP:
     case ENOSYS:
     case EINVAL:
+    case ENOSPC:
+    case EDQUOT:
+    case E2BIG:
+    case ERANGE:
+    case EOVERFLOW:
       return Errors::None;
     default:
       return PathFailure(errno);

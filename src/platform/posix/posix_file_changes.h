@@ -12,10 +12,12 @@ class PosixFileChanges final : public FileChanges {
   Errors Append(const std::string& path, std::string_view bytes) override;
   std::unique_ptr<FileCopy> BeginCopy(const std::string& from, const std::string& to, Errors& failure,
                                       bool& atSource) override;
+  Errors RemoveAbandoned(const std::string& path) override;
   Errors Rename(const std::string& from, const std::string& to) override;
+  Errors Replace(const std::string& from, const std::string& to) override;
   Errors Remove(const std::string& path) override;
-  Errors RemoveFolder(const std::string& folder) override;
   Errors FlushFolder(const std::string& folder) override;
+  std::unique_ptr<FileLock> Lock(const std::string& folder, Sharing sharing, Errors& failure) override;
 };
 
 }  // namespace tresmor

@@ -32,6 +32,8 @@ std::span<char> Piece(std::vector<char>& buffer, std::int64_t length) {
   return {buffer.data(), static_cast<std::size_t>(std::min(length, kPiece))};
 }
 
+Errors WriteFailure(int error) { return error == EFBIG ? Errors::Overflow : PathFailure(error); }
+
 FileCopy::Step Passed(std::size_t bytes) { return {static_cast<std::int64_t>(bytes), Errors::None, false}; }
 
 }  // namespace
@@ -65,7 +67,7 @@ FileCopy::Step PosixFileCopy::CopyNext(std::int64_t most) {
   if (!copied_.extent.hole) {
     step = CopyBytes(length);
   } else if (ftruncate(target_.Number(), copied_.at + length) != 0) {
-    step = {0, PathFailure(errno), false};
+    step = {0, WriteFailure(errno), false};
   }
   copied_.at += step.bytes;
   return step;
@@ -89,7 +91,7 @@ FileCopy::Step PosixFileCopy::ReadAndWrite(std::int64_t length) {
   const std::span<char> piece = Piece(buffer_, length);
   const FileReader::Result result = ReadFully(source_.Number(), copied_.at, piece);
   if (result.failure != Errors::None) return {0, result.failure, true};
-  if (!WriteFully(target_.Number(), copied_.at, {piece.data(), result.got})) return {0, PathFailure(errno), false};
+  if (!WriteFully(target_.Number(), copied_.at, {piece.data(), result.got})) return {0, WriteFailure(errno), false};
   return Passed(result.got);
 }
 
@@ -129,6 +131,14 @@ bool PosixFileCopy::SourceUnchanged() const {
   const ShortPath at(from_);
   return at.Failure() == Errors::None && fstatat(at.Folder(), at.Rest(), &there, AT_SYMLINK_NOFOLLOW) == 0 &&
          fstat(source_.Number(), &opened) == 0 && SameFile(opened_, there) && SameFile(opened_, opened);
+}
+
+bool PosixFileCopy::StandsAt(const std::string& path) const {
+  struct stat own {};
+  struct stat there {};
+  const ShortPath at(path);
+  return at.Failure() == Errors::None && fstatat(at.Folder(), at.Rest(), &there, AT_SYMLINK_NOFOLLOW) == 0 &&
+         fstat(target_.Number(), &own) == 0 && own.st_dev == there.st_dev && own.st_ino == there.st_ino;
 }
 
 }  // namespace tresmor

@@ -22,6 +22,7 @@ class PosixFileCopy final : public FileCopy {
   Errors Flush() override;
   Step CompareNext(std::int64_t most) override;
   bool SourceUnchanged() const override;
+  bool StandsAt(const std::string& path) const override;
 
  private:
   // From a place in a file on: a hole, or bytes to be read.

@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "base/path.h"
+#include "platform/posix/open_folder.h"
 #include "platform/posix/regular_file.h"
 #include "platform/posix/short_path.h"
 
@@ -118,15 +119,6 @@ unsigned NewFileMode() {
   return 0666 & ~mask;
 }
 
-void FlushFolder(int folder) {
-  const Descriptor opened(openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (opened.IsOpen()) fsync(opened.Number());
-}
-
-Descriptor StepInto(const Descriptor& folder, const std::string& name) {
-  return Descriptor(openat(folder.Number(), name.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
-}
-
 }  // namespace
 
 PosixFileWriter::PosixFileWriter(NewFiles newFiles, std::chrono::milliseconds patience)
@@ -154,7 +146,7 @@ Errors PosixFileWriter::Replace(const std::string& path, std::string_view bytes)
     file.SetMode(newFileMode_);
   }
   if (!file.Write(bytes) || !file.Place(name)) return PathFailure(errno);
-  FlushFolder(folder.Number());
+  FlushOpenFolder(folder.Number());
   return Errors::None;
 }
 
@@ -168,11 +160,7 @@ Errors PosixFileWriter::MakeFolder(const std::string& folder) const {
     const std::string name = folder.substr(begin, end - begin);
     begin = end + 1;
     if (name.empty()) continue;
-    Descriptor next = StepInto(at, name);
-    if (!next.IsOpen() && errno == ENOENT &&
-        (mkdirat(at.Number(), name.c_str(), newFolderMode_) == 0 || errno == EEXIST)) {
-      next = StepInto(at, name);
-    }
+    Descriptor next = OpenOrMakeFolder(at.Number(), name, newFolderMode_);
     if (!next.IsOpen()) return PathFailure(errno);
     at = std::move(next);
   }

@@ -1,10 +1,10 @@
 #include "platform/posix/posix_shell.h"
 
-#include <cctype>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
 
+#include "base/text.h"
 #include "platform/posix/fixed_disk.h"
 #include "platform/posix/kept_folder.h"
 #include "platform/posix/mount_table.h"
@@ -18,21 +18,8 @@ namespace {
 constexpr char kOpener[] = "xdg-open";
 constexpr unsigned kAnswerSeconds = 5;  // a file manager may have to be started first
 
-// Everything but letters, digits and the separator as "%HH": neither a URI nor the commands below see any other mark.
-std::string FileUri(std::string_view path) {
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
-  constexpr std::string_view kPlain = "/-._~";
-  std::string uri = "file://";
-  for (const char c : path) {
-    const auto byte = static_cast<unsigned char>(c);
-    if (byte < 0x80 && (std::isalnum(byte) != 0 || kPlain.find(c) != kPlain.npos)) {
-      uri += c;
-    } else {
-      uri += {'%', kDigits[byte / 16U], kDigits[byte % 16U]};
-    }
-  }
-  return uri;
-}
+// Neither a URI nor the commands below see any other mark.
+std::string FileUri(std::string_view path) { return "file://" + PercentEncoded(path, "/-._~"); }
 
 // The file manager's call, by either of two programs, which wait for its answer.
 std::vector<Command> PropertyCommands(const std::string& uri) {

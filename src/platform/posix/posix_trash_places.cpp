@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "base/path.h"
+#include "platform/posix/open_folder.h"
 #include "platform/posix/short_path.h"
 #include "platform/posix/trash_folder.h"
 
@@ -46,26 +47,14 @@ bool Ask(const Descriptor& folder, FolderFacts& facts) {
   return true;
 }
 
-std::string WithoutTail(std::string_view path) {
-  while (path.size() > 1 && path.ends_with('/')) path.remove_suffix(1);
-  return std::string(path);
-}
-
 std::string FolderOf(const std::string& path) {
-  const std::string folder(GetFolderOf(WithoutTail(path), PathStyle::Posix()));
-  return folder.empty() ? "." : WithoutTail(folder);
+  const std::string folder = ParentOf(WithoutTail(path, PathStyle::Posix()), PathStyle::Posix());
+  return folder.empty() ? "." : folder;
 }
 
 Descriptor OpenFolder(const std::string& folder) {
   const ShortPath at(folder);
   return at.Failure() == Errors::None ? Descriptor(openat(at.Folder(), at.Rest(), kFolder)) : Descriptor();
-}
-
-Descriptor OpenOrMakeIn(const Descriptor& parent, const std::string& name, int flags) {
-  Descriptor opened(openat(parent.Number(), name.c_str(), flags));
-  if (opened.IsOpen() || errno != ENOENT) return opened;
-  mkdirat(parent.Number(), name.c_str(), kThisUserAlone);
-  return Descriptor(openat(parent.Number(), name.c_str(), flags));
 }
 
 // Opens a folder of this volume, and makes it where it is missing, with those above it. None if it lies, or would lie,
@@ -78,14 +67,14 @@ Descriptor OpenOrMake(const std::string& folder, const Volume& volume) {
   const std::string above = FolderOf(folder);
   const Descriptor parent = above == folder ? Descriptor() : OpenOrMake(above, volume);
   if (!parent.IsOpen()) return Descriptor();
-  return OpenOrMakeIn(parent, std::string(GetFileNameOf(folder, PathStyle::Posix())), kFolder);
+  return OpenOrMakeFolder(parent.Number(), std::string(GetFileNameOf(folder, PathStyle::Posix())), kThisUserAlone);
 }
 
 // Opens `name` in a folder, and makes it where it is missing. None unless it is a real folder, this user's, and on this
 // volume.
 Descriptor OpenOwn(const Descriptor& parent, const std::string& name, const Volume& volume) {
   if (!parent.IsOpen()) return Descriptor();
-  Descriptor own = OpenOrMakeIn(parent, name, kFolder | O_NOFOLLOW);
+  Descriptor own = OpenOrMakeFolder(parent.Number(), name, kThisUserAlone, O_NOFOLLOW);
   FolderFacts facts;
   const bool mine = Ask(own, facts) && facts.owner == geteuid() && facts.volume == volume;
   return mine ? std::move(own) : Descriptor();

@@ -17,15 +17,10 @@ namespace tresmor {
 
 namespace {
 
-std::string WithoutTail(std::string folder) {
-  while (folder.size() > 1 && folder.ends_with('/')) folder.pop_back();
-  return folder;
-}
-
 // A variable that names a folder; empty unless its path is absolute, as the others don't count.
 std::string FolderVariable(const char* name) {
   const char* const value = std::getenv(name);
-  return value != nullptr && value[0] == '/' ? WithoutTail(value) : "";
+  return value != nullptr && value[0] == '/' ? WithoutTail(value, PathStyle::Posix()) : "";
 }
 
 std::string HomeOfUser() {
@@ -33,7 +28,7 @@ std::string HomeOfUser() {
   passwd entry{};
   passwd* found = nullptr;
   getpwuid_r(getuid(), &entry, space.data(), space.size(), &found);
-  return found != nullptr && found->pw_dir != nullptr ? WithoutTail(found->pw_dir) : "";
+  return found != nullptr && found->pw_dir != nullptr ? WithoutTail(found->pw_dir, PathStyle::Posix()) : "";
 }
 
 // Cuts `what` off the beginning of `text`, with the blanks around it.
@@ -63,8 +58,9 @@ std::optional<std::string> ListedFolder(std::string_view line, std::string_view 
   if (!folder) return std::nullopt;
   constexpr std::string_view kBelowHome = "$HOME/";
   if (*folder == "$HOME") return home;
-  if (folder->starts_with(kBelowHome)) return WithoutTail(AddTail(home, "/") + folder->substr(kBelowHome.size()));
-  if (folder->starts_with('/')) return WithoutTail(*folder);
+  if (folder->starts_with(kBelowHome))
+    return WithoutTail(AddTail(home, "/") + folder->substr(kBelowHome.size()), PathStyle::Posix());
+  if (folder->starts_with('/')) return WithoutTail(*folder, PathStyle::Posix());
   return std::nullopt;
 }
 
