@@ -21,11 +21,10 @@ namespace {
 
 namespace chr = std::chrono;
 
-constexpr std::int64_t kDay = 86400;
 constexpr chr::sys_days kDayZero = chr::year{1899} / 12 / 30;
-constexpr std::int64_t kUnixZero = -std::int64_t{kDayZero.time_since_epoch().count()} * kDay;
+constexpr std::int64_t kUnixZero = -std::int64_t{kDayZero.time_since_epoch().count()} * kOneDay;
 
-constexpr DateStamp Midnight(chr::sys_days day) { return std::int64_t{(day - kDayZero).count()} * kDay; }
+constexpr DateStamp Midnight(chr::sys_days day) { return std::int64_t{(day - kDayZero).count()} * kOneDay; }
 
 std::optional<DateStamp> Midnight(unsigned year, unsigned month, unsigned day) {
   if (month > 12 || day > 31) return std::nullopt;  // the types below keep a byte of these
@@ -285,6 +284,11 @@ DateStamp LocalStamp(std::int64_t unixSeconds) {
   return UtcStamp(unixSeconds) + fields.tm_gmtoff;
 }
 
+DateStamp AddMonths(DateStamp stamp, int months) {
+  const chr::year_month_day date = chr::year_month_day{DayOf(stamp)} + chr::months{months};
+  return Midnight(date.ok() ? date : date.year() / date.month() / chr::last);
+}
+
 std::string FormatStamp(DateStamp stamp) {
   const chr::seconds seconds = HeldStamp(stamp);
   const auto days = chr::floor<chr::days>(seconds);
@@ -381,7 +385,7 @@ std::string FormatNamedDay(DateStamp stamp) {
 
 std::string FormatElapsed(std::int64_t seconds) {
   std::string text = "hh:mm:ss";
-  PutTime(text, 0, (seconds % kDay + kDay) % kDay);
+  PutTime(text, 0, (seconds % kOneDay + kOneDay) % kOneDay);
   return text;
 }
 

@@ -11,10 +11,15 @@ namespace tresmor {
 
 using DateStamp = std::int64_t;
 inline constexpr DateStamp kZeroDate = 0;
+inline constexpr DateStamp kOneDay = 86400;
 
 // Seconds since 1970-01-01 00:00:00 UTC to a stamp on the UTC clock and on this machine's local clock.
 DateStamp UtcStamp(std::int64_t unixSeconds);
 DateStamp LocalStamp(std::int64_t unixSeconds);
+
+// The day so many calendar months later, or earlier for a negative number: midnight of the same day of the month, or of
+// the month's last day where it has no such one.
+DateStamp AddMonths(DateStamp stamp, int months);
 
 // "yyyy/mm/dd hh:mm:ss"; years above 9999 or below 0 are held at the nearest date that fits.
 std::string FormatStamp(DateStamp stamp);

@@ -20,16 +20,6 @@ void CheckFolder(const std::string& folder, const std::string& typed, const Scop
                  (ExistsPath(ports.files, std::string(name)) ? "' is no folder." : "' does not exist."));
 }
 
-void AddRow(ListView& lstPath, const ScopeRow& row) {
-  const std::vector<CellValue> cells = {row.SubFolder, row.MinSize, row.MaxSize, row.Date, row.SearchTarget};
-  lstPath.SetSmallIcon(lstPath.AddRow(row.Text, cells), ScopeRow::kIncluded);
-}
-
-void AddExcludedRow(ListView& lstPath, const std::string& folder) {
-  const std::vector<CellValue> cells = {"Yes"};
-  lstPath.SetSmallIcon(lstPath.AddRow(folder, cells), ScopeRow::kExcluded);
-}
-
 }  // namespace
 
 // As text alone: "." and doubled separators say nothing and go, but ".." stays, since what it means hangs on links.
@@ -64,7 +54,7 @@ void AddScopeRows(FrmMain& frm, const FindOptions& options, const ScopePorts& po
     row.SearchTarget = searchTarget;
     for (const std::string& typed : folders) {
       row.Text = ExistingFolder(typed, ports) + options.pattern;
-      AddRow(frm.lstPath, row);
+      AddIncludedRow(frm.lstPath, row);
     }
   };
   add(options.paths, "Yes");

@@ -22,8 +22,8 @@ std::int32_t ChoiceList::ListIndex() const {
 
 void ChoiceList::Choose(std::int32_t index) {
   At(index);
-  if (index == chosen_) return;
-  Announce(Notice::What::Value, index, index, [&] { chosen_ = index; });
+  if (index != chosen_) Announce(Notice::What::Value, index, index, [&] { chosen_ = index; });
+  if (OnClick) OnClick();
 }
 
 }  // namespace tresmor

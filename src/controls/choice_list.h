@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -18,10 +19,11 @@ class ChoiceList : public Control {
   const std::string& List(std::int32_t index) const { return entries_[At(index)]; }
 
   std::int32_t ListIndex() const;
-  // Listeners hear of it whoever chooses, but never of the entry that is chosen already.
+  // Listeners hear of it whoever chooses, but never of the entry that is chosen already. Calls OnClick every time.
   void Choose(std::int32_t index);
 
   Property<std::uint32_t> BackColor{*this, Notice::What::BackColor, kWindowGround};
+  std::function<void()> OnClick;
 
  private:
   std::size_t At(std::int32_t index) const;

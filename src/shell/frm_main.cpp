@@ -8,23 +8,9 @@ namespace {
 
 // Topics of the help.
 constexpr std::int32_t kMainHelp = 102;
-constexpr std::int32_t kScopeHelp = 117;
 constexpr std::int32_t kSearchOptionHelp = 118;
 
 }  // namespace
-
-ScopeControls::ScopeControls() {
-  lstPath.AddColumn({"Path", 5292});
-  lstPath.AddColumn({"Sub-folder", 1411});
-  lstPath.AddColumn({"Min. Size", 1764});
-  lstPath.AddColumn({"Max. Size", 1764});
-  lstPath.AddColumn({"Date", 2540});
-  lstPath.AddColumn({"Search Target", 2540});
-  for (TextBox* const size : {&txtMinSz, &txtMaxSz}) size->MaxLength = 9;
-  txtDate.Enabled = false;
-  for (std::size_t i = 1; i < frmPath.size(); ++i) frmPath[i].Visible = false;
-  frmSelPath.HelpContextID = kScopeHelp;
-}
 
 SearchControls::SearchControls() { fraSrch.HelpContextID = kSearchOptionHelp; }
 
@@ -40,7 +26,7 @@ FrmMain::FrmMain() : Window("Tresmor - No Duplicate Files", {0, 0, 10140, 7524})
 }
 
 void Init(FrmMain& frm) {
-  frm.lstPath.Clear();
+  ClearScope(frm);
   for (ListView& lst : frm.results.lstResult) lst.Clear();
   for (std::int32_t i = 0; i < frm.lstSrchType.Count(); ++i) {
     frm.lstSrchType.SetTicked(i, i != static_cast<std::int32_t>(SrchType::Portions));

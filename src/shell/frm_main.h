@@ -7,34 +7,21 @@
 #include "controls/button.h"
 #include "controls/check_box.h"
 #include "controls/check_list.h"
-#include "controls/choice_list.h"
-#include "controls/combo_box.h"
 #include "controls/frame.h"
 #include "controls/list_view.h"
 #include "controls/mouse_pointer.h"
 #include "controls/progress_bar.h"
 #include "controls/status_bar.h"
 #include "controls/tab_strip.h"
-#include "controls/text_box.h"
 #include "controls/timer.h"
 #include "controls/window.h"
 #include "persist/session_file.h"
 #include "results/preview.h"
 #include "results/result_lists.h"
+#include "scope/scope_controls.h"
 #include "shell/main_menu.h"
 
 namespace tresmor {
-
-// Sub-items of a row of lstPath. The icon tells a folder to search from one to keep out (ScopeRow); a row of the second
-// kind has no cells behind the sub-folder one.
-enum : std::int16_t {
-  kScopeTextItem = 0,  // the folder, directly followed by its patterns
-  kSubFolderItem = 1,
-  kMinSizeItem = 2,
-  kMaxSizeItem = 3,
-  kSinceItem = 4,
-  kSearchTargetItem = 5,
-};
 
 // What the button that starts a search says at rest, and while one runs: the program's own sign of a running search.
 inline constexpr char kSearchCaption[] = "&Search";
@@ -42,30 +29,6 @@ inline constexpr char kCancelCaption[] = "&Cancel";
 
 // What the panel says while nothing is going on.
 inline constexpr char kReadyText[] = "Tresmor is ready.";
-
-// The fields and boxes in which a scope row is put together, the list of such rows, and the buttons between.
-struct ScopeControls {
-  ScopeControls();
-
-  Frame frmSelPath{"1. Select Paths", {120, 0, 6615, 3135}};
-  TabStrip TabPath{{"Path", "File Size", "Date", "Scope"}, {120, 240, 6615, 1215}};
-  std::int16_t CurPathTab = 0;   // the index of the frame on show
-  std::array<Frame, 4> frmPath;  // one a tab
-  ComboBox txtPath;              // first frame, as are the next four
-  Button cmdBrowseFolder{"&Browse..."};
-  CheckBox chkSubDir{true, "S&ub-Folder"};
-  ComboBox txtExt{"*.*"};
-  CheckBox chkExclude{false, "E&xclude"};
-  TextBox txtMinSz;  // kilobytes; second frame
-  TextBox txtMaxSz;
-  // Third frame.
-  ChoiceList cmbDate{{"Any", "Since last day", "Since last week", "Since last month", "Since last year", "Specified"}};
-  TextBox txtDate;
-  ChoiceList cmbSrchArea{{"Search Target", "Search Area"}};  // fourth frame
-  ListView lstPath{{1200, 1560, 5295, 1455}};                // the scope rows
-  Button cmdAdd{"Add&>", {120, 1560, 975, 375}};
-  Button cmdRemove{"&<Remove", {120, 2040, 975, 375}};
-};
 
 // What a search is to look for, and the button that starts and cancels it.
 struct SearchControls {

@@ -1,14 +1,21 @@
 #include "shell/search_checks.h"
 
 #include "base/number.h"
+#include "desk/flash_ctrl.h"
 #include "search/scope_row.h"
 
 namespace tresmor {
 namespace {
 
-constexpr SearchCheck kNoPath = {"Select Path",
-                                 "Please select path before search. Remember to click [Add>] to add path."};
-constexpr SearchCheck kNoType = {"Select Search Type", "Please select at least one search type."};
+void PointOutAdding(FrmMain& frm, EventQueue& events) {
+  FlashCtrl(frm.cmdAdd, events);
+  FocusField(frm, kPathTab, frm.txtPath);
+}
+void PointOutTypes(FrmMain& frm, EventQueue& events) { FlashCtrl(frm.lstSrchType, events); }
+
+constexpr SearchCheck kNoPath = {
+    "Select Path", "Please select path before search. Remember to click [Add>] to add path.", PointOutAdding};
+constexpr SearchCheck kNoType = {"Select Search Type", "Please select at least one search type.", PointOutTypes};
 constexpr SearchCheck kNoIncludedPath = {
     "At least one included path required",
     "Please include at least one path before search.\r\n\r\n"

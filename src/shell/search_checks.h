@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "controls/check_list.h"
+#include "platform/event_queue.h"
 #include "shell/frm_main.h"
 
 namespace tresmor {
@@ -15,6 +16,8 @@ bool AtLeast1Chk(const CheckList& obj);
 struct SearchCheck {
   const char* title;
   const char* text;
+  // Draws the user's eye to where it is to be told, once the box is closed; none if nothing does.
+  void (*pointOut)(FrmMain& frm, EventQueue& events) = nullptr;
 };
 
 // The first of these that is missing: a scope row, a search type, a folder to search, a search target. None if a search

@@ -1,5 +1,6 @@
 #include "shell/search_control.h"
 
+#include <array>
 #include <string>
 
 #include "base/number.h"
@@ -42,19 +43,45 @@ SearchRequest ReadControls(const FrmMain& frm) {
   return request;
 }
 
+// Inputs that rest while a search runs, in the order in which they are locked and freed.
+std::array<Control*, 9> SearchInputs(FrmMain& frm) {
+  return {&frm.frmSelPath,       &frm.cmdNewSrch, &frm.lstSrchType,    &frm.chkTolerant, &frm.chkHidden,
+          &frm.chkProtectWinDir, &frm.chkVer,     &frm.mnuSrchSession, &frm.mnuFile};
+}
+
+// Holds a job up while it lives.
+class PauseWhile {
+ public:
+  explicit PauseWhile(StopToken& stop) : stop_(stop) { stop_.Pause(); }
+  ~PauseWhile() { stop_.Resume(); }
+  PauseWhile(const PauseWhile&) = delete;
+  PauseWhile& operator=(const PauseWhile&) = delete;
+
+ private:
+  StopToken& stop_;
+};
+
 }  // namespace
 
 void SearchControl::RunSearch() {
   progress_.CancelSrch = false;
   stop_.Reset();
   frm_.msgBar.Text = "Start ...";
-  EmptyLists();
+  LockSrchUi();
   frm_.session.HasSrchResult = true;
   progress_.SrchStartTime = ports_.events.Seconds();
-  srchFileCnt_ = RunOnWorker();
+  try {
+    srchFileCnt_ = RunOnWorker(ReadControls(frm_));
+  } catch (...) {
+    frm_.tmrProgress.Enabled = false;
+    for (ListView& lst : frm_.results.lstResult) lst.Visible = true;
+    UnlockSrchUi();
+    throw;
+  }
   frm_.pbMain.Value = 0;
   frm_.tmrProgress.Enabled = false;
   frm_.msgBar.Text = "Completed in " + progress_.Elapsed() + ", searched " + std::to_string(srchFileCnt_) + " files.";
+  UnlockSrchUi();
   ShowResult(frm_);
 }
 
@@ -66,16 +93,30 @@ void SearchControl::CancelSearch() {
   progress_.ClearTag();
 }
 
-void SearchControl::EmptyLists() {
+void SearchControl::AskCancelSrch() {
+  const PauseWhile pause(stop_);
+  const BoxAnswer answer = ports_.dialogs.MessageBox("Are you sure to cancel searching?", BoxIcon::Question,
+                                                     "Cancel Search", BoxButtons::YesNo);
+  if (answer == BoxAnswer::Yes) CancelSearch();
+}
+
+void SearchControl::LockSrchUi() {
   for (ListView& lst : frm_.results.lstResult) {
     lst.Clear();
     lst.SetSorted(false);
   }
   UpdateCount(frm_.results, kAllLists);
+  frm_.cmdSrch.Caption = kCancelCaption;
+  for (Control* const input : SearchInputs(frm_)) input->Enabled = false;
+  ClrPreview(frm_.preview);
 }
 
-std::int64_t SearchControl::RunOnWorker() {
-  const SearchRequest request = ReadControls(frm_);
+void SearchControl::UnlockSrchUi() {
+  frm_.cmdSrch.Caption = kSearchCaption;
+  for (Control* const input : SearchInputs(frm_)) input->Enabled = true;
+}
+
+std::int64_t SearchControl::RunOnWorker(const SearchRequest& request) {
   const SearchDesk desk{frm_, progress_, ports_.dialogs};
   std::int64_t figure = 0;
   const auto search = [&](JobLine<DeskChange>& line) {
@@ -83,14 +124,8 @@ std::int64_t SearchControl::RunOnWorker() {
     JobObserver observer(line, progress_);
     figure = ExecSrch(request, {ports_.files, ports_.shell, ports_.versions, pool, stop_, observer});
   };
-  try {
-    RunJob<DeskChange>(
-        ports_.events, stop_, search, [&](DeskChange&& change) { change(desk); }, kChangesWaiting);
-  } catch (...) {
-    frm_.tmrProgress.Enabled = false;
-    for (ListView& lst : frm_.results.lstResult) lst.Visible = true;
-    throw;
-  }
+  RunJob<DeskChange>(
+      ports_.events, stop_, search, [&](DeskChange&& change) { change(desk); }, kChangesWaiting);
   return figure;
 }
 

@@ -14,6 +14,8 @@
 
 namespace tresmor {
 
+struct SearchRequest;
+
 struct SearchControlPorts {
   const FileSystem& files;
   const Shell& shell;
@@ -32,20 +34,23 @@ class SearchControl {
   SearchControl& operator=(const SearchControl&) = delete;
 
   // Empties the result lists, searches what the controls say, and leaves the lists sorted, coloured and counted. Runs
-  // on all cores while this thread pumps its events; it must be told by CancelSearch, from such an event, to end early,
-  // and then keeps what it found so far.
-  // Throws the search's Failure; the lists then hold what came before it, unsorted.
+  // on all cores while this thread pumps its events, the inputs locked; it must be told by CancelSearch, from such an
+  // event, to end early, and then keeps what it found so far.
+  // Throws the search's Failure; the lists then hold what came before it, unsorted, and the inputs are free again.
   void RunSearch();
 
   // Makes a running search end soon.
   void CancelSearch();
+  // Asks the user whether to do that. The search stands still while the question is open.
+  void AskCancelSrch();
 
   // What the last search tells as the number of files searched.
   std::int64_t SrchFileCnt() const { return srchFileCnt_; }
 
  private:
-  void EmptyLists();
-  std::int64_t RunOnWorker();
+  void LockSrchUi();
+  void UnlockSrchUi();
+  std::int64_t RunOnWorker(const SearchRequest& request);
 
   FrmMain& frm_;
   Progress& progress_;

@@ -267,6 +267,15 @@ TEST(OrderOf, ReadsFormats) {
   EXPECT_EQ(OrderOf("%"), DateOrder::MonthDayYear);
 }
 
+TEST(AddMonths, StopsAtTheMonthsEnd) {
+  const auto added = [](const char* text, int months) { return FormatStamp(AddMonths(*ParseStamp(text), months)); };
+  EXPECT_EQ(added("2004/03/30 18:30:59", -1), "2004/02/29 00:00:00");
+  EXPECT_EQ(added("2004/02/29 00:00:00", -12), "2003/02/28 00:00:00");
+  EXPECT_EQ(added("2004/01/31 00:00:00", -1), "2003/12/31 00:00:00");
+  EXPECT_EQ(added("2003/12/15 00:00:00", 2), "2004/02/15 00:00:00");
+  EXPECT_EQ(added("2003/12/15 23:59:59", 0), "2003/12/15 00:00:00");
+}
+
 TEST(FormatElapsed, IsATimeOfDay) {
   EXPECT_EQ(FormatElapsed(0), "00:00:00");
   EXPECT_EQ(FormatElapsed(3661), "01:01:01");

@@ -179,6 +179,16 @@ TEST(ChoiceList, TellsOfTheEntryThatIsChosen) {
   EXPECT_EQ(heard, expected);
 }
 
+TEST(ChoiceList, CallsAfterEveryChoice) {
+  ChoiceList list({"none", "new", "old"});
+  std::vector<std::int32_t> chosen;
+  list.OnClick = [&] { chosen.push_back(list.ListIndex()); };
+  list.Choose(2);
+  list.Choose(2);
+  EXPECT_EQ(FailureOf([&] { list.Choose(3); }), Errors::Subscript);
+  EXPECT_EQ(chosen, (std::vector<std::int32_t>{2, 2}));
+}
+
 TEST(ChoiceList, FailsWhereNoEntryStands) {
   ChoiceList list({"none", "new"});
   for (const std::int32_t index : {-1, 2}) {

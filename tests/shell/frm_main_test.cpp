@@ -53,6 +53,18 @@ TEST_F(FrmMainTest, TabsTellOfNoRowsAtOnce) {
                                                 "Report - read errors(0)"}));
 }
 
+TEST_F(FrmMainTest, ANewSearchHasNoScopeAndNoCriteria) {
+  AddIncludedRow(frm.lstPath, {"/data/*.*", "Yes", "", "", "", "Yes"});
+  frm.txtMinSz.Text = "1";
+  frm.chkExclude.Value = kTicked;
+  frm.cmbDate.Choose(kSpecifiedDate);
+  Init(frm);
+  EXPECT_EQ(frm.lstPath.Count(), 0);
+  EXPECT_EQ(frm.txtMinSz.Text(), "");
+  EXPECT_FALSE(frm.chkExclude.Ticked());
+  EXPECT_EQ(frm.cmbDate.ListIndex(), kAnyDate);
+}
+
 TEST_F(FrmMainTest, TimerOfTheStatusRests) {
   EXPECT_FALSE(frm.tmrUpdate.Enabled());
   EXPECT_EQ(frm.tmrUpdate.Interval(), 1000);

@@ -13,6 +13,7 @@
 #include "results/pe_version.h"
 #include "results/rows.h"
 #include "search/scope_row.h"
+#include "support/fake_picture_loader.h"
 #include "support/fake_shell.h"
 #include "support/memory_file_system.h"
 #include "support/pe_image.h"
@@ -108,6 +109,30 @@ TEST_F(ResultPageTest, AClickOnARowPreviewsItAndADoubleClickOpensIt) {
   zero.OnDblClick();
   EXPECT_THAT(log, ElementsAre("preview ", "open "));
   EXPECT_FALSE(frm.tmrUpdate.Enabled());
+}
+
+TEST_F(ResultPageTest, WithoutPreviewAClickIsCountedAllTheSame) {
+  FakePictureLoader loader;
+  Preview preview(frm.results, frm.preview, {loader, "/program/err_read.bmp", [] { return 15.0F; }});
+  ResultPage previewing(frm, progress,
+                        {.shell = shell,
+                         .versions = {versions, events},
+                         .GuardedMsg = {},
+                         .Preview = [&] { preview.Show(); },
+                         .OpenFile = {},
+                         .OwnFileProp = {},
+                         .PopUp = {}});
+  Add("a.jpg");
+  Add("b.jpg");
+  zero.SetSelected(1, true);
+  zero.OnItemClick();
+  EXPECT_EQ(frm.preview.txtFilename.Text(), "a.jpg");
+  frm.tmrUpdate.Enabled = false;
+  frm.preview.chkPreview.Value = kOff;
+  zero.SetSelected(2, true);
+  zero.OnItemClick();
+  EXPECT_EQ(frm.preview.txtFilename.Text(), "a.jpg");
+  EXPECT_TRUE(frm.tmrUpdate.Enabled());
 }
 
 TEST_F(ResultPageTest, AClickOnAHeaderSortsAndTurnsTheDirectionOver) {

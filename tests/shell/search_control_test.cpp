@@ -4,20 +4,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
-#include <functional>
 #include <map>
 #include <string>
 #include <vector>
 
-#include "desk/bind_timer.h"
-#include "desk/scripted_event_queue.h"
 #include "results/counters.h"
-#include "results/rows.h"
 #include "results/sort_list.h"
-#include "search/search_world.h"
-#include "support/memory_file_system.h"
-#include "support/scripted_dialogs.h"
+#include "shell/search_fixture.h"
 
 namespace tresmor {
 namespace {
@@ -27,64 +22,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
-class SearchControlTest : public testing::Test {
- protected:
-  SearchControlTest() {
-    BindTimer(frm.tmrProgress, events);
-    frm.msgBar.Listen([this](const Notice& notice) {
-      if (notice.when == Notice::When::After) messages.push_back(frm.msgBar.Text());
-    });
-  }
-
-  void AddRow(const std::string& text, const char* target = "Yes") {
-    const std::vector<CellValue> cells = {"Yes", "", "", "", target};
-    frm.lstPath.SetSmallIcon(frm.lstPath.AddRow(text, cells), ScopeRow::kIncluded);
-  }
-  void AddExcluded(const std::string& folder) {
-    const std::vector<CellValue> cells = {"Yes"};
-    frm.lstPath.SetSmallIcon(frm.lstPath.AddRow(folder, cells), ScopeRow::kExcluded);
-  }
-  void MakeFiles(int count) {
-    for (int i = 0; i < count; ++i) files.MakeFile("/data/f" + std::to_string(i), std::string(1, 'x'));
-  }
-  std::vector<std::string> Names(ResultList list) {
-    std::vector<std::string> names;
-    for (std::int32_t row = 1; row <= frm.results.List(list).Count(); ++row) {
-      names.push_back(frm.results.List(list).Cell(row, kNameItem));
-    }
-    return names;
-  }
-
-  // Acts on the interface thread once the search has got to its first call of one kind, and lets it go on only then.
-  void AtFirst(MemoryFileSystem::Op op, std::function<void()> act) {
-    files.SetHook([this, op](const MemoryFileSystem::Call& call) {
-      if (call.op != op || reached.exchange(true)) return;
-      events.Wake();
-      acted.wait(false);
-    });
-    events.onPump = [this, act = std::move(act)] {
-      if (!reached || acted) return;
-      act();
-      acted = true;
-      acted.notify_all();
-    };
-  }
-  void CancelAtFirst(MemoryFileSystem::Op op) {
-    AtFirst(op, [this] { control.CancelSearch(); });
-  }
-
-  tests::ScriptedEventQueue events;
-  MemoryFileSystem files;
-  FakeShell shell;
-  FakeVersions versions;
-  ScriptedDialogs dialogs;
-  FrmMain frm;
-  Progress progress{events, frm.tmrProgress, frm.msgBar, frm.pbMain};
-  SearchControl control{frm, progress, {files, shell, versions, events, dialogs}};
-  std::vector<std::string> messages;
-  std::atomic<bool> reached{false};
-  std::atomic<bool> acted{false};
-};
+using SearchControlTest = SearchFixture;
 
 TEST_F(SearchControlTest, ControlsStartWithTheirDesignValues) {
   EXPECT_TRUE(frm.lstSrchType.Ticked(0) && frm.lstSrchType.Ticked(1) && frm.lstSrchType.Ticked(2));
@@ -259,6 +197,42 @@ TEST_F(SearchControlTest, MarksOfHeadersStayUntilTheirListIsSorted) {
   EXPECT_THAT(Names(ResultList::ZeroSize), ElementsAre("a", "b"));
   EXPECT_EQ(errors.Column(kNameItem + 1).text, "v Name");
   EXPECT_THAT(Names(ResultList::ReadErrors), unsorted);
+}
+
+TEST_F(SearchControlTest, InputsAreLockedWhileItRuns) {
+  const std::vector<Control*> inputs = {&frm.frmSelPath,  &frm.cmdNewSrch,     &frm.lstSrchType,
+                                        &frm.chkTolerant, &frm.chkHidden,      &frm.chkProtectWinDir,
+                                        &frm.chkVer,      &frm.mnuSrchSession, &frm.mnuFile};
+  const auto enabled = [&] {
+    return std::count_if(inputs.begin(), inputs.end(), [](const Control* input) { return input->Enabled(); });
+  };
+  MakeFiles(1);
+  AddRow("/data/*.*");
+  frm.preview.imgPreview.File = "/data/old.jpg";
+  frm.preview.txtFilename.Text = "old.jpg";
+  AtFirst(MemoryFileSystem::Op::List, [&] {
+    EXPECT_EQ(frm.cmdSrch.Caption(), "&Cancel");
+    EXPECT_EQ(enabled(), 0);
+    EXPECT_TRUE(frm.cmdSrch.Enabled());
+    EXPECT_EQ(frm.preview.imgPreview.File(), "");
+    EXPECT_EQ(frm.preview.txtFilename.Text(), "");
+  });
+  control.RunSearch();
+  EXPECT_TRUE(acted);
+  EXPECT_EQ(frm.cmdSrch.Caption(), "&Search");
+  EXPECT_EQ(enabled(), 9);
+}
+
+TEST_F(SearchControlTest, InputsAreFreeAgainAfterAFailure) {
+  AddIncludedRow(frm.lstPath, {"/data/*.*", "Yes", "many", "", "", "Yes"});
+  EXPECT_THROW(control.RunSearch(), Failure);
+  EXPECT_EQ(frm.cmdSrch.Caption(), "&Search");
+  EXPECT_TRUE(frm.frmSelPath.Enabled() && frm.mnuFile.Enabled());
+  frm.lstPath.Clear();
+  for (int i = 0; i < 32'768; ++i) frm.lstPath.AddRow("/data/*.*");
+  EXPECT_THROW(control.RunSearch(), Failure);
+  EXPECT_EQ(frm.cmdSrch.Caption(), "&Search");
+  EXPECT_TRUE(frm.frmSelPath.Enabled() && frm.mnuFile.Enabled());
 }
 
 TEST_F(SearchControlTest, HighlightsTheRowsItWalks) {
