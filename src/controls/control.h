@@ -24,12 +24,14 @@ struct Notice {
     Interval,
     BackColor,
     Place,   // where it stands and how large it is
+    Look,    // its border and how flat it is
     Client,  // the room that it leaves to others
     State,   // of a window
     Parent,
     Focus,      // it is to take the keys from now on
     Selection,  // all its text is to be selected
     PopUp,      // it is to open at the pointer
+    ToFront,    // it is to cover what stands there too
     SelectedTab,
     ListIndex,
     SortKey,

@@ -41,6 +41,13 @@ class Menu : public Control {
   // It is about to open, or one of its shortcuts was typed: what can't be chosen now is to be switched off.
   std::function<void()> OnOpen;
 
+  // The shortcut of `item`, one of its own, was typed. What can be chosen is worked out first, as if it had opened.
+  void Shortcut(const MenuItem& item) {
+    if (!Enabled()) return;
+    if (OnOpen) OnOpen();
+    if (item.Enabled() && item.OnClick) item.OnClick();
+  }
+
   // Asks whoever shows it to open it at the pointer.
   void PopUp() { Tell(Notice::What::PopUp, Notice::When::After); }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/failure.h"
 #include "controls/control.h"
 
 namespace tresmor {
@@ -13,13 +14,23 @@ struct Place {
   friend bool operator==(const Place&, const Place&) = default;
 };
 
+// Fails with Overflow for a size that nothing can have, also for what is no number.
+struct SizeOnly {
+  void operator()(float value) const {
+    if (!(value >= 0)) throw Failure(Errors::Overflow);
+  }
+};
+
 // A control whose place the program knows, because it moves it or puts others by it.
 class PlacedControl : public Control {
  public:
   Property<float> Left;
   Property<float> Top;
-  Property<float> Width;
-  Property<float> Height;
+  Property<float, SizeOnly> Width;
+  Property<float, SizeOnly> Height;
+
+  // Asks whoever shows it to put it in front of what stands there too.
+  void BringToFront() { Tell(Notice::What::ToFront, Notice::When::After); }
 
  protected:
   explicit PlacedControl(Place place = {})

@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "base/failure.h"
+#include "controls/align.h"
 #include "controls/placed_control.h"
 
 namespace tresmor {
@@ -14,13 +15,19 @@ struct PercentOnly {
   }
 };
 
+enum class Appearance : std::int16_t { Flat = 0, Raised = 1 };
+enum class BorderStyle : std::int16_t { None = 0, Single = 1 };
+
 class ProgressBar : public PlacedControl {
  public:
   explicit ProgressBar(Place place = {}) : PlacedControl(place) {}
 
   Property<float, PercentOnly> Value{*this, Notice::What::Value};
-  // What it stands in, where that isn't the window that it belongs to; its place is then within that.
+  // What it stands in, and its place within; null for one that never leaves the window that it belongs to.
   Property<const Control*> Parent{*this, Notice::What::Parent, nullptr};
+  Property<tresmor::Align> Align{*this, Notice::What::Place, tresmor::Align::None};
+  Property<tresmor::Appearance> Appearance{*this, Notice::What::Look, tresmor::Appearance::Raised};
+  Property<tresmor::BorderStyle> BorderStyle{*this, Notice::What::Look, tresmor::BorderStyle::Single};
 };
 
 }  // namespace tresmor

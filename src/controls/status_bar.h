@@ -4,13 +4,13 @@
 #include <cstdint>
 
 #include "base/failure.h"
+#include "controls/align.h"
 #include "controls/panel.h"
 
 namespace tresmor {
 
-enum class Align : std::int16_t { None = 0, Top = 1, Bottom = 2 };
-
-// A bar along an edge of a window, with two panels, which count from 1. Fails with Subscript where none stands.
+// A bar along an edge of a window, with two panels, which count from 1. Fails with Subscript where none stands. Whoever
+// shows it answers another edge by the place that it has there, before the write returns.
 class StatusBar : public PlacedControl {
  public:
   explicit StatusBar(Place place = {}, float firstPanel = 0)

@@ -12,7 +12,8 @@ namespace tresmor {
 enum class WindowState : std::int16_t { Normal = 0, Minimised = 1, Maximised = 2 };
 
 // A window of the program's. Its place is that of its outer edges, with frame and menu bar. Whoever shows it keeps
-// place and state true to the screen, the user's changes included, and calls what the user sets off.
+// place and state true to the screen, the user's changes included, and calls what the user sets off. A size that the
+// program writes comes out as whole pixels, rounded up, so that what had room keeps it.
 class Window : public PlacedControl {
  public:
   explicit Window(std::string caption, Place place = {})

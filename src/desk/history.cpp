@@ -60,6 +60,10 @@ void AddHistory(ComboBox& cmb, const std::vector<std::string>& dizArr) {
   cmb.SetText(cmb.List(0));
 }
 
+void TakeLatest(ComboBox& cmb) {
+  if (cmb.ListCount() >= 2 && cmb.List(0) != kSeparator) cmb.SetText(cmb.List(0));
+}
+
 void LoadHistory(const SettingsStore& store, std::initializer_list<KeptHistory> histories) {
   for (int i = 0; i < kKeptEntries; ++i) {
     for (const KeptHistory& history : histories) {

@@ -31,6 +31,9 @@ void InsTopItem(ComboBox& cmb, const std::string& text);
 // takes it away from its place.
 void AddHistory(ComboBox& cmb, const std::vector<std::string>& dizArr);
 
+// Puts the latest entry of the history, where there is one, into the text of a box of two entries or more.
+void TakeLatest(ComboBox& cmb);
+
 struct KeptHistory {
   std::string_view section;
   ComboBox& cmb;

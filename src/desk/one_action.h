@@ -11,6 +11,8 @@ class OneAction {
   OneAction(const OneAction&) = delete;
   OneAction& operator=(const OneAction&) = delete;
 
+  bool IsRunning() const { return running_; }
+
   template <class Action>
   void Run(Action&& action) {
     if (running_) return;

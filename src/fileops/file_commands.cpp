@@ -17,10 +17,10 @@ bool HasMark(const ListView& lst) {
 
 }  // namespace
 
-FileCommands::FileCommands(ResultLists& results, PreviewPane& preview, OneAction& action, const FileCommandPorts& ports)
+FileCommands::FileCommands(ResultLists& results, PreviewPane& preview, const FileCommandPorts& ports)
     : results_(results),
-      action_(action),
       ports_(ports),
+      inDialog_(ports.transfer.dialogs),
       job_(frmFileProgress, ports.events, ports.transfer.dialogs),
       transfer_(job_, preview, ports.transfer) {
   const auto inDialog = [this](auto&& action) {
@@ -38,16 +38,14 @@ void FileCommands::MoveFile() { Gate("moving files", &FileCommands::MoveFiles); 
 void FileCommands::CopyFile() { Gate("copying files", &FileCommands::CopyFiles); }
 
 void FileCommands::Gate(const char* what, void (FileCommands::*showDialog)()) {
-  action_.Run([&] {
-    const ListView& lst = results_.Shown();
-    if (lst.Count() == 0) return;
-    if (HasMark(lst)) {
-      (this->*showDialog)();
-    } else {
-      ports_.transfer.dialogs.MessageBox("Please mark files before " + std::string(what) + ".", BoxIcon::None, "",
-                                         BoxButtons::Ok);
-    }
-  });
+  const ListView& lst = results_.Shown();
+  if (lst.Count() == 0) return;
+  if (HasMark(lst)) {
+    (this->*showDialog)();
+  } else {
+    ports_.transfer.dialogs.MessageBox("Please mark files before " + std::string(what) + ".", BoxIcon::None, "",
+                                       BoxButtons::Ok);
+  }
 }
 
 void FileCommands::DelFiles() { ShowDialog(kDeleteMode); }

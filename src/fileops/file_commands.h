@@ -1,7 +1,7 @@
 // The commands on marked files: the gates that the menu calls, and the dialog behind them.
 #pragma once
 
-#include "desk/one_action.h"
+#include "desk/action_dispatch.h"
 #include "fileops/file_job.h"
 #include "fileops/frm_file_oper.h"
 #include "fileops/transfer_marked.h"
@@ -28,14 +28,13 @@ struct FileCommandPorts {
 // Interface thread.
 class FileCommands {
  public:
-  // `action` is that of the main window.
-  FileCommands(ResultLists& results, PreviewPane& preview, OneAction& action, const FileCommandPorts& ports);
+  FileCommands(ResultLists& results, PreviewPane& preview, const FileCommandPorts& ports);
   FileCommands(const FileCommands&) = delete;
   FileCommands& operator=(const FileCommands&) = delete;
 
-  // Without rows these do nothing; without marks a box asks for them; else the dialog comes up over the marked files of
-  // the list on show, and they return when it is closed. Rows whose files have gone by then have left the list. The
-  // counters are the caller's to bring up to date.
+  // Actions of the main window. Without rows these do nothing; without marks a box asks for them; else the dialog comes
+  // up over the marked files of the list on show, and they return when it is closed. Rows whose files have gone by then
+  // have left the list. The counters are the caller's to bring up to date.
   void DelFile();
   void MoveFile();
   void CopyFile();
@@ -62,10 +61,9 @@ class FileCommands {
   void Prune(ListView& lst);
 
   ResultLists& results_;
-  OneAction& action_;
   const FileCommandPorts ports_;
-  OneAction inDialog_;
-  ResultList asked_{};  // whose files the dialog is about, though another list may have come on show since
+  ActionDispatch inDialog_;  // what its buttons do
+  ResultList asked_{};       // whose files the dialog is about, though another list may have come on show since
   FileJob job_;
   Transfer transfer_;
 };

@@ -27,14 +27,12 @@ void SingleFile::OpenEditor() {
 }
 
 void SingleFile::WithPath(const std::function<void(const std::string& path)>& use) {
-  action_.Run([&] {
-    const ListView& lst = results_.Shown();
-    if (lst.SelectedItem() == 0) {
-      ports_.dialogs.MessageBox("Please select a file.", BoxIcon::None, "Select file", BoxButtons::Ok);
-    } else {
-      use(PathOf(lst, lst.SelectedItem()));
-    }
-  });
+  const ListView& lst = results_.Shown();
+  if (lst.SelectedItem() == 0) {
+    ports_.dialogs.MessageBox("Please select a file.", BoxIcon::None, "Select file", BoxButtons::Ok);
+  } else {
+    use(PathOf(lst, lst.SelectedItem()));
+  }
 }
 
 void SingleFile::Rename(const std::string& path) {

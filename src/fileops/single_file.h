@@ -5,7 +5,6 @@
 #include <string>
 
 #include "base/path.h"
-#include "desk/one_action.h"
 #include "desk/options.h"
 #include "platform/dialogs.h"
 #include "platform/file_changes.h"
@@ -24,13 +23,12 @@ struct SingleFilePorts {
 // Interface thread.
 class SingleFile {
  public:
-  // `action` is that of the main window.
-  SingleFile(ResultLists& results, const Options& options, OneAction& action, const SingleFilePorts& ports)
-      : results_(results), options_(options), action_(action), ports_(ports) {}
+  SingleFile(ResultLists& results, const Options& options, const SingleFilePorts& ports)
+      : results_(results), options_(options), ports_(ports) {}
   SingleFile(const SingleFile&) = delete;
   SingleFile& operator=(const SingleFile&) = delete;
 
-  // Each asks for a row in a box where none has the focus.
+  // Actions of the main window. Each asks for a row in a box where none has the focus.
 
   // Asks for a new name, gives it to the file and writes it into the row. A name with folders in front leads there from
   // the file's own folder, and stands in the row as it was typed. An existing file is never replaced; what fails is
@@ -47,7 +45,6 @@ class SingleFile {
 
   ResultLists& results_;
   const Options& options_;
-  OneAction& action_;
   const SingleFilePorts ports_;
 };
 

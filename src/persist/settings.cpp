@@ -47,6 +47,12 @@ void LoadSettings(const SettingsStore& store, const Shell& shell, DateStamp now,
   LoadOptions(store, shell, now, owner.options);
 }
 
+bool ShowTipsAtStartup(const SettingsStore& store) {
+  std::int16_t shows = 0;
+  LoadNumber(store, kShowTips, "1", shows);
+  return shows == 1;
+}
+
 void SaveSettings(SettingsStore& store, SettingsOwner owner) {
   // The patterns' separator decides on the folders too: users have come to expect what a start brings back.
   SaveHistory(store, kPathHistory, owner.txtPath, owner.txtExt);

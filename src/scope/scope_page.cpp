@@ -180,7 +180,6 @@ void ScopePage::ShowFrame() {
   scope_.frmPath[static_cast<std::size_t>(tab)].Visible = true;
   scope_.frmPath[static_cast<std::size_t>(scope_.CurPathTab)].Visible = false;
   scope_.CurPathTab = tab;
-  ports_.ResizeSelPath();
 }
 
 }  // namespace tresmor

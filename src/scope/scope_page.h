@@ -27,16 +27,14 @@ struct ScopePagePorts {
   std::function<bool(GuardedId message)> GuardedMsg;
   // This machine's local clock.
   std::function<DateStamp()> Now;
-  // Lays the page out: another of its frames has come on show.
-  std::function<void()> ResizeSelPath;
 };
 
 // Interface thread. What shows boxes or takes time goes through Act; choosing tabs and entries does not, so that it
 // works at all times.
 class ScopePage {
  public:
-  // Binds all events of the page's controls but hover texts. The page lives as long as they do. `presets` are those of
-  // the boxes' lists.
+  // Shows a tab's frame; whoever lays it out listens to the tabs from a later time on. Binds all events of the page's
+  // controls but hover texts. The page lives as long as they do. `presets` are those of the boxes' lists.
   ScopePage(ScopeControls& scope, const Presets& presets, const ScopePagePorts& ports);
   ScopePage(const ScopePage&) = delete;
   ScopePage& operator=(const ScopePage&) = delete;

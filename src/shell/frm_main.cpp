@@ -2,6 +2,7 @@
 
 #include "results/counters.h"
 #include "search/exec_srch.h"
+#include "shell/layout.h"
 
 namespace tresmor {
 namespace {
@@ -9,6 +10,21 @@ namespace {
 // Topics of the help.
 constexpr std::int32_t kMainHelp = 102;
 constexpr std::int32_t kSearchOptionHelp = 118;
+
+void SetDefaults(FrmMain& frm) {
+  for (std::int32_t i = 0; i < frm.lstSrchType.Count(); ++i) {
+    frm.lstSrchType.SetTicked(i, i != static_cast<std::int32_t>(SrchType::Portions));
+  }
+  frm.txtMinSz.Text = "";
+  frm.txtMaxSz.Text = "";
+  frm.chkExclude.Value = kOff;
+  frm.cmbSrchArea.Choose(0);
+  frm.cmbDate.Choose(0);
+  UpdateCount(frm.results, kAllLists);
+  frm.session.SessionFile.clear();
+  frm.session.HasSrchResult = false;
+  frm.msgBar.Text = kReadyText;
+}
 
 }  // namespace
 
@@ -21,20 +37,16 @@ FrmMain::FrmMain() : Window("Tresmor - No Duplicate Files", {0, 0, 10140, 7524})
   results.tabMain.Width = 6015;
   results.tabMain.Height = 975;
   for (std::size_t i = 1; i < frmResult.size(); ++i) frmResult[i].Visible = false;
+  pbMain.Parent = this;
   tmrUpdate.OnTick = [this] { UpdateStatusOnce(results, tmrUpdate); };
-  Init(*this);
+  SetDefaults(*this);
 }
 
 void Init(FrmMain& frm) {
   ClearScope(frm);
   for (ListView& lst : frm.results.lstResult) lst.Clear();
-  for (std::int32_t i = 0; i < frm.lstSrchType.Count(); ++i) {
-    frm.lstSrchType.SetTicked(i, i != static_cast<std::int32_t>(SrchType::Portions));
-  }
-  UpdateCount(frm.results, kAllLists);
-  frm.session.SessionFile.clear();
-  frm.session.HasSrchResult = false;
-  frm.msgBar.Text = kReadyText;
+  if (frm.screen != nullptr) Collapse(frm);
+  SetDefaults(frm);
 }
 
 void DisableFileMenus(FrmMain& frm) {
@@ -44,6 +56,7 @@ void DisableFileMenus(FrmMain& frm) {
 }
 
 void ShowResult(FrmMain& frm) {
+  if (frm.screen != nullptr) OpenForResult(frm, *frm.screen);
   ShowResult(frm.results);
   frm.mnuSrchSession.Enabled = true;
   frm.mnuFile.Enabled = true;

@@ -16,6 +16,7 @@
 #include "controls/timer.h"
 #include "controls/window.h"
 #include "persist/session_file.h"
+#include "platform/screen.h"
 #include "results/preview.h"
 #include "results/result_lists.h"
 #include "scope/scope_controls.h"
@@ -55,6 +56,7 @@ struct FrmMain : Window, MainMenu, ScopeControls, SearchControls {
   Panel& msgBar{StatusBar1.Panels(2)};
   ProgressBar pbMain;
   const Control* PrevPbParent = nullptr;  // of pbMain, once it sits in the status bar
+  const Screen* screen = nullptr;         // that the window shows on; none for a form without a window
   ResultLists results{msgBar};
   std::array<Frame, kResultLists> frmResult;  // one a tab, around its list
   Timer tmrProgress{1000};
@@ -63,12 +65,12 @@ struct FrmMain : Window, MainMenu, ScopeControls, SearchControls {
   SessionState session;
 };
 
-// Puts the window back into the state before a first search: no scope, no findings, the usual search types, no session.
-// The options stay as they are.
+// Puts the window back into the state before a first search: no scope, no findings, no room for any, the usual search
+// types and criteria, no session. The options stay as they are.
 void Init(FrmMain& frm);
 // Takes the commands on sessions and files out of reach while the lists change.
 void DisableFileMenus(FrmMain& frm);
-// Puts lists that were filled anew in order and gives the commands back.
+// Makes room for lists that were filled anew, puts them in order and gives the commands back.
 void ShowResult(FrmMain& frm);
 
 }  // namespace tresmor

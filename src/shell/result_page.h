@@ -1,7 +1,6 @@
 // What the user does in the result lists, and the commands that mark their rows or show more of one.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -61,22 +60,6 @@ class ResultPage {
   Progress& progress_;
   const ResultPagePorts ports_;
 };
-
-// A command as it stands in mnuFile; "&" comes before the letter that chooses it.
-struct ResultCommand {
-  const char* caption;
-  void (ResultPage::*run)();
-};
-
-// The commands of the page, in the menu's order.
-inline constexpr std::array<ResultCommand, 6> kResultCommands = {{
-    {"Open &Folder", &ResultPage::mnuOpenFolder},
-    {"File &Properties", &ResultPage::mnuPropPage},
-    {"Show file &version", &ResultPage::mnuShowVer},
-    {"Mark &all", &ResultPage::mnuMarkAll},
-    {"Mark Selec&ted files", &ResultPage::mnuMarkSelected},
-    {"&Clear all marks", &ResultPage::mnuClearMarks},
-}};
 
 // Shows hover texts over the rows of the scope list and the result lists. `options` and `tip` outlive their events.
 void BindListTips(FrmMain& frm, const Options& options, ListTip& tip);

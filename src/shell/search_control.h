@@ -44,12 +44,14 @@ class SearchControl {
   // Asks the user whether to do that. The search stands still while the question is open.
   void AskCancelSrch();
 
+  // Frees the inputs that a search keeps locked while it runs.
+  void UnlockSrchUi();
+
   // What the last search tells as the number of files searched.
   std::int64_t SrchFileCnt() const { return srchFileCnt_; }
 
  private:
   void LockSrchUi();
-  void UnlockSrchUi();
   std::int64_t RunOnWorker(const SearchRequest& request);
 
   FrmMain& frm_;

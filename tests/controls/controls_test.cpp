@@ -69,6 +69,18 @@ TEST(CheckBoxTest, IsOffTickedOrGrayed) {
   EXPECT_TRUE(box.Ticked());
 }
 
+TEST(PlacedControl, TakesNoSizeBelowNothing) {
+  Frame frame("", {0, 0, 100, 200});
+  EXPECT_EQ(FailureOf([&] { frame.Width = -1; }), Errors::Overflow);
+  EXPECT_EQ(FailureOf([&] { frame.Height = std::nanf(""); }), Errors::Overflow);
+  EXPECT_EQ(frame.Width(), 100);
+  EXPECT_EQ(frame.Height(), 200);
+  frame.Width = 0;
+  frame.Left = -50;
+  EXPECT_EQ(frame.Width(), 0);
+  EXPECT_EQ(frame.Left(), -50);
+}
+
 TEST(Control, AListenerMayAddAnotherWhileItIsCalled) {
   Panel panel;
   int late = 0;

@@ -224,5 +224,22 @@ TEST_F(HistoryTest, ForgettingGoesOnWhereTheStoreRefuses) {
   EXPECT_THAT(HistoryOf(txtPath), IsEmpty());
 }
 
+TEST(TakeLatest, IsForABoxOfTwoEntriesThatBeginsWithAHistory) {
+  ComboBox box("as it was");
+  TakeLatest(box);
+  EXPECT_EQ(box.Text(), "as it was");
+  box.AddItem("latest");
+  TakeLatest(box);
+  EXPECT_EQ(box.Text(), "as it was");
+  box.AddItem(kSeparator);
+  TakeLatest(box);
+  EXPECT_EQ(box.Text(), "latest");
+  EXPECT_EQ(box.ListIndex(), -1);
+  ComboBox presets("as it was");
+  AddPresets(presets, {"All Files"});
+  TakeLatest(presets);
+  EXPECT_EQ(presets.Text(), "as it was");
+}
+
 }  // namespace
 }  // namespace tresmor

@@ -59,8 +59,7 @@ class FileCommandsTest : public testing::Test, protected tests::FileOpsWorld {
   }
 
   ScriptedFileForms forms;
-  OneAction action;
-  FileCommands commands{results, preview, action, {{files, shell, operations, dialogs}, events, forms}};
+  FileCommands commands{results, preview, {{files, shell, operations, dialogs}, events, forms}};
   FrmFileOper& frm = commands.frmFileOper;
 };
 
@@ -334,7 +333,7 @@ TEST_F(FileCommandsTest, AClickThatComesWhileTheDialogIsHiddenDoesNothing) {
 
 // --- While files are worked on
 
-TEST_F(FileCommandsTest, OtherActionsAreDroppedMeanwhile) {
+TEST_F(FileCommandsTest, TheButtonsOfTheDialogAreDroppedMeanwhile) {
   AddFile("/data/a");
   AtEachPump([&] {
     EXPECT_TRUE(frm.Visible());
@@ -342,9 +341,6 @@ TEST_F(FileCommandsTest, OtherActionsAreDroppedMeanwhile) {
     frm.CancelButton.OnClick();
     frm.OKButton.OnClick();
     frm.cmdBrowse.OnClick();
-    commands.DelFile();
-    commands.MoveFile();
-    commands.CopyFile();
     EXPECT_TRUE(frm.Visible());
   });
   Yes();
@@ -353,6 +349,19 @@ TEST_F(FileCommandsTest, OtherActionsAreDroppedMeanwhile) {
   AtNoPump();
   AddFile("/data/b");
   No();
+  commands.DelFile();
+}
+
+TEST_F(FileCommandsTest, AFailureIsToldAndTheDialogStays) {
+  AddFile("/data/a");
+  operations.onOperation = [](const ShFileOpStruct&, OperationWatch&) { throw Failure(Errors::DiskFull); };
+  ExpectBox("Run-time error '61':\r\n\r\nDisk full", BoxIcon::Critical);
+  forms.deeds.push_back([&](FrmFileOper& form) {
+    form.OKButton.OnClick();
+    EXPECT_TRUE(form.Visible());
+    EXPECT_FALSE(commands.frmFileProgress.Visible());
+    form.CancelButton.OnClick();
+  });
   commands.DelFile();
 }
 

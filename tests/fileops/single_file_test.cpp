@@ -66,8 +66,7 @@ class SingleFileTest : public testing::Test, protected tests::FileOpsWorld {
 
   RenamesOnly changes;
   Options options;
-  OneAction action;
-  SingleFile single{results, options, action, {changes, shell, dialogs, files.Style()}};
+  SingleFile single{results, options, {changes, shell, dialogs, files.Style()}};
 };
 
 TEST_F(SingleFileTest, EachAsksForARowWhereNoneIsSelected) {
@@ -142,16 +141,6 @@ TEST_F(SingleFileTest, OpensTheEditorWithThePathAsOneArgument) {
   options.DefaultEditorOpt = "";
   single.OpenEditor();
   EXPECT_THAT(shell.opened, ElementsAre("my editor </data/my file.txt>", " </data/my file.txt>"));
-}
-
-TEST_F(SingleFileTest, NothingIsDoneWhileAnotherActionRuns) {
-  lst.SetSelected(2, true);
-  action.Run([&] {
-    single.RenFile();
-    single.OpenFile();
-    single.OpenEditor();
-  });
-  EXPECT_THAT(shell.opened, IsEmpty());
 }
 
 }  // namespace

@@ -53,16 +53,38 @@ TEST_F(FrmMainTest, TabsTellOfNoRowsAtOnce) {
                                                 "Report - read errors(0)"}));
 }
 
-TEST_F(FrmMainTest, ANewSearchHasNoScopeAndNoCriteria) {
+TEST_F(FrmMainTest, ANewSearchEmptiesTheCriteriaAndLeavesTheOptions) {
+  const std::vector<CheckBox*> options = {&frm.chkSubDir,   &frm.chkHidden, &frm.chkProtectWinDir,
+                                          &frm.chkTolerant, &frm.chkVer,    &frm.preview.chkPreview};
+  std::vector<std::int16_t> turned;
+  for (CheckBox* const option : options) {
+    option->Value = option->Ticked() ? kOff : kTicked;
+    turned.push_back(option->Value());
+  }
   AddIncludedRow(frm.lstPath, {"/data/*.*", "Yes", "", "", "", "Yes"});
   frm.txtMinSz.Text = "1";
+  frm.txtMaxSz.Text = "2";
   frm.chkExclude.Value = kTicked;
-  frm.cmbDate.Choose(kSpecifiedDate);
+  frm.cmbSrchArea.Choose(1);
+  frm.cmbDate.Choose(3);
+  for (std::int32_t i = 0; i < 4; ++i) frm.lstSrchType.SetTicked(i, i == 3);
+  frm.msgBar.Text = "old";
   Init(frm);
   EXPECT_EQ(frm.lstPath.Count(), 0);
-  EXPECT_EQ(frm.txtMinSz.Text(), "");
+  EXPECT_EQ(frm.txtMinSz.Text() + frm.txtMaxSz.Text(), "");
   EXPECT_FALSE(frm.chkExclude.Ticked());
-  EXPECT_EQ(frm.cmbDate.ListIndex(), kAnyDate);
+  EXPECT_EQ(frm.cmbSrchArea.ListIndex(), 0);
+  EXPECT_EQ(frm.cmbDate.ListIndex(), 0);
+  for (std::int32_t i = 0; i < 4; ++i) EXPECT_EQ(frm.lstSrchType.Ticked(i), i != 3);
+  EXPECT_EQ(frm.msgBar.Text(), "Tresmor is ready.");
+  for (std::size_t i = 0; i < options.size(); ++i) EXPECT_EQ(options[i]->Value(), turned[i]);
+}
+
+TEST_F(FrmMainTest, AFormWithoutAWindowKeepsItsHeight) {
+  const float height = frm.Height();
+  Init(frm);
+  ShowResult(frm);
+  EXPECT_EQ(frm.Height(), height);
 }
 
 TEST_F(FrmMainTest, TimerOfTheStatusRests) {

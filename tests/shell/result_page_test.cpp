@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -24,6 +24,12 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
+// The commands of the page by their captions in the menu.
+const std::map<std::string, void (ResultPage::*)()> kCommands = {
+    {"Open &Folder", &ResultPage::mnuOpenFolder},           {"File &Properties", &ResultPage::mnuPropPage},
+    {"Show file &version", &ResultPage::mnuShowVer},        {"Mark &all", &ResultPage::mnuMarkAll},
+    {"Mark Selec&ted files", &ResultPage::mnuMarkSelected}, {"&Clear all marks", &ResultPage::mnuClearMarks}};
+
 class ResultPageTest : public testing::Test {
  protected:
   ResultPageTest() { BindTimer(frm.tmrUpdate, events); }
@@ -40,12 +46,7 @@ class ResultPageTest : public testing::Test {
     for (std::int32_t row = 1; row <= zero.Count(); ++row) marks += zero.Checked(row) ? 'x' : '-';
     return marks;
   }
-  void Choose(const std::string& caption) {
-    const auto command = std::find_if(kResultCommands.begin(), kResultCommands.end(),
-                                      [&](const ResultCommand& one) { return one.caption == caption; });
-    ASSERT_NE(command, kResultCommands.end()) << caption;
-    (page.*command->run)();
-  }
+  void Choose(const std::string& caption) { (page.*kCommands.at(caption))(); }
   void Log(const std::string& what) {
     log.push_back(what + " " + Marks() + (frm.tmrUpdate.Enabled() ? " counting" : ""));
   }

@@ -1,0 +1,218 @@
+#include "shell/main_window.h"
+
+#include <utility>
+
+#include "base/path.h"
+#include "desk/bind_timer.h"
+#include "desk/history.h"
+#include "results/counters.h"
+#include "shell/layout.h"
+#include "shell/menu_rules.h"
+
+namespace tresmor {
+namespace {
+
+constexpr char kHelpFile[] = "Tresmor.chm";
+constexpr char kErrorPicture[] = "err_read.bmp";
+
+}  // namespace
+
+MainWindow::MainWindow(const MainWindowPorts& ports, MainWindowHooks hooks)
+    : ports_(ports),
+      hooks_(std::move(hooks)),
+      dispatch_(ports.dialogs, {.restore = [this] { RestoreAfterFailure(); },
+                                .atRest =
+                                    [this] {
+                                      if (std::exchange(closeLater_, false)) frm.Unload();
+                                    }}),
+      cancel_(ports.dialogs),
+      messages_(ports.forms),
+      progress_(ports.events, frm.tmrProgress, frm.msgBar, frm.pbMain),
+      scopePage_(frm, presets_,
+                 {.files = ports.files,
+                  .shell = ports.shell,
+                  .events = ports.events,
+                  .dialogs = ports.dialogs,
+                  .Act = [this](const std::function<void()>& action) { dispatch_.Run(action); },
+                  .GuardedMsg = [this](GuardedId id) { return GuardedMsg(id); },
+                  .Now = ports.now}),
+      preview_(
+          frm.results, frm.preview,
+          {ports.pictures, ProgramFile(kErrorPicture), [this] { return ports_.screen.GetWorkArea().twipsPerPixelX; }}),
+      search_(frm, progress_, {ports.files, ports.shell, ports.versions, ports.events, ports.dialogs}),
+      searchButton_(frm, search_, {ports.events, ports.dialogs, [this](GuardedId id) { return GuardedMsg(id); }}),
+      fileCommands_(frm.results, frm.preview,
+                    {{ports.files, ports.shell, ports.operations, ports.dialogs}, ports.events, ports.fileForms}),
+      singleFile_(frm.results, options_, {ports.changes, ports.shell, ports.dialogs, ports.files.Style()}),
+      sessions_(frm, progress_, {ports.files, ports.writer, ports.events, ports.dialogs}),
+      export_(frm, {ports.writer, ports.shell, ports.dialogs}),
+      resultPage_(frm, progress_,
+                  {.shell = ports.shell,
+                   .versions = {ports.versions, ports.events},
+                   .GuardedMsg = [this](GuardedId id) { return GuardedMsg(id); },
+                   .Preview = [this] { preview_.Show(); },
+                   .OpenFile = [this] { singleFile_.OpenFile(); },
+                   .OwnFileProp = hooks_.OwnFileProp,
+                   .PopUp = [](Menu& menu) { menu.PopUp(); }}) {
+  frm.Visible = false;
+  frm.screen = &ports_.screen;
+  frm.txtPath.SetText(ports_.shell.FirstFolder());
+  BindListTips(frm, options_, tips_);
+  BindButtons();
+  BindMenus();
+  BindFileMenu();
+  BindMenuRules(frm);
+  BindWindow();
+  BindTimers();
+  BindDispatch();
+}
+
+void MainWindow::BindButtons() {
+  frm.cmdSrch.OnClick = [this] { Search(); };
+  frm.cmdNewSrch.OnClick = [this] { Init(frm); };
+  frm.cmdTask.OnClick = [this] { frm.mnuFile.PopUp(); };
+}
+
+void MainWindow::BindMenus() {
+  frm.mnuOptions.OnClick = hooks_.mnuOptions;
+  frm.MnuQuit.OnClick = [this] { frm.Unload(); };
+  frm.mnuSrch.OnClick = frm.cmdSrch.OnClick;
+  frm.mnuNewSrch.OnClick = frm.cmdNewSrch.OnClick;
+  frm.mnuLoadResultList.OnClick = [this] { sessions_.mnuLoadResultList(); };
+  frm.mnuSaveResultList.OnClick = [this] { sessions_.mnuSaveResultList(); };
+  frm.mnuSaveAsResultList.OnClick = [this] { sessions_.mnuSaveAsResultList(); };
+  frm.mnuHelp.OnClick = hooks_.mnuHelp;
+  frm.mnuSuppForum.OnClick = hooks_.mnuSuppForum;
+  frm.mnuWebSite.OnClick = hooks_.mnuWebSite;
+  frm.mnuEmail.OnClick = hooks_.mnuEmail;
+  frm.mnuChkUpdate.OnClick = hooks_.mnuChkUpdate;
+  frm.mnuAbout.OnClick = hooks_.mnuAbout;
+}
+
+void MainWindow::BindFileMenu() {
+  frm.mnuOpen.OnClick = [this] { singleFile_.OpenFile(); };
+  frm.mnuOpenEditor.OnClick = [this] { singleFile_.OpenEditor(); };
+  frm.mnuOpenFolder.OnClick = [this] { resultPage_.mnuOpenFolder(); };
+  frm.mnuDelete.OnClick = [this] { Transfer(&FileCommands::DelFile); };
+  frm.mnuMove.OnClick = [this] { Transfer(&FileCommands::MoveFile); };
+  frm.mnuCopy.OnClick = [this] { Transfer(&FileCommands::CopyFile); };
+  frm.mnuRen.OnClick = [this] { singleFile_.RenFile(); };
+  frm.mnuExport.OnClick = [this] { export_.mnuExport(); };
+  if (hooks_.OwnFileProp) frm.mnuPropPage.OnClick = [this] { resultPage_.mnuPropPage(); };
+  frm.mnuShowVer.OnClick = [this] { resultPage_.mnuShowVer(); };
+  frm.mnuSmartDel.OnClick = hooks_.mnuSmartDel;
+  frm.mnuMarkAll.OnClick = [this] { resultPage_.mnuMarkAll(); };
+  frm.mnuMarkSelected.OnClick = [this] { resultPage_.mnuMarkSelected(); };
+  frm.mnuClearMarks.OnClick = [this] { resultPage_.mnuClearMarks(); };
+}
+
+void MainWindow::BindWindow() {
+  BindLayout(frm);
+  frm.OnQueryUnload = [this] { return MayClose(); };
+  frm.OnUnload = [this] { Close(); };
+}
+
+void MainWindow::BindTimers() {
+  for (Timer* const timer : {&frm.tmrProgress, &frm.tmrUpdate, &fileCommands_.frmFileProgress.tmrProgress}) {
+    dispatch_.BindPassive(timer->OnTick);
+    BindTimer(*timer, ports_.events);
+  }
+}
+
+void MainWindow::BindDispatch() {
+  for (const Menu* const menu : frm.Menus()) {
+    for (MenuItem* const item : menu->Items()) {
+      if (item != nullptr && item != &frm.mnuSrch && item != &frm.MnuQuit) dispatch_.BindAction(item->OnClick);
+    }
+  }
+  dispatch_.BindAction(frm.cmdNewSrch.OnClick);
+  for (auto* const event : {&frm.MnuQuit.OnClick, &frm.cmdTask.OnClick, &frm.mnuFile.OnOpen, &frm.mnuSrchSession.OnOpen,
+                            &frm.OnResize, &fileCommands_.frmFileProgress.cmdCancel.OnClick}) {
+    dispatch_.BindPassive(*event);
+  }
+  BindFieldDispatch();
+  BindListDispatch();
+}
+
+// What has no failure to expect from files: it only moves between fields and entries.
+void MainWindow::BindFieldDispatch() {
+  for (auto* const event : {&frm.txtPath.OnClick, &frm.txtExt.OnClick, &frm.cmbDate.OnClick, &frm.txtDate.OnGotFocus,
+                            &frm.preview.chkPreview.OnClick}) {
+    dispatch_.BindPassive(*event);
+  }
+}
+
+void MainWindow::BindListDispatch() {
+  for (ListView& lst : frm.results.lstResult) {
+    dispatch_.BindAction(lst.OnDblClick);
+    dispatch_.BindAction(lst.OnColumnClick);
+    for (auto* const event : {&lst.OnClick, &lst.OnItemClick, &lst.OnItemCheck}) dispatch_.BindPassive(*event);
+    dispatch_.BindPassive(lst.OnMouseUp);
+    dispatch_.BindPassive(lst.OnMouseMove);
+  }
+  dispatch_.BindPassive(frm.lstPath.OnMouseMove);
+}
+
+void MainWindow::Load() {
+  dispatch_.Run([this] {
+    dispatch_.RunPassive([this] { StartUp(); });
+    frm.Visible = true;
+  });
+}
+
+std::string MainWindow::ProgramFile(const char* name) const {
+  return ports_.programFolder + ports_.files.Style().separator + name;
+}
+
+// Each step relies on those before it.
+void MainWindow::StartUp() {
+  helpFile_ = ProgramFile(kHelpFile);
+  InitProgressBar(frm);
+  Init(frm);
+  LoadSettings(ports_.settings, ports_.shell, ports_.now(), Settings());
+  if (options_.NoTooltipsOpt != 1 && hooks_.InitTooltips) hooks_.InitTooltips();
+  if (hooks_.RemindOfUpdate) hooks_.RemindOfUpdate();
+  TakeLatest(frm.txtPath);
+  TakeLatest(frm.txtExt);
+  if (ShowTipsAtStartup(ports_.settings) && hooks_.ShowTip) hooks_.ShowTip();
+}
+
+// A click that cancels comes in the middle of the search, which is an action itself.
+void MainWindow::Search() {
+  ActionDispatch& dispatch = frm.cmdSrch.Caption() == kCancelCaption ? cancel_ : dispatch_;
+  dispatch.Run([this] { searchButton_.Click(); });
+}
+
+void MainWindow::Transfer(void (FileCommands::*command)()) {
+  const std::int16_t asked = frm.results.mIntCurFrame;
+  (fileCommands_.*command)();
+  UpdateCount(frm.results, asked);
+}
+
+// A close that comes in the middle of an action is made up for when that has ended. A search may take hours, so its
+// user is told.
+bool MainWindow::MayClose() {
+  if (frm.cmdSrch.Caption() == kCancelCaption) {
+    refusal_.Run([this] {
+      ports_.dialogs.MessageBox("Please cancel your search before quitting.", BoxIcon::Information, "Quit",
+                                BoxButtons::Ok);
+    });
+    return false;
+  }
+  closeLater_ = dispatch_.IsRunning();
+  return !closeLater_;
+}
+
+void MainWindow::Close() {
+  dispatch_.RunPassive([this] { SaveSettings(ports_.settings, Settings()); });
+  ReleaseProgressBar(frm);
+}
+
+void MainWindow::RestoreAfterFailure() {
+  frm.tmrProgress.Enabled = false;
+  frm.pointer.Shape = PointerShape::Default;
+  for (ListView& lst : frm.results.lstResult) lst.Visible = true;
+  search_.UnlockSrchUi();
+}
+
+}  // namespace tresmor

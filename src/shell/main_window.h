@@ -1,0 +1,139 @@
+// The main window put together: its form, the parts that work on it, and everything the user can set off.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "base/date.h"
+#include "desk/action_dispatch.h"
+#include "desk/guarded_msg.h"
+#include "desk/options.h"
+#include "desk/presets.h"
+#include "desk/progress.h"
+#include "fileops/file_commands.h"
+#include "fileops/single_file.h"
+#include "persist/settings.h"
+#include "platform/picture_loader.h"
+#include "platform/screen.h"
+#include "platform/settings_store.h"
+#include "results/list_tip.h"
+#include "results/preview.h"
+#include "scope/scope_page.h"
+#include "shell/export_command.h"
+#include "shell/frm_main.h"
+#include "shell/result_page.h"
+#include "shell/search_button.h"
+#include "shell/search_control.h"
+#include "shell/session_commands.h"
+
+namespace tresmor {
+
+struct MainWindowPorts {
+  const FileSystem& files;
+  const FileWriter& writer;
+  FileChanges& changes;
+  FileOperations& operations;
+  const VersionReader& versions;
+  SettingsStore& settings;
+  const Shell& shell;
+  const Screen& screen;
+  EventQueue& events;
+  Dialogs& dialogs;
+  ModalForms& forms;
+  FileForms& fileForms;
+  PictureLoader& pictures;
+  std::function<DateStamp()> now;  // of the local clock
+  std::string programFolder;       // that the program's own files lie in, without a separator at the end
+};
+
+// What the window calls and is no part of it. An item of the menus without its hook can't be chosen.
+struct MainWindowHooks {
+  // Items of the menus, by their names.
+  std::function<void()> mnuOptions;
+  std::function<void()> mnuSmartDel;
+  std::function<void()> mnuHelp;
+  std::function<void()> mnuSuppForum;
+  std::function<void()> mnuWebSite;
+  std::function<void()> mnuEmail;
+  std::function<void()> mnuChkUpdate;
+  std::function<void()> mnuAbout;
+  // A sheet of a file's properties for mnuPropPage, where the desktop has none.
+  std::function<void(const std::string& file)> OwnFileProp;
+  // Steps of the start, left out where they aren't set.
+  std::function<void()> InitTooltips;
+  std::function<void()> RemindOfUpdate;
+  std::function<void()> ShowTip;  // not modal
+};
+
+// Interface thread.
+class MainWindow {
+ public:
+  // The form is hidden yet. What is in `ports` outlives the window.
+  MainWindow(const MainWindowPorts& ports, MainWindowHooks hooks);
+  MainWindow(const MainWindow&) = delete;
+  MainWindow& operator=(const MainWindow&) = delete;
+
+  FrmMain frm;
+
+  // What the program does first, once, when whoever shows the form listens to it already. The form becomes Visible when
+  // all is done, so that boxes of the start come before it.
+  void Load();
+
+  // Hover texts of the lists, for whoever shows them.
+  const ListTip& Tips() const { return tips_; }
+  // The dialogs of the commands on files.
+  FileCommands& Files() { return fileCommands_; }
+  // The program's help, from Load on.
+  const std::string& HelpFile() const { return helpFile_; }
+
+ private:
+  void BindButtons();
+  void BindMenus();
+  void BindFileMenu();
+  void BindWindow();
+  void BindTimers();
+  // Has all that was bound go through the dispatch, but for what decides by itself how to go.
+  void BindDispatch();
+  void BindFieldDispatch();
+  void BindListDispatch();
+
+  void StartUp();
+  bool GuardedMsg(GuardedId id) { return messages_.GuardedMsg(options_, id); }
+  // The path of a file that comes with the program.
+  std::string ProgramFile(const char* name) const;
+  // Starts a search, or cancels the one that runs.
+  void Search();
+  // A command on marked files, which may have left their list by its end.
+  void Transfer(void (FileCommands::*command)());
+  bool MayClose();
+  void Close();
+  void RestoreAfterFailure();
+  SettingsOwner Settings() { return {frm.txtPath, frm.txtExt, presets_, options_}; }
+
+  const MainWindowPorts ports_;
+  const MainWindowHooks hooks_;
+  ActionDispatch dispatch_;
+  ActionDispatch cancel_;  // of a search: runs on top of it, but not of itself
+  OneAction refusal_;      // of closing
+  bool closeLater_ = false;
+  std::string helpFile_;
+
+  Options options_;
+  Presets presets_;
+  GuardedMessages messages_;
+  HoveredRow hovered_;
+  ListTip tips_{hovered_, {}};
+  Progress progress_;
+  ScopePage scopePage_;
+  Preview preview_;
+  SearchControl search_;
+  SearchButton searchButton_;
+  FileCommands fileCommands_;
+  SingleFile singleFile_;
+  SessionCommands sessions_;
+  ExportCommand export_;
+  ResultPage resultPage_;
+};
+
+}  // namespace tresmor
