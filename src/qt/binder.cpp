@@ -78,6 +78,9 @@ void Binder::BindState(Control& control, QWidget& widget) const {
 
 void Binder::BindPlace(PlacedControl& control, QWidget& widget) const {
   ShowValue(control, widget, Notice::What::Place, [&, this] { widget.setGeometry(twips_.ToPixels(PlaceOf(control))); });
+  Follow(control, widget, [&](const Notice& notice) {
+    if (notice.what == Notice::What::ToFront) widget.raise();
+  });
 }
 
 void Binder::Bind(Button& control, QPushButton& widget) const {
@@ -187,7 +190,7 @@ void Binder::Bind(ComboBox& control, QComboBox& widget) const {
 void Binder::Bind(ChoiceList& control, QComboBox& widget) const {
   BindState(control, widget);
   for (std::int32_t i = 0; i < control.ListCount(); ++i) widget.addItem(ShownLine(control.List(i)));
-  ShowValue(control, widget, Notice::What::ListIndex, [&] { widget.setCurrentIndex(control.ListIndex()); });
+  ShowValue(control, widget, Notice::What::Value, [&] { widget.setCurrentIndex(control.ListIndex()); });
   ShowValue(control, widget, Notice::What::BackColor, [&] { ShowGround(widget, control.BackColor()); });
   QObject::connect(&widget, &QComboBox::activated, &widget,
                    [&, this](int index) { Deliver([&] { control.Choose(index); }); });

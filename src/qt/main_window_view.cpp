@@ -3,8 +3,6 @@
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
-#include <QDragEnterEvent>
-#include <QFile>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -12,12 +10,10 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
-#include <QMimeData>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QShortcut>
-#include <QUrl>
 #include <cmath>
 
 #include "qt/display_text.h"
@@ -94,20 +90,10 @@ const char* IconNameOf(const MainMenu& menu, const MenuItem& item) {
   return found == names.end() ? nullptr : found->second;
 }
 
-// Files and folders that the desktop names by local addresses.
-std::vector<std::string> LocalPaths(const QMimeData& data) {
-  std::vector<std::string> paths;
-  for (const QUrl& url : data.urls()) {
-    if (url.isLocalFile())
-      paths.push_back(QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toUtf8()).toStdString());
-  }
-  return paths;
-}
-
 }  // namespace
 
-MainWindowView::MainWindowView(FrmMain& frm, const Binder& binder, MainWindowActions actions)
-    : frm_(frm), binder_(binder), actions_(std::move(actions)), menuBar_(this), canvas_(this) {
+MainWindowView::MainWindowView(FrmMain& frm, const Binder& binder, const ListTip& tips)
+    : frm_(frm), binder_(binder), tips_(tips), menuBar_(this), canvas_(this) {
   setWindowTitle(ShownLine(frm_.Caption()));
   setWindowIcon(ProgramIcon());
   BuildMenus();
@@ -158,13 +144,8 @@ void MainWindowView::AddItem(Menu& menu, MenuItem& item, QMenu& shown) {
   });
   if (item.Key().empty()) return;
   auto* const shortcut = new QShortcut(QKeySequence(item.Key().c_str()), this);
-  connect(shortcut, &QShortcut::activated, this, [this, &menu, &item] {
-    binder_.Deliver([&] {
-      if (!menu.Enabled()) return;
-      if (menu.OnOpen) menu.OnOpen();
-      if (item.Enabled() && item.OnClick) item.OnClick();
-    });
-  });
+  connect(shortcut, &QShortcut::activated, this,
+          [this, &menu, &item] { binder_.Deliver([&] { menu.Shortcut(item); }); });
 }
 
 void MainWindowView::BuildScope() {
@@ -175,12 +156,10 @@ void MainWindowView::BuildScope() {
   Placed<QPushButton>(frm_.cmdRemove, binder_, frame);
   ListLook look;
   look.icons = {QIcon(), ThemeIcon("folder"), ThemeIcon("dialog-cancel")};
-  look.hoverText = [this] { return actions_.HoverText ? actions_.HoverText(frm_.lstPath) : std::string(); };
+  look.hoverText = [this] { return TipOf(frm_.lstPath); };
   auto* const list = new ListWidget(frm_.lstPath, binder_, std::move(look), frame);
   list->setAccessibleName("Paths");
   binder_.BindPlace(frm_.lstPath, *list);
-  list->setAcceptDrops(true);
-  list->viewport()->installEventFilter(this);
 }
 
 void MainWindowView::BuildScopePages(QWidget& frame) {
@@ -251,11 +230,16 @@ void MainWindowView::BuildResults() {
     ListLook look;
     look.checkBoxes = true;
     look.multiSelect = true;
-    look.hoverText = [this, &list] { return actions_.HoverText ? actions_.HoverText(list) : std::string(); };
+    look.hoverText = [this, &list] { return TipOf(list); };
     auto* const widget = new ListWidget(list, binder_, std::move(look), frame);
     widget->setAccessibleName(ShownLine(frm_.results.tabMain.Caption(static_cast<std::int32_t>(i) + 1)));
     binder_.BindPlace(list, *widget);
   }
+}
+
+std::string MainWindowView::TipOf(const ListView& list) const {
+  const auto found = tips_.texts.find(&list);
+  return found == tips_.texts.end() ? std::string() : found->second;
 }
 
 void MainWindowView::BuildFileOp() {
@@ -272,18 +256,32 @@ void MainWindowView::BuildFileOp() {
 
 void MainWindowView::BuildStatusBar() {
   auto* const bar = new QWidget(&canvas_);
+  bar->setAutoFillBackground(true);  // it stands in front of what a low window has no room for
   binder_.BindState(frm_.StatusBar1, *bar);
   binder_.BindPlace(frm_.StatusBar1, *bar);
-  Panel& first = frm_.StatusBar1.Panels(1);
-  auto* const room = new QWidget(bar);
-  binder_.BindPlace(first, *room);
+  Follow(frm_.StatusBar1, *this, [this](const Notice& notice) {
+    if (notice.what == Notice::What::Place && !reporting_) Report();
+  });
   auto* const text = new QLabel(bar);
   binder_.Bind(frm_.msgBar, *text);
   binder_.BindPlace(frm_.msgBar, *text);
-  auto* const progress = new QProgressBar(bar);
+  BuildProgressBar(*bar);
+}
+
+// It moves between the window and the status bar.
+void MainWindowView::BuildProgressBar(QWidget& bar) {
+  auto* const progress = new QProgressBar(&canvas_);
   progress->setAccessibleName("Progress");
+  const auto seat = [this, progress, &bar] {
+    progress->setParent(frm_.pbMain.Parent() == &frm_.StatusBar1 ? &bar : &canvas_);
+    progress->setVisible(frm_.pbMain.Visible());
+  };
+  seat();
   binder_.Bind(frm_.pbMain, *progress);
   binder_.BindPlace(frm_.pbMain, *progress);
+  Follow(frm_.pbMain, *progress, [seat](const Notice& notice) {
+    if (notice.what == Notice::What::Parent) seat();
+  });
 }
 
 void MainWindowView::Apply() {
@@ -329,7 +327,7 @@ void MainWindowView::Report() {
   bar.Height = height;
   bar.Width = frm_.ScaleWidth();
   bar.Left = 0;
-  bar.Top = frm_.ScaleHeight() - height;
+  bar.Top = bar.Align() == Align::Top ? 0 : frm_.ScaleHeight() - height;
   Panel& first = bar.Panels(1);
   first.Height = height;
   Panel& second = bar.Panels(2);
@@ -354,21 +352,6 @@ void MainWindowView::changeEvent(QEvent* event) {
 void MainWindowView::closeEvent(QCloseEvent* event) {
   event->ignore();
   binder_.Deliver([this] { frm_.Unload(); });
-}
-
-bool MainWindowView::eventFilter(QObject*, QEvent* event) {
-  if (event->type() == QEvent::DragEnter || event->type() == QEvent::DragMove) {
-    auto& drag = static_cast<QDragMoveEvent&>(*event);
-    if (!frm_.frmSelPath.Enabled() || LocalPaths(*drag.mimeData()).empty()) return false;
-    drag.acceptProposedAction();
-    return true;
-  }
-  if (event->type() != QEvent::Drop || !actions_.DropFolders) return false;
-  auto& drop = static_cast<QDropEvent&>(*event);
-  const std::vector<std::string> paths = LocalPaths(*drop.mimeData());
-  drop.acceptProposedAction();
-  binder_.Deliver([&] { actions_.DropFolders(paths); });
-  return true;
 }
 
 }  // namespace tresmor

@@ -1,0 +1,17 @@
+#include "qt/qt_screen.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+
+namespace tresmor {
+
+WorkArea QtScreen::GetWorkArea() const {
+  const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
+  const auto twips = static_cast<float>(twips_.PerPixel());
+  return {.right = area.x() + area.width(),
+          .bottom = area.y() + area.height(),
+          .twipsPerPixelX = twips,
+          .twipsPerPixelY = twips};
+}
+
+}  // namespace tresmor
