@@ -35,6 +35,7 @@ int ConsoleSearch::Run(const LeftOutWords& words) {
     for (const std::string& sentence : RowsLeftOut(frm_, scope, words)) ports_.err.Say(sentence);
   }
   frm_.chkVer.Value = options_.versions;
+  control_.readsDates = !options_.PrintsGroups() || !options_.save.empty();
   const double start = ports_.events.Seconds();
   Search();
   const double seconds = ports_.events.Seconds() - start;

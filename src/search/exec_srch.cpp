@@ -220,11 +220,15 @@ class Search {
     finding.folder = table_.folders->Path(record.folder);
     finding.dupGrp = row.dupGrp;
     finding.size = record.Sz;
-    const Folder* folder = table_.OpenFolder(row.index);
-    finding.modified = folder != nullptr ? GetFileDate(*folder, record.Name())
-                                         : GetFileDate(ports_.files, finding.folder + finding.name);
+    if (request_.dates) finding.modified = DateOf(row.index, finding);
     if (request_.versions) finding.version = ports_.versions.GetFileVer(finding.folder + finding.name, ports_.stop);
     return finding;
+  }
+
+  DateStamp DateOf(std::int32_t index, const Finding& finding) const {
+    const Folder* folder = table_.OpenFolder(index);
+    return folder != nullptr ? GetFileDate(*folder, finding.name)
+                             : GetFileDate(ports_.files, finding.folder + finding.name);
   }
 
   const SearchRequest& request_;

@@ -28,6 +28,7 @@ struct SearchRequest {
   bool hidden = false;           // hidden files and folders too
   bool protectWinDir = true;     // keep out of the system's own folders
   bool versions = false;         // read the version of each file that is listed
+  bool dates = true;             // read the date of each file that is listed, which costs a look at each
   bool isAllSrchTarget = false;  // every row, excluded ones included, is a search target
 
   bool Wants(SrchType type) const { return types[static_cast<std::size_t>(type)]; }

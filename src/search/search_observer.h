@@ -19,10 +19,10 @@ inline constexpr int kResultLists = 5;
 struct Finding {
   ResultList list = ResultList::ZeroSize;
   std::string name;
-  std::string folder;                  // with the separator at its end
-  std::int32_t dupGrp = -1;            // group number, -1 none, -3 read error
-  std::int64_t size = 0;               // bytes
-  DateStamp modified = kZeroDate;      // UTC; the zero date for a hidden or vanished file
+  std::string folder;              // with the separator at its end
+  std::int32_t dupGrp = -1;        // group number, -1 none, -3 read error
+  std::int64_t size = 0;           // bytes
+  DateStamp modified = kZeroDate;  // UTC; the zero date for a hidden or vanished file, or if dates weren't asked for
   std::optional<std::string> version;  // only if versions were asked for
 };
 

@@ -71,7 +71,9 @@ void SearchControl::RunSearch() {
   frm_.session.HasSrchResult = true;
   progress_.SrchStartTime = ports_.events.Seconds();
   try {
-    srchFileCnt_ = RunOnWorker(ReadControls(frm_));
+    SearchRequest request = ReadControls(frm_);
+    request.dates = readsDates;
+    srchFileCnt_ = RunOnWorker(request);
   } catch (...) {
     frm_.tmrProgress.Enabled = false;
     for (ListView& lst : frm_.results.lstResult) lst.Visible = true;

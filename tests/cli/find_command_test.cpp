@@ -103,6 +103,22 @@ TEST_F(FindTest, Groups) {
   EXPECT_EQ(run.status, kRanThrough);
 }
 
+TEST_F(FindTest, DatesAreLookedUpOnlyForWhoShowsOrKeepsThem) {
+  MakeFile("/data/p", "pair");
+  MakeFile("/data/q", "pair");
+  const auto looks = [&](const std::vector<std::string>& arguments) {
+    files.ClearCalls();
+    Find(arguments);
+    const auto calls = files.Calls();
+    return std::count_if(calls.begin(), calls.end(), [](const MemoryFileSystem::Call& call) {
+      return call.op == MemoryFileSystem::Op::Stat && call.path == "/data/p";
+    });
+  };
+  const auto bare = looks({"/data", "--types", "duplicates", "--format", "groups"});
+  EXPECT_EQ(looks({"/data", "--types", "duplicates", "--format", "text"}), bare + 1);
+  EXPECT_EQ(looks({"/data", "--types", "duplicates", "--format", "groups", "--save", "/data/s.Tresmor"}), bare + 1);
+}
+
 TEST_F(FindTest, GroupsOfTheOtherTypes) {
   MakeSmallWorld();
   MakeFile("/data/also empty", "");
