@@ -1,7 +1,7 @@
 # What ./run and ./test share; sourced by both from the top of the repository.
 
 build_packages="g++ cmake ninja-build pkg-config libutf8proc-dev libcli11-dev nlohmann-json3-dev \
-qt6-base-dev qt6-svg-dev libwmf-dev libemf2svg-dev"
+qt6-base-dev qt6-svg-dev libwmf-dev libemf2svg-dev breeze-icon-theme fonts-dejavu-core"
 test_packages="libgtest-dev libgmock-dev clang-format clang-tidy python3 locales"
 coverage_packages="gcovr"
 fuzz_packages="clang libclang-rt-dev llvm"
@@ -37,7 +37,8 @@ install() {
 # Libraries are looked for by the build itself.
 need() {
   say "This is no Debian system, so nothing is installed. Tresmor needs: $*, a compiler for C++20, CMake 3.25 or newer,"
-  say "and the libraries utf8proc, CLI11 and nlohmann-json; its tests also need GoogleTest with GoogleMock."
+  say "and the libraries utf8proc, CLI11 and nlohmann-json; its window also needs Qt 6, libwmf and libemf2svg, and its tests"
+  say "GoogleTest with GoogleMock."
   absent=
   for tool; do
     command -v "$tool" >/dev/null || absent="$absent $tool"
