@@ -5,9 +5,11 @@
 namespace tresmor {
 
 void ChooseIconTheme() {
-  const QString fallback = IsDark() ? "breeze-dark" : "breeze";
-  if (QIcon::themeName().isEmpty() || QIcon::themeName() == "hicolor") QIcon::setThemeName(fallback);
-  QIcon::setFallbackThemeName(fallback);
+  const QString own = IsDark() ? "breeze-dark" : "breeze";
+  // A desktop of dark colours may name the bright half of the pair all the same.
+  const QStringList left = {"", "hicolor", "breeze"};
+  if (left.contains(QIcon::themeName())) QIcon::setThemeName(own);
+  QIcon::setFallbackThemeName(own);
 }
 
 QIcon ThemeIcon(const char* name) { return QIcon::fromTheme(name); }

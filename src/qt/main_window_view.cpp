@@ -245,7 +245,16 @@ std::string MainWindowView::TipOf(const ListView& list) const {
 void MainWindowView::BuildFileOp() {
   QWidget* const frame = PlainFrame(frm_.frmFileOp, binder_, &canvas_);
   auto* const layout = new QVBoxLayout(frame);
-  layout->setContentsMargins(0, 0, 0, 0);
+  // What a low window has no room for lies behind the status bar.
+  const auto keepClear = [this, layout] {
+    const float hidden = frm_.frmFileOp.Top() + frm_.frmFileOp.Height() - frm_.StatusBar1.Top();
+    constexpr float kAboveStatus = 60;
+    layout->setContentsMargins(0, 0, 0, std::max(0, binder_.Scale().ToPixels(hidden + kAboveStatus)));
+  };
+  keepClear();
+  Follow(frm_.StatusBar1, *frame, [keepClear](const Notice& notice) {
+    if (notice.what == Notice::What::Place) keepClear();
+  });
   layout->addWidget(Bound<QPushButton>(frm_.cmdTask, binder_, frame));
   layout->addWidget(Bound<QCheckBox>(frm_.preview.chkPreview, binder_, frame));
   auto* const picture = new PictureWidget(frm_.preview.imgPreview, binder_, frame);

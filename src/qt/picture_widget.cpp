@@ -2,6 +2,7 @@
 
 #include <QImage>
 #include <QPainter>
+#include <algorithm>
 
 namespace tresmor {
 
@@ -15,8 +16,9 @@ PictureWidget::PictureWidget(Picture& control, const Binder& binder, QWidget* pa
 
 void PictureWidget::resizeEvent(QResizeEvent*) {
   binder_.Deliver([this] {
-    control_.Width = binder_.Scale().FromPixels(width());
-    control_.Height = binder_.Scale().FromPixels(height());
+    // A layout without enough room leaves less than none to some.
+    control_.Width = binder_.Scale().FromPixels(std::max(0, width()));
+    control_.Height = binder_.Scale().FromPixels(std::max(0, height()));
   });
 }
 
