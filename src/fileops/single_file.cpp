@@ -41,12 +41,20 @@ void SingleFile::Rename(const std::string& path) {
   const std::string answer = ports_.dialogs.InputBox("Please type a new file name for \r\n" + path, "Rename",
                                                      std::string(GetFileNameOf(path, ports_.style)));
   if (answer.empty()) return;
-  const std::string renamed = std::string(GetFolderOf(path, ports_.style)) + answer;
-  if (ports_.changes.Rename(path, renamed) != Errors::None) {
+  if (GiveName(lst, row, path, answer) != Errors::None) {
     ports_.dialogs.MessageBox("File can't be renamed.", BoxIcon::None, "Can't rename", BoxButtons::Ok);
-    return;
   }
-  if (const std::int32_t now = FindRow(lst, path, row); now != 0) lst.SetCell(now, kNameItem, answer);
+}
+
+Errors SingleFile::GiveName(ListView& lst, std::int32_t row, const std::string& path, const std::string& name) {
+  try {
+    const std::string renamed = std::string(GetFolderOf(path, ports_.style)) + name;
+    if (const Errors failure = ports_.changes.Rename(path, renamed); failure != Errors::None) return failure;
+    if (const std::int32_t now = FindRow(lst, path, row); now != 0) lst.SetCell(now, kNameItem, name);
+    return Errors::None;
+  } catch (...) {
+    return CaughtFailure().Number();
+  }
 }
 
 }  // namespace tresmor

@@ -1,9 +1,11 @@
 // The commands on one file: that of the row with the focus in the list on show.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <string>
 
+#include "base/failure.h"
 #include "base/path.h"
 #include "desk/options.h"
 #include "platform/dialogs.h"
@@ -31,8 +33,8 @@ class SingleFile {
   // Actions of the main window. Each asks for a row in a box where none has the focus.
 
   // Asks for a new name, gives it to the file and writes it into the row. A name with folders in front leads there from
-  // the file's own folder, and stands in the row as it was typed. An existing file is never replaced; what fails is
-  // told in a box and leaves the row.
+  // the file's own folder, and stands in the row as it was typed. An existing file is never replaced. One box tells
+  // whatever fails, be it with the file, which leaves the row, or with the row.
   void RenFile();
   // With the program that the desktop has for it. Failures show nothing, here and in the next.
   void OpenFile();
@@ -42,6 +44,8 @@ class SingleFile {
  private:
   void WithPath(const std::function<void(const std::string& path)>& use);
   void Rename(const std::string& path);
+  // To the file, and to its row, which stood at `row` while events were let in.
+  Errors GiveName(ListView& lst, std::int32_t row, const std::string& path, const std::string& name);
 
   ResultLists& results_;
   const Options& options_;

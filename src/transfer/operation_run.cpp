@@ -152,8 +152,8 @@ OperationResult OperationRun::Result(const PathOperation& operation) const {
   if (!first_) return result;
   if (!cancelled_) result.code = first_.code;
   if (cancelled_) result.description += ' ';
-  result.description +=
-      firstPath_ + " could not be " + operation.PastParticiple() + ": " + first_.reason + "." + Others(othersFailed_);
+  result.description += (firstPath_.empty() ? "A file without a name" : firstPath_) + " could not be " +
+                        operation.PastParticiple() + ": " + first_.reason + "." + Others(othersFailed_);
   return result;
 }
 

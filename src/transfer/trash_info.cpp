@@ -21,8 +21,10 @@ std::string IsoDate(DateStamp stamp) {
 }  // namespace
 
 std::string TrashInfo(const std::string& path, const TrashPlace& place, std::int64_t unixSeconds, PathStyle style) {
-  std::string_view noted = path;
-  if (!place.topFolder.empty() && LiesBelow(path, place.topFolder, style)) {
+  const std::string real =
+      place.realFolder.empty() ? path : JoinPath(place.realFolder, GetFileNameOf(path, style), style);
+  std::string_view noted = real;
+  if (!place.topFolder.empty() && LiesBelow(real, place.topFolder, style)) {
     noted.remove_prefix(AddTail(place.topFolder, style.Tail()).size());
   }
   return "[Trash Info]\nPath=" + PercentEncoded(noted, kPlainMarks) +

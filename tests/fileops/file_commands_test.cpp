@@ -2,10 +2,10 @@
 
 #include <gmock/gmock.h>
 
-#include <deque>
 #include <functional>
 
 #include "fileops/fileops_world.h"
+#include "fileops/scripted_file_forms.h"
 
 namespace tresmor {
 namespace {
@@ -16,26 +16,6 @@ using testing::SizeIs;
 using tests::Mark;
 
 using Command = void (FileCommands::*)();
-
-// What a user does with the dialog each time it comes; it must be closed then.
-class ScriptedFileForms final : public FileForms {
- public:
-  ~ScriptedFileForms() override { EXPECT_THAT(deeds, IsEmpty()) << "the dialog never came"; }
-
-  void ShowModal(FrmFileOper& form) override {
-    EXPECT_TRUE(form.Visible());
-    if (deeds.empty()) {
-      ADD_FAILURE() << "unexpected dialog: " << form.Caption();
-      return form.CancelButton.OnClick();
-    }
-    const auto deed = deeds.front();
-    deeds.pop_front();
-    deed(form);
-    EXPECT_FALSE(form.Visible());
-  }
-
-  std::deque<std::function<void(FrmFileOper&)>> deeds;
-};
 
 class FileCommandsTest : public testing::Test, protected tests::FileOpsWorld {
  protected:
@@ -58,7 +38,7 @@ class FileCommandsTest : public testing::Test, protected tests::FileOpsWorld {
     forms.deeds.push_back([](FrmFileOper& frm) { frm.CancelButton.OnClick(); });
   }
 
-  ScriptedFileForms forms;
+  tests::ScriptedFileForms forms;
   FileCommands commands{results, preview, {{files, shell, operations, dialogs}, events, forms}};
   FrmFileOper& frm = commands.frmFileOper;
 };

@@ -107,6 +107,17 @@ TEST_F(SingleFileTest, TheProposalUnchangedIsThePlatformsMatterAndTheRowKeepsIts
   EXPECT_THAT(Rows(lst), ElementsAre("/data/a.txt", "/data/my file.txt"));
 }
 
+TEST_F(SingleFileTest, OneBoxTellsAFailureOfTheRowToo) {
+  dialogs.onInput = [&] {
+    lst.Listen([](const Notice& notice) {
+      if (notice.what == Notice::What::RowsChanged) throw Failure(Errors::Overflow);
+    });
+  };
+  ExpectBox("File can't be renamed.", BoxIcon::None, "Can't rename");
+  Answer("new.txt");
+  EXPECT_THAT(changes.paths, ElementsAre("/data/a.txt", "/data/new.txt"));
+}
+
 TEST_F(SingleFileTest, AnAnswerMayLeadToAnotherFolder) {
   Answer("../b/new.txt");
   EXPECT_THAT(changes.paths, ElementsAre("/data/../b/new.txt", "/data/a.txt"));

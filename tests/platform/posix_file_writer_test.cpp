@@ -127,6 +127,8 @@ TEST(PathFailure, TellsWhyWritingFails) {
   EXPECT_EQ(PathFailure(EIO), Errors::Device);
 }
 
+TEST(PathFailure, WhatAServerLostSightOfIsNotGone) { EXPECT_EQ(PathFailure(ESTALE), Errors::Device); }
+
 using std::chrono::milliseconds;
 
 TEST_F(FileWriterTest, ALockKeepsOthersOutUntilItGoes) {

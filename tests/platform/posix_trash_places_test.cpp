@@ -108,6 +108,9 @@ TEST_F(PosixTrash, OfAllLinksOnAPathTheDiskIsFound) {
     const TrashPlace place = Place(At("link/file"));
     EXPECT_EQ(place.folder, At("disk/.Trash-") + std::to_string(geteuid()));
     EXPECT_EQ(place.topFolder, At("disk"));
+    EXPECT_EQ(place.realFolder, At("disk/a"));
+    EXPECT_EQ(Place(At("disk/a/../a/./file")).realFolder, At("disk/a"));
+    EXPECT_EQ(Place(At("disk/a")).realFolder, At("disk"));
     EXPECT_NE(Place(At("link")).topFolder, At("disk"));  // the link itself lies here
   });
   if (!mounted) GTEST_SKIP() << kNoMounts;

@@ -263,6 +263,23 @@ TEST_F(MainWindowTest, ANewSearchNeverAsksAndClearsAllLists) {
   }
 }
 
+TEST_F(MainWindowTest, TheItemsForMarkedFilesAskForMarks) {
+  Load();
+  const std::vector<std::pair<std::function<void()>*, std::string>> items = {{&frm.mnuDelete.OnClick, "deletion."},
+                                                                             {&frm.mnuMove.OnClick, "moving files."},
+                                                                             {&frm.mnuCopy.OnClick, "copying files."}};
+  frm.results.tabMain.Select(1);
+  for (const auto& [item, what] : items) (*item)();  // no rows: not a word
+  AddRow(frm, ResultList::ZeroSize, "row");
+  frm.results.Shown().SetChecked(1, false);
+  for (const auto& [item, what] : items) {
+    dialogs.boxes.push_back({"Please mark files before " + what, "", BoxIcon::None});
+    (*item)();
+    EXPECT_THAT(dialogs.boxes, IsEmpty());
+  }
+  EXPECT_THAT(operations.calls, IsEmpty());
+}
+
 TEST_F(MainWindowTest, CountersFollowOperationsOnTheListThatWasAskedAbout) {
   Load();
   forms.inFileOper = [&](FrmFileOper& form) {

@@ -189,6 +189,13 @@ TEST_F(FileExecutorTest, RefusesWhatIsNoOrder) {
   EXPECT_THAT(changes.Calls(), ElementsAre());
 }
 
+TEST_F(FileExecutorTest, AFailureWithoutANameSaysSo) {
+  Make("/a/one");
+  ExpectFailed(program.Do(DeleteThese({"", "/a/one"})), OperationCode::BadName,
+               "A file without a name could not be deleted: it is no full path.");
+  EXPECT_FALSE(Stands("/a/one"));
+}
+
 // --- Paths with "\" that take no notice of case
 
 TEST(FileExecutorOnAnotherStyle, MovesTrashesAndUndoes) {

@@ -44,6 +44,13 @@ TEST_F(TrashInfoTest, TellsPathsFromTheTopFolderOn) {
             "[Trash Info]\nPath=/usbx/y\nDeletionDate=2004-07-01T08:00:00\n");
 }
 
+TEST_F(TrashInfoTest, TellsTheWayWithoutLinksFromTheTopFolderOn) {
+  EXPECT_EQ(TrashInfo("/link/../y", {"/usb/.Trash-1", "/usb", "/usb/x"}, 1'088'683'200, kStyle),
+            "[Trash Info]\nPath=x/y\nDeletionDate=2004-07-01T08:00:00\n");
+  EXPECT_EQ(TrashInfo("/link/y", {"/.Trash-1", "/", "/"}, 1'088'683'200, kStyle),
+            "[Trash Info]\nPath=y\nDeletionDate=2004-07-01T08:00:00\n");
+}
+
 TEST_F(TrashInfoTest, StandsInTheTrashAsItIsToldHere) {
   Disks disks;
   disks.files.MakeFile("/usb/x/one two", "1");

@@ -113,16 +113,16 @@ std::string PathOf(const Descriptor& folder) {
   return length > 0 ? std::string(path.data(), static_cast<std::size_t>(length)) : "";
 }
 
-std::vector<TrashPlace> AtTop(const Descriptor& top, const Volume& volume) {
+std::vector<TrashPlace> AtTop(const Descriptor& top, const Volume& volume, const std::string& realFolder) {
   const std::string path = PathOf(top);
   if (path.empty()) return {};
   const std::string user = std::to_string(geteuid());
   const std::string begin = AddTail(path, "/");
   if (IsReady(OpenOwn(OpenShared(top), user, volume), volume)) {
-    return {{begin + std::string(kSharedTrash) + "/" + user, path}};
+    return {{begin + std::string(kSharedTrash) + "/" + user, path, realFolder}};
   }
   const std::string own = std::string(kTrashOfUser) + user;
-  if (IsReady(OpenOwn(top, own, volume), volume)) return {{begin + own, path}};
+  if (IsReady(OpenOwn(top, own, volume), volume)) return {{begin + own, path, realFolder}};
   return {};
 }
 
@@ -135,7 +135,8 @@ std::vector<TrashPlace> PosixTrashPlaces::Places(const std::string& path) {
   FolderFacts facts;
   if (!Ask(folder, facts)) return {};
   if (!homeTrash_.empty() && IsReady(OpenOrMake(homeTrash_, facts.volume), facts.volume)) return {{homeTrash_, ""}};
-  return AtTop(ClimbToTop(std::move(folder)), facts.volume);
+  const std::string realFolder = PathOf(folder);
+  return AtTop(ClimbToTop(std::move(folder)), facts.volume, realFolder);
 }
 
 }  // namespace tresmor

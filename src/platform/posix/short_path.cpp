@@ -23,7 +23,6 @@ Descriptor::~Descriptor() {
 Errors PathFailure(int error) {
   switch (error) {
     case ENOENT:
-    case ESTALE:
       return Errors::FileNotFound;
     case EACCES:
     case EPERM:
@@ -53,7 +52,7 @@ Errors PathFailure(int error) {
     case EFBIG:
       return Errors::DiskFull;  // EFBIG: all that the file system takes in one file
     default:
-      return Errors::Device;
+      return Errors::Device;  // ESTALE too: what a server has lost sight of needn't be gone
   }
 }
 
