@@ -1,14 +1,13 @@
 // Measures what is done to a whole result list, on one thread: measure_lists [ROWS], 500,000 if not told. Each line is
 // the seconds of one thing. The list holds groups of two to five files, in an order of its own before each sort.
-#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
-#include <random>
 #include <string>
 #include <vector>
 
+#include "findings.h"
 #include "platform/posix/event_queue_posix.h"
 #include "results/counters.h"
 #include "results/marks.h"
@@ -18,26 +17,6 @@
 namespace {
 
 using namespace tresmor;
-
-std::vector<Finding> MakeFindings(std::size_t rows) {
-  std::mt19937 random(1);
-  std::vector<Finding> findings;
-  while (findings.size() < rows) {
-    const auto group = static_cast<std::int32_t>(findings.size());
-    for (auto left = 2 + random() % 4; left > 0 && findings.size() < rows; --left) {
-      Finding finding;
-      finding.name = "holiday picture " + std::to_string(random() % rows) + ".jpg";
-      finding.folder = "/home/somebody/pictures/" + std::to_string(random() % 5000) + "/";
-      finding.dupGrp = group;
-      finding.size = static_cast<std::int64_t>(random() % 1'000'000);
-      finding.modified = kZeroDate + 3'000'000'000 + static_cast<std::int64_t>(random() % 500'000'000);
-      finding.version = std::to_string(random() % 20) + "." + std::to_string(random() % 1000) + ".0.1";
-      findings.push_back(std::move(finding));
-    }
-  }
-  std::shuffle(findings.begin(), findings.end(), random);
-  return findings;
-}
 
 class Bench {
  public:

@@ -43,7 +43,7 @@ WindowProgram::WindowProgram(const FileWriters& writers, const UserFolders& fold
 
 MainWindowPorts WindowProgram::Ports(const std::string& executableFolder) {
   return {.files = files_,
-          .writer = writers_.usual,
+          .writer = writer_,
           .changes = changes_,
           .operations = operations_,
           .versions = versions_,

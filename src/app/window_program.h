@@ -1,6 +1,7 @@
 // The window's program put together: the adapters of this machine and of the toolkit, and the main window over them.
 #pragma once
 
+#include "desk/job_file_writer.h"
 #include "persist/ini_settings.h"
 #include "platform/posix/posix_file_changes.h"
 #include "platform/posix/posix_file_system.h"
@@ -55,6 +56,7 @@ class WindowProgram {
   IniSettings settings_;
 
   QtEventQueue events_;
+  const JobFileWriter writer_{writers_.usual, events_};
   QtDialogs dialogs_;
   const Twips twips_ = Twips::OfApplication();
   const Binder binder_{events_, twips_};

@@ -49,7 +49,7 @@ int ExportListCommand(const ExportOptions& options, const ConsolePorts& ports) {
   SavedResult saved(ports);
   if (!saved.Load(options.session, ports)) return kFailed;
   ExportDialogs dialogs(ports.err);
-  ExportList(out, saved.frm.results.List(options.list), {ports.writer, ports.shell, dialogs});
+  ExportList(out, saved.frm.results.List(options.list), {ports.writer, ports.shell, ports.events, dialogs});
   return dialogs.HasFailed() ? kFailed : kRanThrough;
 }
 

@@ -55,7 +55,7 @@ bool LoadSession(FrmMain& frm, Progress& progress, const std::string& typed, con
 bool SaveSession(FrmMain& frm, const std::string& typed, const ConsolePorts& ports) {
   const std::string path = FilePath(typed, ports.workingFolder);
   try {
-    return SaveSession(path, ControlsOf(frm), ports.writer, ports.err);
+    return SaveSession(path, ControlsOf(frm), {ports.writer, ports.events, ports.err});
   } catch (const Failure& failure) {
     ports.err.Say("'" + typed + "' can't be saved: " + failure.Description() + ".");
     return false;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cassert>
+#include <utility>
 
 #include "base/failure.h"
 
@@ -41,11 +42,11 @@ std::uint64_t ListView::NextArrangement() {
 template <class Change>
 void ListView::ChangeRows(Notice::What what, std::int32_t first, std::int32_t last, Change&& change) {
   if (what == Notice::What::RowsRemoved || what == Notice::What::RowsReset) arrangement_ = NextArrangement();
-  if (Visible()) {
-    Announce(what, first, last, change);
-  } else {
-    change();
-  }
+  if (!Visible()) return change();
+  if (batch_ == Batch::None) return Announce(what, first, last, change);
+  assert(what == Notice::What::RowsChanged);
+  if (std::exchange(batch_, Batch::Told) == Batch::Begun) Tell(what, Notice::When::Before, 1, Count());
+  change();
 }
 
 // Calls edit(vector, missing value) for all that is kept by row.
@@ -226,6 +227,22 @@ std::uint32_t ListView::ForeColor(std::int32_t row) const {
 void ListView::SetForeColor(std::int32_t row, std::uint32_t color) {
   if (ForeColor(row) == color) return;
   ChangeRows(Notice::What::RowsChanged, row, row, [&] { Put(colors_, At(row), color, kWindowText); });
+}
+
+void ListView::ChangeMany(const std::function<void()>& changes) {
+  assert(batch_ == Batch::None);
+  batch_ = Batch::Begun;
+  const auto end = [this] {
+    if (std::exchange(batch_, Batch::None) == Batch::Told)
+      Tell(Notice::What::RowsChanged, Notice::When::After, 1, Count());
+  };
+  try {
+    changes();
+  } catch (...) {
+    end();
+    throw;
+  }
+  end();
 }
 
 bool ListView::Sorted() const {

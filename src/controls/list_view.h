@@ -89,6 +89,11 @@ class ListView : public PlacedControl {
   std::uint32_t ForeColor(std::int32_t row) const;
   void SetForeColor(std::int32_t row, std::uint32_t color);
 
+  // Runs `changes`, which write marks, selection, cells and colours of any rows, and tells of them all, if there are
+  // any, by one notice of RowsChanged, also where they fail midway. They neither add, remove nor move rows, and let no
+  // events in.
+  void ChangeMany(const std::function<void()>& changes);
+
   bool Sorted() const;
   // Writing true sorts the rows now, every time, by the text of sub-item SortKey in the direction SortOrder; rows that
   // tie keep their order. Rows that are added later stay at the end.
@@ -120,6 +125,7 @@ class ListView : public PlacedControl {
 
  private:
   enum : unsigned { kChecked = 1, kSelected = 2 };
+  enum class Batch { None, Begun, Told };  // of changes by ChangeMany
   static constexpr int kIconShift = 2;
   using Cells = std::vector<CellStore::Cell>;
   // Cells past the end of a vector are missing ones, so that a column nobody writes costs nothing.
@@ -150,6 +156,7 @@ class ListView : public PlacedControl {
   std::vector<std::uint8_t> flags_;    // one a row, always
   std::vector<std::uint32_t> colors_;  // rows past its end have the default
   bool sorted_ = false;
+  Batch batch_ = Batch::None;
   std::int32_t lastSelected_ = 0;
   std::uint64_t arrangement_ = NextArrangement();
 };

@@ -103,6 +103,9 @@ class JobLine {
   bool ended_ = false;
 };
 
+// Of a job that has nothing to tell.
+struct NoNotice {};
+
 inline constexpr std::size_t kJobLineCapacity = 256;
 inline constexpr std::chrono::milliseconds kJobIdleWait{100};
 inline constexpr double kJobPumpEvery = 0.02;  // seconds of deliveries after which events get their turn

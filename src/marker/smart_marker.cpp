@@ -42,10 +42,12 @@ constexpr std::array<ListRule, 10> kListRules = {{
 // Marks the rows for which takes(text of the sub-item) holds.
 template <class Takes>
 void MarkRows(ListView& lst, std::int32_t subItem, Takes&& takes) {
-  std::string scratch;
-  for (std::int32_t row = 1; row <= lst.Count(); ++row) {
-    if (!lst.Checked(row) && takes(lst.CellView(row, subItem, scratch))) lst.SetChecked(row, true);
-  }
+  lst.ChangeMany([&] {
+    std::string scratch;
+    for (std::int32_t row = 1; row <= lst.Count(); ++row) {
+      if (!lst.Checked(row) && takes(lst.CellView(row, subItem, scratch))) lst.SetChecked(row, true);
+    }
+  });
 }
 
 struct TextHash : std::hash<std::string_view> {

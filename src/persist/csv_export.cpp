@@ -4,6 +4,7 @@
 
 #include "base/failure.h"
 #include "base/text.h"
+#include "desk/event_slice.h"
 #include "desk/report_failure.h"
 #include "results/rows.h"
 #include "results/sort_list.h"
@@ -34,10 +35,14 @@ void PutRow(std::string& file, const ListView& lst, std::int32_t row, std::strin
   file.append("\r\n");
 }
 
-std::string CsvText(const ListView& lst) {
+std::string CsvText(const ListView& lst, EventQueue& events) {
+  EventSlice slice(events);
   std::string file = HeaderLine(lst) + "\r\n";
   std::string scratch;
-  for (std::int32_t row = 1; row <= lst.Count(); ++row) PutRow(file, lst, row, scratch);
+  for (std::int32_t row = 1; row <= lst.Count(); ++row) {
+    PutRow(file, lst, row, scratch);
+    if (slice.IsOver()) slice.LetEventsIn();
+  }
   return file;
 }
 
@@ -45,7 +50,7 @@ std::string CsvText(const ListView& lst) {
 
 void ExportList(const std::string& sFileName, const ListView& lst, const ExportPorts& ports) {
   DoOrReport(ports.dialogs, kExportFailed, [&] {
-    if (const Errors failure = ports.writer.Replace(sFileName, CsvText(lst)); failure != Errors::None) {
+    if (const Errors failure = ports.writer.Replace(sFileName, CsvText(lst, ports.events)); failure != Errors::None) {
       throw Failure(failure);
     }
     const BoxAnswer open =

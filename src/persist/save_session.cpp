@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "base/failure.h"
+#include "desk/event_slice.h"
 #include "persist/session_file.h"
 #include "persist/session_format.h"
 #include "results/rows.h"
@@ -83,7 +84,7 @@ void PutScope(std::string& file, const ListView& lstPath, UntoldRows& untold) {
 }
 
 // Gives the number of rows that were put.
-std::int64_t PutRows(std::string& file, const ListView& lst, UntoldRows& untold) {
+std::int64_t PutRows(std::string& file, const ListView& lst, EventSlice& slice, UntoldRows& untold) {
   const bool versions = lst.Tag() == kVersionTag;
   std::string scratch;
   std::int64_t told = 0;
@@ -98,18 +99,20 @@ std::int64_t PutRows(std::string& file, const ListView& lst, UntoldRows& untold)
     } else {
       untold.Add(PathOf(lst, row));
     }
+    if (slice.IsOver()) slice.LetEventsIn();
   }
   return told;
 }
 
-void PutLists(std::string& file, const SessionControls& controls, UntoldRows& untold) {
+void PutLists(std::string& file, const SessionControls& controls, EventQueue& events, UntoldRows& untold) {
+  EventSlice slice(events);
   PutBoolean(file, controls.session.SaveSrchResult);
   PutNumber(file, kStoredLists);
   for (std::size_t i = 0; i < kStoredLists; ++i) {
     const ListView& lst = controls.results.lstResult[i];
     // The number of rows stands before them, but how many can be told shows only on the way.
     std::string rows;
-    PutNumber(file, controls.session.SaveSrchResult ? PutRows(rows, lst, untold) : 0);
+    PutNumber(file, controls.session.SaveSrchResult ? PutRows(rows, lst, slice, untold) : 0);
     PutLine(file, lst.Tag());
     file += rows;
   }
@@ -125,26 +128,25 @@ void PutOptions(std::string& file, const SessionControls& controls) {
 
 }  // namespace
 
-bool SaveSession(const std::string& sFileName, const SessionControls& controls, const FileWriter& writer,
-                 Dialogs& dialogs) {
+bool SaveSession(const std::string& sFileName, const SessionControls& controls, const SessionSaver& saver) {
   std::string file;
   PutOptions(file, controls);
   UntoldRows untoldScope;
   PutScope(file, controls.lstPath, untoldScope);
   if (untoldScope.Count() > 0) {
-    dialogs.MessageBox(untoldScope.Told("Search session can't be saved"), BoxIcon::Critical, "Search session not saved",
-                       BoxButtons::Ok);
+    saver.dialogs.MessageBox(untoldScope.Told("Search session can't be saved"), BoxIcon::Critical,
+                             "Search session not saved", BoxButtons::Ok);
     return false;
   }
   Panel& msgBar = controls.results.msgBar;
   msgBar.Text = "Saving search session to " + sFileName + ".";
   UntoldRows untold;
-  PutLists(file, controls, untold);
-  if (const Errors failure = writer.Replace(sFileName, file); failure != Errors::None) throw Failure(failure);
+  PutLists(file, controls, saver.events, untold);
+  if (const Errors failure = saver.writer.Replace(sFileName, file); failure != Errors::None) throw Failure(failure);
   msgBar.Text = "Search session - " + sFileName + " is saved.";
   if (untold.Count() > 0) {
-    dialogs.MessageBox(untold.Told(std::to_string(untold.Count()) + " file(s) left out"), BoxIcon::Exclamation,
-                       "Files left out", BoxButtons::Ok);
+    saver.dialogs.MessageBox(untold.Told(std::to_string(untold.Count()) + " file(s) left out"), BoxIcon::Exclamation,
+                             "Files left out", BoxButtons::Ok);
   }
   return true;
 }

@@ -13,6 +13,7 @@
 #include <QUrl>
 #include <algorithm>
 
+#include "base/text.h"
 #include "qt/display_text.h"
 
 namespace tresmor {
@@ -121,10 +122,12 @@ void ListWidget::SetCurrentRow(std::int32_t row) {
 }
 
 void ListWidget::SelectOnly(std::int32_t first, std::int32_t last) {
-  for (std::int32_t row = 1; row <= list_.Count(); ++row) {
-    const bool wanted = row >= first && row <= last;
-    if (wanted != list_.Selected(row)) list_.SetSelected(row, wanted);
-  }
+  list_.ChangeMany([&] {
+    for (std::int32_t row = 1; row <= list_.Count(); ++row) {
+      const bool wanted = row >= first && row <= last;
+      if (wanted != list_.Selected(row)) list_.SetSelected(row, wanted);
+    }
+  });
 }
 
 void ListWidget::PickRow(std::int32_t row, Qt::KeyboardModifiers keys) {
@@ -152,9 +155,11 @@ void ListWidget::ToggleMark(std::int32_t row) {
 void ListWidget::ToggleMarks(std::int32_t row) {
   const bool marked = !list_.Checked(row);
   if (list_.Selected(row)) {
-    for (std::int32_t other = 1; other <= list_.Count(); ++other) {
-      if (list_.Selected(other) && list_.Checked(other) != marked) list_.SetChecked(other, marked);
-    }
+    list_.ChangeMany([&] {
+      for (std::int32_t other = 1; other <= list_.Count(); ++other) {
+        if (list_.Selected(other)) list_.SetChecked(other, marked);
+      }
+    });
   } else {
     list_.SetChecked(row, marked);
   }
@@ -278,10 +283,12 @@ void ListWidget::focusInEvent(QFocusEvent* event) {
 // To the next row whose name begins so, from the current one on and around.
 void ListWidget::keyboardSearch(const QString& search) {
   const std::int32_t count = list_.Count();
+  const std::int32_t current = CurrentRow();
+  const std::string start = search.toStdString();
   std::string scratch;
   for (std::int32_t step = 1; step <= count; ++step) {
-    const std::int32_t row = (CurrentRow() - 1 + step) % count + 1;
-    if (!ShownLine(list_.CellView(row, 0, scratch)).startsWith(search, Qt::CaseInsensitive)) continue;
+    const std::int32_t row = (current - 1 + step) % count + 1;
+    if (!EqualText(list_.CellView(row, 0, scratch).substr(0, start.size()), start)) continue;
     return binder_.Deliver([&] { PickRow(row, Qt::NoModifier); });
   }
 }

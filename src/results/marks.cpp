@@ -50,14 +50,18 @@ void PruneRows(ListView& lst, const FileSystem& files, EventQueue& events) {
 
 void SetAllMarks(ResultLists& results, bool value) {
   ListView& lst = results.Shown();
-  for (std::int32_t row = 1; row <= lst.Count(); ++row) lst.SetChecked(row, value);
+  lst.ChangeMany([&] {
+    for (std::int32_t row = 1; row <= lst.Count(); ++row) lst.SetChecked(row, value);
+  });
 }
 
 void MarkSelected(ResultLists& results) {
   ListView& lst = results.Shown();
-  for (std::int32_t row = 1; row <= lst.Count(); ++row) {
-    if (lst.Selected(row)) lst.SetChecked(row, true);
-  }
+  lst.ChangeMany([&] {
+    for (std::int32_t row = 1; row <= lst.Count(); ++row) {
+      if (lst.Selected(row)) lst.SetChecked(row, true);
+    }
+  });
 }
 
 void MarkGroups(ListView& lst, ResultList kind, EventQueue& events, const GroupRule& rule) {

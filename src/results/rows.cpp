@@ -34,12 +34,14 @@ bool SameGroup(const ListView& lst, ResultList kind, std::int32_t a, std::int32_
 
 void ColorGroups(ListView& lst, ResultList kind) {
   if (lst.Count() < 2) return;
-  std::int16_t color = 0;
-  lst.SetForeColor(1, GroupColors[0]);
-  for (std::int32_t row = 2; row <= lst.Count(); ++row) {
-    if (!SameGroup(lst, kind, row, row - 1)) color = CheckedInt16((color + 1) % std::ssize(GroupColors));
-    lst.SetForeColor(row, GroupColors[static_cast<std::size_t>(color)]);
-  }
+  lst.ChangeMany([&] {
+    std::int16_t color = 0;
+    lst.SetForeColor(1, GroupColors[0]);
+    for (std::int32_t row = 2; row <= lst.Count(); ++row) {
+      if (!SameGroup(lst, kind, row, row - 1)) color = CheckedInt16((color + 1) % std::ssize(GroupColors));
+      lst.SetForeColor(row, GroupColors[static_cast<std::size_t>(color)]);
+    }
+  });
 }
 
 }  // namespace tresmor

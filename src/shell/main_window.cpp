@@ -45,7 +45,7 @@ MainWindow::MainWindow(const MainWindowPorts& ports, MainWindowHooks hooks)
                     {{ports.files, ports.shell, ports.operations, ports.dialogs}, ports.events, ports.fileForms}),
       singleFile_(frm.results, options_, {ports.changes, ports.shell, ports.dialogs, ports.files.Style()}),
       sessions_(frm, progress_, {ports.files, ports.writer, ports.events, ports.dialogs}),
-      export_(frm, {ports.writer, ports.shell, ports.dialogs}),
+      export_(frm, {ports.writer, ports.shell, ports.events, ports.dialogs}),
       resultPage_(frm, progress_,
                   {.shell = ports.shell,
                    .versions = {ports.versions, ports.events},

@@ -54,7 +54,6 @@ void ResultPage::mnuPropPage() {
 
 // The desktop may take seconds to answer, or never do so.
 bool ResultPage::ShownByDesktop(const std::string& file) {
-  struct NoNotice {};
   bool shown = false;
   StopToken stop;
   RunJob<NoNotice>(

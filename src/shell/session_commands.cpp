@@ -26,7 +26,7 @@ void SessionCommands::mnuSaveResultList() {
   if (frm_.session.SessionFile.empty()) {
     mnuSaveAsResultList();
   } else {
-    SaveSession(frm_.session.SessionFile, ControlsOf(frm_), ports_.writer, ports_.dialogs);
+    SaveSession(frm_.session.SessionFile, ControlsOf(frm_), {ports_.writer, ports_.events, ports_.dialogs});
   }
 }
 
@@ -43,7 +43,8 @@ void SessionCommands::mnuSaveAsResultList() {
       ports_.dialogs.MessageBox("Do you want to include your search result in addition to search parameters?",
                                 BoxIcon::Question, "Include search result", BoxButtons::YesNo);
   session.SaveSrchResult = include == BoxAnswer::Yes;
-  if (SaveSession(*chosen, ControlsOf(frm_), ports_.writer, ports_.dialogs)) session.SessionFile = *chosen;
+  if (SaveSession(*chosen, ControlsOf(frm_), {ports_.writer, ports_.events, ports_.dialogs}))
+    session.SessionFile = *chosen;
 }
 
 void SessionCommands::mnuLoadResultList() {

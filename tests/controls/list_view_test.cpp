@@ -312,6 +312,48 @@ TEST_F(ListNotices, StaySilentWhereNothingChanges) {
   EXPECT_TRUE(heard.empty());
 }
 
+TEST_F(ListNotices, TellManyChangesAtOnce) {
+  const auto markAll = [&] {
+    for (std::int32_t row = 1; row <= lst.Count(); ++row) lst.SetChecked(row, true);
+    lst.SetSelected(2, true);
+    lst.SetForeColor(3, 7);
+    lst.SetCell(1, 1, "f");
+  };
+  const std::vector<Heard> once = {{What::RowsChanged, When::Before, 1, 3, 3},
+                                   {What::RowsChanged, When::After, 1, 3, 3}};
+  lst.ChangeMany(markAll);
+  EXPECT_EQ(heard, once);
+  EXPECT_TRUE(lst.Checked(1) && lst.Checked(3));
+  EXPECT_EQ(lst.SelectedItem(), 2);
+  EXPECT_EQ(lst.Cell(1, 1), "f");
+  heard.clear();
+  lst.SetChecked(1, false);
+  EXPECT_EQ(heard.size(), 2U) << "one by one again";
+  heard.clear();
+  lst.Visible = false;
+  heard.clear();
+  lst.ChangeMany(markAll);
+  EXPECT_TRUE(heard.empty()) << "a hidden list";
+  lst.Visible = true;
+  heard.clear();
+  lst.ChangeMany([&] { lst.SetChecked(1, true); });
+  EXPECT_TRUE(heard.empty()) << "nothing new";
+}
+
+TEST_F(ListNotices, TellManyChangesThatFailed) {
+  EXPECT_THROW(lst.ChangeMany([&] {
+    lst.SetChecked(2, true);
+    lst.SetChecked(4, true);
+  }),
+               Failure);
+  EXPECT_EQ(heard, (std::vector<Heard>{{What::RowsChanged, When::Before, 1, 3, 3},
+                                       {What::RowsChanged, When::After, 1, 3, 3}}));
+  EXPECT_TRUE(lst.Checked(2));
+  heard.clear();
+  lst.SetChecked(1, true);
+  EXPECT_EQ(heard.size(), 2U) << "one by one again";
+}
+
 TEST_F(ListNotices, AHiddenListIsSilentUntilItIsShown) {
   lst.Visible = false;
   heard.clear();

@@ -36,7 +36,7 @@ class CsvExportTest : public testing::Test, protected tests::SessionWorld {
   }
 
   FakeShell shell;
-  ExportPorts ports{writer, shell, dialogs};
+  ExportPorts ports{writer, shell, events, dialogs};
 };
 
 const std::vector<std::string> kCells = {"/x/", "         7", "        12", "2004/01/02 10:20:30"};
@@ -133,14 +133,20 @@ TEST_F(CsvExportTest, LackOfMemoryIsToldAsWell) {
                                     .title = "Failed"};
   dialogs.boxes = {box, box};
   const ThrowingWriter<std::bad_alloc> noMemory{std::bad_alloc()};
-  ExportList("/home/list.csv", List(ResultList::ZeroSize), {noMemory, shell, dialogs});
+  ExportList("/home/list.csv", List(ResultList::ZeroSize), {noMemory, shell, events, dialogs});
   const ThrowingWriter<std::length_error> tooLong{std::length_error("")};
-  ExportList("/home/list.csv", List(ResultList::ZeroSize), {tooLong, shell, dialogs});
+  ExportList("/home/list.csv", List(ResultList::ZeroSize), {tooLong, shell, events, dialogs});
 }
 
 TEST_F(CsvExportTest, ReplacesAnOldFile) {
   files.MakeFile("/home/list.csv", std::string(10'000, 'x'));
   EXPECT_EQ(Exported(List(ResultList::ZeroSize)), "Name,In Folder,Date Modified\r\n");
+}
+
+TEST_F(CsvExportTest, LetsEventsInBetweenRows) {
+  for (const char* const name : {"a", "b", "c"}) Add(List(ResultList::ZeroSize), name, kCells);
+  Exported(List(ResultList::ZeroSize));
+  EXPECT_EQ(events.pumps, 3);
 }
 
 }  // namespace

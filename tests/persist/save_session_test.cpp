@@ -146,5 +146,21 @@ TEST_F(SaveSessionTest, AScopeRowThatCanNotBeToldRefusesTheSave) {
   EXPECT_EQ(msgBar.Text(), "before");
 }
 
+// A mark that the user sets meanwhile is saved if its row's turn is yet to come.
+TEST_F(SaveSessionTest, LetsEventsInBetweenRows) {
+  ListView& lst = List(ResultList::Portions);
+  const std::vector<std::string> cells = {"/z/", "        12", "        13", "2004/01/03 10:20:30"};
+  for (const char* const name : {"a", "b", "c"}) Add(lst, name, cells);
+  session.SaveSrchResult = true;
+  events.onPump = [&] {
+    lst.SetChecked(1, true);
+    lst.SetChecked(2, true);
+  };
+  ASSERT_TRUE(Save());
+  EXPECT_EQ(events.pumps, 3);
+  const std::string rest = "|-/z/|-        12|-        13|-2004/01/03 10:20:30|-|-";
+  EXPECT_THAT(Lines(SavedText()), testing::IsSupersetOf({"a" + rest + "False", "b" + rest + "True"}));
+}
+
 }  // namespace
 }  // namespace tresmor

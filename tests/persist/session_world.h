@@ -57,7 +57,9 @@ struct SessionWorld {
     return cells;
   }
 
-  bool Save(const std::string& name = "/home/s.Tresmor") { return SaveSession(name, controls, writer, dialogs); }
+  bool Save(const std::string& name = "/home/s.Tresmor") {
+    return SaveSession(name, controls, {writer, events, dialogs});
+  }
   std::string SavedText() { return ReadWholeFile(files, "/home/s.Tresmor"); }
   bool Load(const std::string& text) { return LoadSession(text, controls, shown, dialogs); }
   // The number of the failure that ends the loading; None if it succeeds.

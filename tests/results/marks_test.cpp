@@ -56,6 +56,22 @@ TEST_F(MarksTest, SetsAndClearsAllMarksOfTheListOnShowAlone) {
   EXPECT_EQ(Marks(sameName), "--");
 }
 
+TEST_F(MarksTest, ManyRowsAreMarkedInOneChange) {
+  for (const char* name : {"a", "b", "c"}) Add(ResultList::Duplicates, name);
+  Show(ResultList::Duplicates);
+  int changes = 0;
+  duplicates.Listen([&](const Notice& notice) { changes += notice.when == Notice::When::After ? 1 : 0; });
+  SetAllMarks(results, true);
+  EXPECT_EQ(changes, 1);
+  SetAllMarks(results, false);
+  EXPECT_EQ(changes, 2);
+  for (const std::int32_t row : {1, 3}) duplicates.SetSelected(row, true);
+  changes = 0;
+  MarkSelected(results);
+  EXPECT_EQ(changes, 1);
+  EXPECT_EQ(Marks(duplicates), "x-x");
+}
+
 TEST_F(MarksTest, ClearingTheMarksOfAnEmptyListDoesNothing) {
   int notices = 0;
   zero.Listen([&](const Notice&) { ++notices; });

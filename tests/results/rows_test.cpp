@@ -95,6 +95,14 @@ TEST_F(RowsTest, TwoGroupsHaveTheFirstTwoColours) {
   EXPECT_EQ(Colors(portions), (std::vector<std::uint32_t>{0x009933, 0x0033CC}));
 }
 
+TEST_F(RowsTest, AllRowsAreColouredInOneChange) {
+  for (const char* name : {"a", "b", "c"}) Add(ResultList::Duplicates, name, 1);
+  int changes = 0;
+  duplicates.Listen([&](const Notice& notice) { changes += notice.when == Notice::When::After ? 1 : 0; });
+  ColorGroups(duplicates, ResultList::Duplicates);
+  EXPECT_EQ(changes, 1);
+}
+
 TEST_F(RowsTest, TheSeventhGroupHasTheColourOfTheFirst) {
   for (std::int32_t group = 0; group < 7; ++group) {
     Add(ResultList::Duplicates, "a", group);

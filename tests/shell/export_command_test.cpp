@@ -6,6 +6,7 @@
 
 #include <string>
 
+#include "desk/scripted_event_queue.h"
 #include "persist/whole_file.h"
 #include "results/rows.h"
 #include "search/search_world.h"
@@ -34,8 +35,9 @@ class ExportCommandTest : public testing::Test {
   MemoryFileWriter writer{files};
   FakeShell shell;
   ScriptedDialogs dialogs;
+  tests::ScriptedEventQueue events;
   FrmMain frm;
-  ExportCommand command{frm, {writer, shell, dialogs}};
+  ExportCommand command{frm, {writer, shell, events, dialogs}};
 };
 
 TEST_F(ExportCommandTest, AsksForAFileAndProposesTheLastOne) {
