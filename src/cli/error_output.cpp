@@ -50,7 +50,7 @@ std::optional<std::string> ErrorOutput::OpenFileDlg(const FileQuestion&) { retur
 
 std::optional<std::string> ErrorOutput::BrowseFolder(const std::string&, const std::string&) { return std::nullopt; }
 
-std::string ErrorOutput::InputBox(const std::string&, const std::string&, const std::string&) { return {}; }
+std::string ErrorOutput::InputBox(const BoxText&, const std::string&, const std::string&) { return {}; }
 
 void ErrorOutput::Put(std::string_view text) {
   std::fwrite(text.data(), 1, text.size(), file_);

@@ -33,7 +33,7 @@ class ErrorOutput final : public Dialogs {
   // Always cancelled: paths are given as arguments here.
   std::optional<std::string> OpenFileDlg(const FileQuestion& question) override;
   std::optional<std::string> BrowseFolder(const std::string& title, const std::string& startDir) override;
-  std::string InputBox(const std::string& prompt, const std::string& title, const std::string& proposal) override;
+  std::string InputBox(const BoxText& prompt, const std::string& title, const std::string& proposal) override;
 
  private:
   void SayVisible(const std::string& line);

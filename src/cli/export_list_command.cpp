@@ -22,7 +22,7 @@ class ExportDialogs final : public Dialogs {
   std::optional<std::string> BrowseFolder(const std::string& title, const std::string& startDir) override {
     return told_.BrowseFolder(title, startDir);
   }
-  std::string InputBox(const std::string& prompt, const std::string& title, const std::string& proposal) override {
+  std::string InputBox(const BoxText& prompt, const std::string& title, const std::string& proposal) override {
     return told_.InputBox(prompt, title, proposal);
   }
 

@@ -38,8 +38,8 @@ void SingleFile::WithPath(const std::function<void(const std::string& path)>& us
 void SingleFile::Rename(const std::string& path) {
   ListView& lst = results_.Shown();
   const std::int32_t row = lst.SelectedItem();
-  const std::string answer = ports_.dialogs.InputBox("Please type a new file name for \r\n" + path, "Rename",
-                                                     std::string(GetFileNameOf(path, ports_.style)));
+  const std::string answer = ports_.dialogs.InputBox(BoxText("Please type a new file name for \r\n").Name(path),
+                                                     "Rename", std::string(GetFileNameOf(path, ports_.style)));
   if (answer.empty()) return;
   if (GiveName(lst, row, path, answer) != Errors::None) {
     ports_.dialogs.MessageBox("File can't be renamed.", BoxIcon::None, "Can't rename", BoxButtons::Ok);

@@ -75,8 +75,9 @@ class Dialogs {
   // on the way there as it exists; at the usual place if that is empty.
   virtual std::optional<std::string> BrowseFolder(const std::string& title, const std::string& startDir) = 0;
 
-  // Interface thread. Asks for a line of text, proposing one. The texts are plain. Empty after a cancel.
-  virtual std::string InputBox(const std::string& prompt, const std::string& title, const std::string& proposal) = 0;
+  // Interface thread. Asks for a line of text, proposing one. Names in the prompt are shown as in a box. Empty after a
+  // cancel.
+  virtual std::string InputBox(const BoxText& prompt, const std::string& title, const std::string& proposal) = 0;
 };
 
 }  // namespace tresmor

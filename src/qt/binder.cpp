@@ -2,8 +2,9 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QEvent>
+#include <QFocusEvent>
 #include <QGroupBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -17,26 +18,62 @@
 namespace tresmor {
 namespace {
 
-// Hands events of one kind over.
-class EventWatch : public QObject {
+// Hands over that the focus came to a field from another widget of its window, or went to one. It also comes and goes
+// with whole windows and menus, which is nothing that a field's user did.
+class FocusWatch : public QObject {
  public:
-  EventWatch(QWidget& widget, QEvent::Type type, std::function<void()> handler)
-      : QObject(&widget), type_(type), handler_(std::move(handler)) {
-    widget.installEventFilter(this);
+  FocusWatch(QLineEdit& field, QEvent::Type type, std::function<void()> handler)
+      : QObject(&field), type_(type), handler_(std::move(handler)) {
+    field.installEventFilter(this);
   }
-  bool eventFilter(QObject*, QEvent* event) override {
-    if (event->type() == type_) handler_();
+  bool eventFilter(QObject* field, QEvent* event) override {
+    if (event->type() != type_ || !IsOfTheUser(static_cast<QFocusEvent*>(event)->reason())) return false;
+    // One that is being destroyed loses the focus when it is a field no more.
+    if (qobject_cast<QLineEdit*>(field) != nullptr) handler_();
     return false;
   }
 
  private:
+  static bool IsOfTheUser(Qt::FocusReason reason) {
+    return reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason && reason != Qt::MenuBarFocusReason;
+  }
+
   const QEvent::Type type_;
   const std::function<void()> handler_;
 };
 
-void Watch(QWidget& widget, QEvent::Type type, std::function<void()> handler) {
-  new EventWatch(widget, type, std::move(handler));  // the widget's child
+void WatchFocus(QLineEdit& field, QEvent::Type type, std::function<void()> handler) {
+  new FocusWatch(field, type, std::move(handler));  // the field's child
 }
+
+// Cut and paste stay a field's own where it takes no typing too, and do nothing there.
+class LockedKeys : public QObject {
+ public:
+  explicit LockedKeys(QLineEdit& field) : QObject(&field) { field.installEventFilter(this); }
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() != QEvent::ShortcutOverride) return false;
+    const auto& keys = *static_cast<QKeyEvent*>(event);
+    if (!keys.matches(QKeySequence::Cut) && !keys.matches(QKeySequence::Paste)) return false;
+    event->accept();
+    return true;
+  }
+};
+
+// Enter clicks the button that has the keys, also where another one is the default of its window.
+class EnterClicks : public QObject {
+ public:
+  explicit EnterClicks(QPushButton& button) : QObject(&button), button_(button) { button.installEventFilter(this); }
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() != QEvent::KeyPress) return false;
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (key != Qt::Key_Return && key != Qt::Key_Enter) return false;
+    button_.click();
+    return true;
+  }
+
+ private:
+  QPushButton& button_;
+};
 
 // Shows one value, now and after each change of that kind.
 template <class Show>
@@ -87,6 +124,7 @@ void Binder::Bind(Button& control, QPushButton& widget) const {
   BindState(control, widget);
   ShowValue(control, widget, Notice::What::Text, [&] { widget.setText(Caption(control.Caption())); });
   widget.setAutoDefault(false);
+  new EnterClicks(widget);  // the widget's child
   QObject::connect(&widget, &QPushButton::clicked, &widget, [&, this] { Deliver(control.OnClick); });
 }
 
@@ -107,7 +145,10 @@ void Binder::Bind(OptionButton& control, QRadioButton& widget) const {
   BindState(control, widget);
   ShowValue(control, widget, Notice::What::Text, [&] { widget.setText(Caption(control.Caption())); });
   ShowValue(control, widget, Notice::What::Value, [&] { widget.setChecked(control.Value()); });
-  QObject::connect(&widget, &QRadioButton::clicked, &widget, [&, this] { Deliver([&] { control.Value = true; }); });
+  QObject::connect(&widget, &QRadioButton::clicked, &widget, [&, this] {
+    Deliver([&] { control.Value = true; });
+    widget.setChecked(control.Value());  // one that stands apart from the others goes out at a second click
+  });
 }
 
 void Binder::Bind(Label& control, QLabel& widget) const {
@@ -133,6 +174,7 @@ void Binder::Bind(Frame& control, QGroupBox& widget) const {
 void Binder::Bind(TextBox& control, QLineEdit& widget) const {
   BindState(control, widget);
   widget.setReadOnly(control.Locked);
+  if (control.Locked) new LockedKeys(widget);  // the field's child
   if (control.MaxLength > 0) widget.setMaxLength(control.MaxLength);
   ShowValue(control, widget, Notice::What::Text, [&] {
     if (EditedBytes(widget.text()) != control.Text()) widget.setText(EditText(control.Text()));
@@ -143,8 +185,8 @@ void Binder::Bind(TextBox& control, QLineEdit& widget) const {
   Follow(control, widget, [&](const Notice& notice) {
     if (notice.what == Notice::What::Selection) widget.selectAll();
   });
-  Watch(widget, QEvent::FocusIn, [&, this] { Deliver(control.OnGotFocus); });
-  Watch(widget, QEvent::FocusOut, [&, this] { Deliver(control.OnLostFocus); });
+  WatchFocus(widget, QEvent::FocusIn, [&, this] { Deliver(control.OnGotFocus); });
+  WatchFocus(widget, QEvent::FocusOut, [&, this] { Deliver(control.OnLostFocus); });
 }
 
 void Binder::Bind(ComboBox& control, QComboBox& widget) const {
@@ -163,12 +205,12 @@ void Binder::Bind(ComboBox& control, QComboBox& widget) const {
   Follow(control, widget, [&, show](const Notice& notice) {
     switch (notice.what) {
       case Notice::What::Text:
-      case Notice::What::ListIndex: {
-        const QSignalBlocker quiet(widget);
-        widget.setCurrentIndex(control.ListIndex());
+        // What was typed stands there already, and the cursor in it.
         if (EditedBytes(widget.currentText()) != control.Text()) widget.setEditText(EditText(control.Text()));
         break;
-      }
+      case Notice::What::ListIndex:
+        if (control.ListIndex() >= 0) widget.setCurrentIndex(control.ListIndex());
+        break;
       case Notice::What::BackColor:
         ShowGround(widget, control.BackColor());
         break;

@@ -16,6 +16,20 @@ char16_t ControlPicture(char16_t unit) {
   return unit == 0x7f ? kDeletePicture : static_cast<char16_t>(kControlPictures + unit);
 }
 
+// Of one character.
+struct Decoded {
+  QString text;
+  bool valid = false;
+};
+
+// U+FEFF is a character like others here, wherever it stands.
+Decoded DecodeCharacter(std::string_view bytes) {
+  QStringDecoder decode(QStringDecoder::Utf8,
+                        QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
+  const QString text = decode(QByteArrayView(bytes.data(), static_cast<qsizetype>(bytes.size())));
+  return {text, !decode.hasError()};
+}
+
 // How many bytes from here on are one character of UTF-8, 0 if they are none.
 std::size_t CharacterLength(std::string_view bytes) {
   const auto lead = static_cast<unsigned char>(bytes.front());
@@ -27,12 +41,10 @@ std::size_t CharacterLength(std::string_view bytes) {
                                            : 0;
   if (length > bytes.size()) return 0;
   if (length <= 1) return length;
-  QStringDecoder decode(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-  const QString text = decode(QByteArrayView(bytes.data(), static_cast<qsizetype>(length)));
-  return decode.hasError() ||
-                 text.contains(QChar(QChar::ReplacementCharacter)) != (bytes.substr(0, length) == "\xEF\xBF\xBD")
-             ? 0
-             : length;
+  const Decoded character = DecodeCharacter(bytes.substr(0, length));
+  const bool isReplaced =
+      character.text.contains(QChar(QChar::ReplacementCharacter)) && bytes.substr(0, length) != "\xEF\xBF\xBD";
+  return character.valid && !isReplaced ? length : 0;
 }
 
 // Appends each character as `control` or `invalid` gives it, or as it is.
@@ -48,7 +60,7 @@ QString Decode(std::string_view bytes, Control&& control, Invalid&& invalid) {
     } else if (length == 1) {
       text += QChar(IsControl(lead) ? control(lead) : static_cast<char16_t>(lead));
     } else {
-      text += QString::fromUtf8(bytes.data(), static_cast<qsizetype>(length));
+      text += DecodeCharacter(bytes.substr(0, length)).text;
     }
     bytes.remove_prefix(length == 0 ? 1 : length);
   }
@@ -94,7 +106,8 @@ QString ShownLines(std::string_view bytes) {
 
 QString PlainToolTip(std::string_view bytes) {
   if (bytes.empty()) return {};
-  return "<qt>" + ShownLines(bytes).toHtmlEscaped().replace('\n', "<br>") + "</qt>";
+  return "<qt><span style=\"white-space:pre-wrap\">" + ShownLines(bytes).toHtmlEscaped().replace('\n', "<br>") +
+         "</span></qt>";
 }
 
 }  // namespace tresmor

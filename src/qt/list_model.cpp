@@ -11,7 +11,7 @@ ListModel::ListModel(ListView& list, bool checkBoxes, std::vector<QIcon> icons, 
     : QAbstractTableModel(parent), list_(list), checkBoxes_(checkBoxes), icons_(std::move(icons)) {
   if (list_.Visible()) rows_ = list_.Count();
   list_.Listen([alive = QPointer<ListModel>(this)](const Notice& notice) {
-    if (alive && notice.when == Notice::When::After) alive->Hear(notice);
+    if (alive) alive->Hear(notice);
   });
 }
 
@@ -59,14 +59,16 @@ Qt::ItemFlags ListModel::flags(const QModelIndex& index) const {
 }
 
 void ListModel::Hear(const Notice& notice) {
+  // The toolkit looks at rows that are about to go once more.
+  const bool before = notice.when == Notice::When::Before;
+  if (notice.what == Notice::What::RowsRemoved) return before ? BeginRemoval(notice.first, notice.last) : EndRemoval();
+  if (before) return;
   switch (notice.what) {
     case Notice::What::Visible:
     case Notice::What::RowsReset:
       return list_.Count() == rows_ && list_.Visible() ? MoveRows() : Reset();
     case Notice::What::RowsAdded:
       return Append();
-    case Notice::What::RowsRemoved:
-      return Remove(notice.first - 1, notice.last - 1);
     case Notice::What::Columns:
       return emit headerDataChanged(Qt::Horizontal, 0, list_.Columns() - 1);
     default:
@@ -88,9 +90,10 @@ void ListModel::Append() {
   endInsertRows();
 }
 
-void ListModel::Remove(int first, int last) {
-  beginRemoveRows({}, first, last);
-  rows_ -= last - first + 1;
+void ListModel::BeginRemoval(std::int32_t first, std::int32_t last) { beginRemoveRows({}, first - 1, last - 1); }
+
+void ListModel::EndRemoval() {
+  rows_ = list_.Count();
   endRemoveRows();
 }
 

@@ -25,7 +25,8 @@ class ListModel : public QAbstractTableModel {
   void Hear(const Notice& notice);
   void Reset();
   void Append();
-  void Remove(int first, int last);
+  void BeginRemoval(std::int32_t first, std::int32_t last);
+  void EndRemoval();
   void MoveRows();
   QVariant FirstCell(std::int32_t row, int role) const;
 

@@ -81,6 +81,9 @@ void ListWidget::Hear(const Notice& notice) {
       viewport()->update();
       break;
     case Notice::What::RowsReset:
+      anchor_ = 0;
+      GoWithSelectedItem();
+      break;
     case Notice::What::RowsRemoved:
     case Notice::What::Visible:
       anchor_ = 0;
@@ -91,6 +94,15 @@ void ListWidget::Hear(const Notice& notice) {
     default:
       break;
   }
+}
+
+// It may have moved; where the list is scrolled to stays.
+void ListWidget::GoWithSelectedItem() {
+  const std::int32_t row = list_.SelectedItem();
+  if (row == 0) return;
+  setAutoScroll(false);
+  setCurrentIndex(model()->index(row - 1, 0));
+  setAutoScroll(true);
 }
 
 void ListWidget::ShowColumns() {
@@ -258,7 +270,7 @@ void ListWidget::keyPressEvent(QKeyEvent* event) {
       if (list_.OnColumnClick) list_.OnColumnClick(column);
     });
   }
-  if (model()->rowCount() == 0) return QWidget::keyPressEvent(event);
+  if (model()->rowCount() == 0) return event->ignore();
   if (const std::int32_t row = RowOfKey(key)) {
     if (control && !event->modifiers().testFlag(Qt::ShiftModifier)) return SetCurrentRow(row);
     return binder_.Deliver([&] { PickRow(row, event->modifiers()); });
@@ -272,7 +284,7 @@ void ListWidget::keyPressEvent(QKeyEvent* event) {
   }
   if ((key == Qt::Key_Return || key == Qt::Key_Enter) && current != 0) return binder_.Deliver(list_.OnDblClick);
   if (!control && !event->text().isEmpty() && event->text().front().isPrint()) return keyboardSearch(event->text());
-  QWidget::keyPressEvent(event);
+  event->ignore();
 }
 
 void ListWidget::focusInEvent(QFocusEvent* event) {

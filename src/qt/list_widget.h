@@ -50,6 +50,7 @@ class ListWidget : public QTreeView {
   void PickRow(std::int32_t row, Qt::KeyboardModifiers keys);
   void SelectOnly(std::int32_t first, std::int32_t last);
   void SetCurrentRow(std::int32_t row);
+  void GoWithSelectedItem();
   void ToggleMarks(std::int32_t row);
   void ToggleMark(std::int32_t row);
   // The row that a key goes to from the current one, 0 for no such key.

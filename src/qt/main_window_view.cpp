@@ -47,6 +47,10 @@ QWidget* PlainFrame(Frame& frame, const Binder& binder, QWidget* owner) {
   return widget;
 }
 
+void NamedTabs(TabStrip& tabs, const Binder& binder, QWidget* owner, const char* accessibleName) {
+  (new TabStripWidget(tabs, binder, owner))->Bar().setAccessibleName(accessibleName);
+}
+
 QLabel* LabelOf(const char* text, QWidget* field, QWidget* owner) {
   auto* const label = new QLabel(text, owner);
   label->setBuddy(field);
@@ -150,7 +154,7 @@ void MainWindowView::AddItem(Menu& menu, MenuItem& item, QMenu& shown) {
 
 void MainWindowView::BuildScope() {
   auto* const frame = Placed<QGroupBox>(frm_.frmSelPath, binder_, &canvas_);
-  new TabStripWidget(frm_.TabPath, binder_, frame);
+  NamedTabs(frm_.TabPath, binder_, frame, "Criteria");
   BuildScopePages(*frame);
   Placed<QPushButton>(frm_.cmdAdd, binder_, frame);
   Placed<QPushButton>(frm_.cmdRemove, binder_, frame);
@@ -207,7 +211,7 @@ void MainWindowView::BuildSearch() {
   QWidget* const frame = PlainFrame(frm_.fraSrch, binder_, &canvas_);
   auto* const options = Bound<QGroupBox>(frm_.fraSrchOpt, binder_, frame);
   auto* const column = new QVBoxLayout(options);
-  column->setContentsMargins(8, 4, 8, 6);
+  column->setContentsMargins(4, 4, 4, 6);
   column->setSpacing(3);
   column->addWidget(Bound<QListWidget>(frm_.lstSrchType, binder_, options, "Search types"), 1);
   for (CheckBox* const box : {&frm_.chkTolerant, &frm_.chkHidden, &frm_.chkProtectWinDir, &frm_.chkVer}) {
@@ -223,7 +227,7 @@ void MainWindowView::BuildSearch() {
 }
 
 void MainWindowView::BuildResults() {
-  new TabStripWidget(frm_.results.tabMain, binder_, &canvas_);
+  NamedTabs(frm_.results.tabMain, binder_, &canvas_, "Results");
   for (std::size_t i = 0; i < frm_.frmResult.size(); ++i) {
     ListView& list = frm_.results.lstResult[i];
     QWidget* const frame = PlainFrame(frm_.frmResult[i], binder_, &canvas_);
@@ -232,7 +236,8 @@ void MainWindowView::BuildResults() {
     look.multiSelect = true;
     look.hoverText = [this, &list] { return TipOf(list); };
     auto* const widget = new ListWidget(list, binder_, std::move(look), frame);
-    widget->setAccessibleName(ShownLine(frm_.results.tabMain.Caption(static_cast<std::int32_t>(i) + 1)));
+    const QString caption = ShownLine(frm_.results.tabMain.Caption(static_cast<std::int32_t>(i) + 1));
+    widget->setAccessibleName(caption.section('(', 0, 0));  // without its counts
     binder_.BindPlace(list, *widget);
   }
 }

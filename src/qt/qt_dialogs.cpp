@@ -5,6 +5,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QInputDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <array>
@@ -97,11 +98,15 @@ QString NearestFolder(const std::string& path) {
   return info.isDir() ? info.absoluteFilePath() : QString();
 }
 
+// The program's "*.*" is every name; the toolkit's has a dot in it.
+QString PatternText(const std::string& pattern) {
+  return pattern == "*.*" ? QString("*") : ShownLine(pattern).replace(';', ' ');
+}
+
 QStringList NameFilters(const FileQuestion& question) {
   QStringList filters;
   for (const FileFilter& filter : question.filters) {
-    filters +=
-        ShownLine(filter.label).remove('(').remove(')') + " (" + ShownLine(filter.pattern).replace(';', ' ') + ")";
+    filters += ShownLine(filter.label).remove('(').remove(')') + " (" + PatternText(filter.pattern) + ")";
   }
   return filters;
 }
@@ -155,10 +160,11 @@ std::optional<std::string> QtDialogs::BrowseFolder(const std::string& title, con
   return Ask(dialog);
 }
 
-std::string QtDialogs::InputBox(const std::string& prompt, const std::string& title, const std::string& proposal) {
+std::string QtDialogs::InputBox(const BoxText& prompt, const std::string& title, const std::string& proposal) {
   QInputDialog dialog(ModalOwner());
   dialog.setWindowTitle(TitleOf(title));
-  dialog.setLabelText(ShownLines(prompt).replace('&', "&&"));
+  dialog.setLabelText(Shown(prompt).replace('&', "&&"));
+  dialog.findChild<QLabel*>()->setTextFormat(Qt::PlainText);
   dialog.setTextValue(EditText(proposal));
   return dialog.exec() == QDialog::Accepted ? EditedBytes(dialog.textValue()) : std::string();
 }

@@ -13,7 +13,7 @@ class QtDialogs : public Dialogs {
   BoxAnswer MessageBox(const BoxText& text, BoxIcon icon, const std::string& title, BoxButtons buttons) override;
   std::optional<std::string> OpenFileDlg(const FileQuestion& question) override;
   std::optional<std::string> BrowseFolder(const std::string& title, const std::string& startDir) override;
-  std::string InputBox(const std::string& prompt, const std::string& title, const std::string& proposal) override;
+  std::string InputBox(const BoxText& prompt, const std::string& title, const std::string& proposal) override;
 };
 
 // The window that a modal one is to stand over: the dialog on show, else the main window.

@@ -30,6 +30,7 @@ QWidget* IconLabel(Image& control, QStyle::StandardPixmap pixmap, const Binder& 
   return label;
 }
 
+// Tab goes through widgets in the order in which they are made.
 template <class Widget, class Control>
 Widget* Bound(Control& control, const Binder& binder, QWidget* owner) {
   auto* const widget = new Widget(owner);
@@ -41,6 +42,7 @@ Widget* Bound(Control& control, const Binder& binder, QWidget* owner) {
 QWidget* LongText(Label& control, const Binder& binder, QWidget* owner) {
   auto* const text = new QPlainTextEdit(owner);
   text->setReadOnly(true);
+  text->setAccessibleName("Message");
   text->setTextInteractionFlags(Qt::TextSelectableByMouse);
   text->setFrameShape(QFrame::NoFrame);
   text->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
@@ -76,8 +78,6 @@ std::unique_ptr<FormDialog> Build(FrmMyMsgBox& form, const Binder& binder) {
   BindCaption(form, *owner);
   auto* const message = Bound<QLabel>(form.lblMsg, binder, owner);
   message->setMinimumWidth(binder.Scale().ToPixels(4335));
-  auto* const ok = Bound<QPushButton>(form.OKButton, binder, owner);
-  ok->setDefault(true);
 
   auto* const body = new QHBoxLayout;
   body->addWidget(IconLabel(form.imgWarning, QStyle::SP_MessageBoxWarning, binder, owner), 0, Qt::AlignTop);
@@ -86,6 +86,8 @@ std::unique_ptr<FormDialog> Build(FrmMyMsgBox& form, const Binder& binder) {
   auto* const layout = new QVBoxLayout(owner);
   layout->addLayout(body, 1);
   layout->addWidget(Bound<QCheckBox>(form.chkDontShow, binder, owner));
+  auto* const ok = Bound<QPushButton>(form.OKButton, binder, owner);
+  ok->setDefault(true);
   layout->addLayout(Centred({ok, Bound<QPushButton>(form.cmdCancel, binder, owner)}));
   layout->setSizeConstraint(QLayout::SetFixedSize);
   window->BeginAt(*ok);
@@ -137,8 +139,6 @@ std::unique_ptr<FormDialog> Build(FrmFileOper& form, const Binder& binder) {
   QFont bold = notes->font();
   bold.setBold(true);
   notes->setFont(bold);
-  auto* const yes = Bound<QPushButton>(form.OKButton, binder, owner);
-  auto* const no = Bound<QPushButton>(form.CancelButton, binder, owner);
 
   auto* const body = new QHBoxLayout;
   body->addWidget(IconLabel(form.imgWarning, QStyle::SP_MessageBoxWarning, binder, owner), 0, Qt::AlignTop);
@@ -152,6 +152,8 @@ std::unique_ptr<FormDialog> Build(FrmFileOper& form, const Binder& binder) {
   layout->addWidget(Bound<QCheckBox>(form.chkRemoveEmptyDir, binder, owner));
   layout->addWidget(DeleteFrame(form, binder, owner));
   layout->addWidget(Bound<QCheckBox>(form.chkYesToAll, binder, owner));
+  auto* const yes = Bound<QPushButton>(form.OKButton, binder, owner);
+  auto* const no = Bound<QPushButton>(form.CancelButton, binder, owner);
   layout->addLayout(Centred({yes, no}));
   owner->resize(binder.Scale().ToPixels(7440), binder.Scale().ToPixels(6200));
   window->BeginAt(*no);

@@ -1,11 +1,3 @@
-#include <gtest/gtest.h>
+#include "qt/qt_test.h"
 
-#include <QApplication>
-
-// No test needs a display.
-int main(int argc, char** argv) {
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  const QApplication application(argc, argv);
-  testing::InitGoogleTest(&argc, argv);
-  return RUN_ALL_TESTS();
-}
+int main(int argc, char** argv) { return tresmor::tests::RunWindowTests(argc, argv); }

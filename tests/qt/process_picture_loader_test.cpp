@@ -10,22 +10,14 @@
 #include <optional>
 
 #include "platform/picture_protocol.h"
+#include "qt/qt_test.h"
 #include "support/temp_tree.h"
 
 namespace tresmor {
 namespace {
 
 using namespace std::chrono_literals;
-
-// Waits for what has no event of its own, such as another process that ends.
-template <typename Claim>
-void WaitUntil(Claim holds) {
-  while (!holds()) {
-    QEventLoop loop;
-    QTimer::singleShot(5ms, &loop, &QEventLoop::quit);
-    loop.exec();
-  }
-}
+using tests::WaitUntil;
 
 bool IsGone(pid_t process) { return kill(process, 0) != 0 && errno == ESRCH; }
 

@@ -81,14 +81,14 @@ class ScriptedDialogs final : public Dialogs {
     return choice.answer;
   }
 
-  std::string InputBox(const std::string& prompt, const std::string& title, const std::string& proposal) override {
+  std::string InputBox(const BoxText& prompt, const std::string& title, const std::string& proposal) override {
     if (inputs.empty()) {
-      ADD_FAILURE() << "unexpected input box: " << prompt;
+      ADD_FAILURE() << "unexpected input box: " << prompt.Whole();
       return {};
     }
     const Input input = inputs.front();
     inputs.pop_front();
-    EXPECT_EQ(prompt, input.prompt);
+    EXPECT_EQ(prompt.Whole(), input.prompt);
     EXPECT_EQ(title, input.title);
     EXPECT_EQ(proposal, input.proposal);
     if (onInput) onInput();

@@ -1,0 +1,168 @@
+// What there is to see, in several fonts and on light and dark grounds: all of it can be read and has a name.
+#include <gtest/gtest.h>
+
+#include <QGroupBox>
+
+#include "app/app_world.h"
+
+namespace tresmor::tests {
+namespace {
+
+QPalette Colours(bool dark) {
+  if (!dark) return QPalette(QColor(0xef, 0xef, 0xef));
+  QPalette palette(QColor(0x30, 0x30, 0x30));
+  palette.setColor(QPalette::Base, QColor(0x20, 0x20, 0x20));
+  return palette;
+}
+
+struct Look {
+  int points;
+  bool dark;
+};
+
+class LooksTest : public AppTest, public testing::WithParamInterface<Look> {
+ protected:
+  LooksTest() {
+    QApplication::setFont(PinnedFont(GetParam().points));
+    QApplication::setPalette(Colours(GetParam().dark));
+    MakeFile("data/one", "words");
+    MakeFile("data/two", "words");
+    Start();
+  }
+  ~LooksTest() override {
+    Stop();
+    QApplication::setFont(PinnedFont(kFontPoints));
+    QApplication::setPalette(usual_);
+  }
+
+  // Shows each page of the window in turn.
+  void ForEachPage(const std::function<void()>& look) {
+    for (int page = 1; page <= 4; ++page) {
+      Frm().TabPath.Select(page);
+      QCoreApplication::processEvents();
+      look();
+    }
+  }
+
+ private:
+  const QPalette usual_ = QApplication::palette();
+};
+
+// What a field holds is no words about it.
+std::string WordsOf(const QWidget& widget) {
+  if (qobject_cast<const QLineEdit*>(&widget)) return "";
+  for (const char* const property : {"text", "title"}) {
+    const QString words = widget.property(property).toString();
+    if (!words.isEmpty()) return words.toStdString();
+  }
+  return "";
+}
+
+bool FitsIn(const QWidget& widget, const QSize& room) {
+  if (const auto* const box = qobject_cast<const QGroupBox*>(&widget)) {
+    return box->fontMetrics().horizontalAdvance(box->title()) < room.width();
+  }
+  if (const auto* const label = qobject_cast<const QLabel*>(&widget); label != nullptr && label->wordWrap()) {
+    return label->heightForWidth(room.width()) <= room.height();
+  }
+  if (const auto* const button = qobject_cast<const QPushButton*>(&widget)) {
+    // Styles ask for more than a short word needs.
+    const QSize words = button->fontMetrics().size(Qt::TextShowMnemonic, button->text());
+    return words.width() + 6 <= room.width() && words.height() + 4 <= room.height();
+  }
+  return widget.sizeHint().width() <= room.width() && widget.sizeHint().height() <= room.height();
+}
+
+// What of a widget isn't covered by the edges of those that it stands in.
+QSize RoomOf(const QWidget& widget) { return widget.visibleRegion().boundingRect().size(); }
+
+void ExpectAllFits(QWidget& window) {
+  for (const QWidget* const widget : window.findChildren<QWidget*>()) {
+    const bool hasWords = qobject_cast<const QLabel*>(widget) || qobject_cast<const QAbstractButton*>(widget) ||
+                          qobject_cast<const QGroupBox*>(widget);
+    if (!hasWords || !widget->isVisible() || WordsOf(*widget).empty()) continue;
+    if (widget->visibleRegion().isEmpty()) continue;  // all of it is out of sight yet
+    const QSize room = qobject_cast<const QGroupBox*>(widget) ? widget->size() : RoomOf(*widget);
+    EXPECT_TRUE(FitsIn(*widget, room)) << WordsOf(*widget) << ": " << widget->sizeHint().width() << " x "
+                                       << widget->sizeHint().height() << " in " << room.width() << " x "
+                                       << room.height();
+  }
+}
+
+bool HasName(const QWidget& widget) {
+  if (!widget.accessibleName().isEmpty() || !WordsOf(widget).empty()) return true;
+  for (const QLabel* const label : widget.window()->findChildren<QLabel*>()) {
+    if (label->buddy() == &widget) return true;
+  }
+  return false;
+}
+
+void ExpectNames(QWidget& window) {
+  for (const QWidget* const widget : window.findChildren<QWidget*>()) {
+    if (!widget->isVisible() || widget->focusPolicy() == Qt::NoFocus || widget->focusProxy() != nullptr) continue;
+    if (widget->parentWidget()->focusProxy() == widget || widget->parentWidget()->inherits("QComboBox")) continue;
+    EXPECT_TRUE(HasName(*widget)) << widget->metaObject()->className() << " in " << window.windowTitle().toStdString();
+  }
+}
+
+void ExpectReadable(QWidget& window) {
+  ExpectAllFits(window);
+  ExpectNames(window);
+  const QRect screen(0, 0, 1024, 768);
+  EXPECT_LE(window.frameGeometry().width(), screen.width()) << window.windowTitle().toStdString();
+  EXPECT_LE(window.frameGeometry().height(), screen.height()) << window.windowTitle().toStdString();
+}
+
+TEST_P(LooksTest, TheWindowCanBeReadBeforeAndAfterASearch) {
+  const auto look = [this] {
+    ExpectAllFits(View());
+    ExpectNames(View());
+    if (GetParam().points > 10) return;
+    EXPECT_LE(View().frameGeometry().width(), 1024);
+    EXPECT_LE(View().frameGeometry().height(), 768);
+  };
+  ForEachPage(look);
+  AddFolder(At("data"));
+  for (const char* const title : {"Be patient", "Search completed", "Smart Marker"}) {
+    script_.Expect(title, [](QWidget& window) {
+      ExpectReadable(window);
+      Find<QPushButton>(window, "OK")->click();
+    });
+  }
+  Click(Button("Search"));
+  EXPECT_TRUE(script_.IsDone());
+  ForEachPage(look);
+}
+
+TEST_P(LooksTest, TheDialogsOfFilesCanBeRead) {
+  Finding finding;
+  finding.folder = At(std::string(200, 'f') + "/");
+  finding.name = "one";
+  ListView& list = List(ResultList::ZeroSize);
+  AddResultItem(list, finding);
+  list.SetChecked(1, true);
+  list.SetSelected(1, true);
+  const auto expect = [this](const QString& title) {
+    script_.Expect(title, [](QWidget& window) {
+      ExpectReadable(window);
+      QTest::keyClick(&window, Qt::Key_Escape);
+    });
+  };
+  for (const auto& [key, title] : std::map<Qt::Key, QString>{{Qt::Key_D, "Delete files"}, {Qt::Key_M, "Move files"}}) {
+    expect(title);
+    Key(key, Qt::ControlModifier);
+  }
+  expect("Copy files");
+  Frm().mnuCopy.OnClick();
+  EXPECT_TRUE(script_.IsDone());
+}
+
+INSTANTIATE_TEST_SUITE_P(Fonts, LooksTest,
+                         testing::Values(Look{9, false}, Look{9, true}, Look{10, false}, Look{12, false},
+                                         Look{12, true}),
+                         [](const auto& info) {
+                           return std::to_string(info.param.points) + (info.param.dark ? "PointsDark" : "PointsLight");
+                         });
+
+}  // namespace
+}  // namespace tresmor::tests

@@ -1,0 +1,155 @@
+#include "qt/qt_dialogs.h"
+
+#include <gtest/gtest.h>
+
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+
+#include "qt/modal_script.h"
+#include "support/temp_tree.h"
+
+namespace tresmor::tests {
+namespace {
+
+class QtDialogsTest : public TempTree {
+ protected:
+  QtDialogsTest() { ShowActive(main_); }
+
+  QWidget main_;
+  QtDialogs dialogs_;
+  ModalScript script_;
+};
+
+TEST_F(QtDialogsTest, ABoxTellsWordsInLinesAndNamesInOne) {
+  script_.ExpectBox("Title <i>", QStringLiteral("Can't open\n'<b>a\u240Ab\uFFFD' & more"));
+  const BoxText text = BoxText("Can't open\r\n'").Name("<b>a\nb\xFF").Words("' & more");
+  EXPECT_EQ(dialogs_.MessageBox(text, BoxIcon::Critical, "Title <i>", BoxButtons::Ok), BoxAnswer::Ok);
+}
+
+TEST_F(QtDialogsTest, ABoxWithoutATitleHasTheProgramsName) {
+  script_.ExpectBox("Tresmor", "Please mark files before deletion.");
+  EXPECT_EQ(dialogs_.MessageBox("Please mark files before deletion.", BoxIcon::None, "", BoxButtons::Ok),
+            BoxAnswer::Ok);
+}
+
+struct BoxCase {
+  BoxButtons buttons;
+  QString button;  // that is clicked; none for the Escape key
+  BoxAnswer answer;
+};
+
+TEST_F(QtDialogsTest, EachButtonIsItsAnswerAndEscapeTheLeast) {
+  const std::vector<BoxCase> cases = {{BoxButtons::YesNo, "Yes", BoxAnswer::Yes},
+                                      {BoxButtons::YesNo, "No", BoxAnswer::No},
+                                      {BoxButtons::YesNo, "", BoxAnswer::No},
+                                      {BoxButtons::OkCancel, "OK", BoxAnswer::Ok},
+                                      {BoxButtons::OkCancel, "Cancel", BoxAnswer::Cancel},
+                                      {BoxButtons::OkCancel, "", BoxAnswer::Cancel},
+                                      {BoxButtons::YesNoCancel, "Yes", BoxAnswer::Yes},
+                                      {BoxButtons::YesNoCancel, "No", BoxAnswer::No},
+                                      {BoxButtons::YesNoCancel, "", BoxAnswer::Cancel},
+                                      {BoxButtons::Ok, "OK", BoxAnswer::Ok},
+                                      {BoxButtons::Ok, "", BoxAnswer::Ok}};
+  for (const BoxCase& box : cases) {
+    script_.Expect("Title", [&](QWidget& window) {
+      EXPECT_EQ(window.parentWidget(), &main_);
+      if (box.button.isEmpty()) {
+        QTest::keyClick(&window, Qt::Key_Escape);
+      } else {
+        Click(Find<QPushButton>(window, box.button));
+      }
+    });
+    EXPECT_EQ(dialogs_.MessageBox("?", BoxIcon::Question, "Title", box.buttons), box.answer)
+        << box.button.toStdString();
+  }
+}
+
+TEST_F(QtDialogsTest, AnInputBoxGivesBackTheExactBytes) {
+  const std::string odd = "a\xFF\nb";
+  script_.Expect("Rename", [](QWidget& window) {
+    const auto* const label = window.findChild<QLabel*>();
+    EXPECT_EQ(label->text(), QStringLiteral("Please type a new file name for \n/<b>x</b>\u240A && y"));
+    EXPECT_EQ(label->textFormat(), Qt::PlainText);
+    auto* const field = window.findChild<QLineEdit*>();
+    field->setCursorPosition(0);
+    QTest::keyClicks(field, "new ");
+    QTest::keyClick(field, Qt::Key_Return);
+  });
+  const BoxText prompt = BoxText("Please type a new file name for \r\n").Name("/<b>x</b>\n & y");
+  EXPECT_EQ(dialogs_.InputBox(prompt, "Rename", odd), "new " + odd);
+  script_.Expect("Rename", [](QWidget& window) { QTest::keyClick(&window, Qt::Key_Escape); });
+  EXPECT_EQ(dialogs_.InputBox("?", "Rename", "kept"), "");
+}
+
+TEST_F(QtDialogsTest, AFileToOpenHasToBeThere) {
+  MakeFile("a.Tresmor");
+  FileQuestion question;
+  question.title = "Load";
+  question.filters = {{"Session (*.Tresmor)", "*.Tresmor"}, {"All Files", "*.*"}};
+  question.defaultExtension = "Tresmor";
+  question.startFolder = At("");
+  script_.Expect("Load", [this](QWidget& window) {
+    auto& dialog = static_cast<QFileDialog&>(window);
+    EXPECT_EQ(dialog.nameFilters(), (QStringList{"Session *.Tresmor (*.Tresmor)", "All Files (*)"}));
+    EXPECT_EQ(dialog.acceptMode(), QFileDialog::AcceptOpen);
+    EXPECT_EQ(dialog.fileMode(), QFileDialog::ExistingFile);
+    EXPECT_EQ(dialog.directory().path().toStdString() + "/", At(""));
+    auto* const name = window.findChild<QLineEdit*>("fileNameEdit");
+    name->setText("a");
+    QTest::keyClick(name, Qt::Key_Return);
+  });
+  EXPECT_EQ(dialogs_.OpenFileDlg(question), At("a.Tresmor"));
+  script_.Expect("Load", [](QWidget& window) { QTest::keyClick(&window, Qt::Key_Escape); });
+  EXPECT_EQ(dialogs_.OpenFileDlg(question), std::nullopt);
+}
+
+TEST_F(QtDialogsTest, AFileToSaveMayBeNewAndIsReplacedOnlyIfToldSo) {
+  MakeFile("old.csv");
+  FileQuestion question;
+  question.mode = FileDialogMode::Save;
+  question.title = "Save";
+  question.filters = {{"CSV", "*.csv"}};
+  question.defaultExtension = "csv";
+  question.startName = At("old.csv");
+  const auto type = [](const QString& text) {
+    return [text](QWidget& window) {
+      auto* const name = window.findChild<QLineEdit*>("fileNameEdit");
+      EXPECT_EQ(name->text(), "old.csv");
+      // The folder is listed by a thread, and what was proposed is selected there then.
+      const auto* const files = window.findChild<QListView*>("listView");
+      WaitUntil([&] { return files->selectionModel()->hasSelection() && name->hasFocus(); });
+      name->setText(text);
+      QTest::keyClick(name, Qt::Key_Return);
+    };
+  };
+  script_.Expect("Save", type("new"));
+  EXPECT_EQ(dialogs_.OpenFileDlg(question), At("new.csv"));
+  script_.Expect("Save", type("old"));
+  script_.Expect("Save", [](QWidget& window) { Click(Find<QPushButton>(window, "Yes")); });
+  EXPECT_EQ(dialogs_.OpenFileDlg(question), At("old.csv"));
+}
+
+TEST_F(QtDialogsTest, AFolderIsLookedForAsFarAsItsPathExists) {
+  MakeFolder("sub");
+  const auto expectAt = [this](const std::string& folder) {
+    script_.Expect("Select", [folder](QWidget& window) {
+      EXPECT_EQ(static_cast<QFileDialog&>(window).directory().path().toStdString(), folder);
+      QTest::keyClick(&window, Qt::Key_Escape);
+    });
+  };
+  expectAt(At("sub"));
+  EXPECT_EQ(dialogs_.BrowseFolder("Select", At("sub/gone/deeper")), std::nullopt);
+  expectAt(At("sub"));
+  EXPECT_EQ(dialogs_.BrowseFolder("Select", At("sub")), std::nullopt);
+  script_.Expect("Select", [](QWidget& window) {
+    EXPECT_EQ(static_cast<QFileDialog&>(window).fileMode(), QFileDialog::Directory);
+    Click(Find<QPushButton>(window, "Choose"));
+  });
+  EXPECT_EQ(dialogs_.BrowseFolder("Select", At("sub")), At("sub"));
+}
+
+}  // namespace
+}  // namespace tresmor::tests
