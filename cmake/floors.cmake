@@ -52,7 +52,10 @@ function(tresmor_program name folder)
   list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
   add_library(tresmor_${folder} STATIC ${sources})
   tresmor_settings(tresmor_${folder})
-  target_compile_definitions(tresmor_${folder} PRIVATE TRESMOR_VERSION="${PROJECT_VERSION}")
+  target_compile_definitions(tresmor_${folder} PRIVATE
+                             TRESMOR_VERSION="${PROJECT_VERSION}" TRESMOR_VERSION_MAJOR=${PROJECT_VERSION_MAJOR}
+                             TRESMOR_VERSION_MINOR=${PROJECT_VERSION_MINOR}
+                             TRESMOR_VERSION_PATCH=${PROJECT_VERSION_PATCH})
   target_link_libraries(tresmor_${folder} PUBLIC ${ARG_UNPARSED_ARGUMENTS})
   add_executable(${name} ${PROJECT_SOURCE_DIR}/src/${folder}/main.cpp)
   tresmor_settings(${name})

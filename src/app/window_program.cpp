@@ -1,6 +1,7 @@
 #include "app/window_program.h"
 
 #include <ctime>
+#include <random>
 
 #include "base/date.h"
 #include "desk/report_failure.h"
@@ -38,7 +39,9 @@ WindowProgram::WindowProgram(const FileWriters& writers, const UserFolders& fold
       ReportRunTimeError(dialogs_, CaughtFailure());
     }
   };
+  binder_.OnHelp = [this](std::int32_t context) { window_.Help(context); };
   forms_.ShowWhileVisible(window_.Files().frmFileProgress);
+  forms_.ShowWhileVisible(window_.frmTip, view_);
 }
 
 MainWindowPorts WindowProgram::Ports(const std::string& executableFolder) {
@@ -54,8 +57,12 @@ MainWindowPorts WindowProgram::Ports(const std::string& executableFolder) {
           .dialogs = dialogs_,
           .forms = forms_,
           .fileForms = forms_,
+          .shellForms = forms_,
           .pictures = pictures_,
           .now = [] { return LocalStamp(std::time(nullptr)); },
+          .random = [generator = std::mt19937(std::random_device()()),
+                     chance = std::uniform_real_distribution<double>()]() mutable { return chance(generator); },
+          .version = {TRESMOR_VERSION_MAJOR, TRESMOR_VERSION_MINOR, TRESMOR_VERSION_PATCH},
           .programFolder = ProgramFolder(executableFolder)};
 }
 

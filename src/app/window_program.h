@@ -59,7 +59,7 @@ class WindowProgram {
   const JobFileWriter writer_{writers_.usual, events_};
   QtDialogs dialogs_;
   const Twips twips_ = Twips::OfApplication();
-  const Binder binder_{events_, twips_};
+  Binder binder_{events_, twips_};
   const QtScreen screen_{twips_};
   ProcessPictureLoader pictures_;
   MainWindow window_;

@@ -289,6 +289,8 @@ DateStamp AddMonths(DateStamp stamp, int months) {
   return Midnight(date.ok() ? date : date.year() / date.month() / chr::last);
 }
 
+std::int64_t DaysBetween(DateStamp from, DateStamp to) { return (DayOf(to) - DayOf(from)).count(); }
+
 std::string FormatStamp(DateStamp stamp) {
   const chr::seconds seconds = HeldStamp(stamp);
   const auto days = chr::floor<chr::days>(seconds);

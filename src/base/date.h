@@ -21,6 +21,9 @@ DateStamp LocalStamp(std::int64_t unixSeconds);
 // the month's last day where it has no such one.
 DateStamp AddMonths(DateStamp stamp, int months);
 
+// How many midnights lie between, counted backwards if `to` comes first.
+std::int64_t DaysBetween(DateStamp from, DateStamp to);
+
 // "yyyy/mm/dd hh:mm:ss"; years above 9999 or below 0 are held at the nearest date that fits.
 std::string FormatStamp(DateStamp stamp);
 // The inverse, for exactly that form and a real date.

@@ -22,6 +22,9 @@ struct PathStyle {
   // A text that is equal for two paths exactly when Equal holds: the key of maps keyed by path.
   std::string Key(std::string_view path) const;
   std::string Tail() const { return {separator}; }
+  // How long a folder's path is at least, with the separator at its end: that of a root. What is shorter is a drive or
+  // the start of a computer's name.
+  std::size_t ShortestFolder() const { return separator == '\\' ? 3 : 1; }
 };
 
 // What SplitFileSpec gives, in bits.

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -42,6 +43,11 @@ std::string ReplaceAll(std::string_view text, std::string_view what, std::string
 
 // `bytes` with "%" and two hexadecimal digits for all but ASCII letters, digits and `marks`.
 std::string PercentEncoded(std::string_view bytes, std::string_view marks);
+
+// For sets of texts that are asked for parts of other texts.
+struct TextHash : std::hash<std::string_view> {
+  using is_transparent = void;
+};
 
 // Without the blanks (U+0020 only) at both ends.
 std::string_view TrimBlanks(std::string_view text);

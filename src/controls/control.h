@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <string>
 #include <thread>
 #include <utility>
 
@@ -19,6 +20,7 @@ struct Notice {
     Visible,
     Frozen,
     Text,
+    ToolTip,
     Value,
     Tag,
     Interval,
@@ -95,6 +97,9 @@ class Control {
 
   Property<bool> Enabled{*this, Notice::What::Enabled, true};
   Property<bool> Visible{*this, Notice::What::Visible, true};
+
+  // Shown while the pointer rests on it; empty for none.
+  Property<std::string> ToolTipText{*this, Notice::What::ToolTip};
 
   // The topic of the help about it, by its number; 0 for that of what it stands in.
   std::int32_t HelpContextID = 0;

@@ -14,9 +14,8 @@ class TextBox : public PlacedControl {
   explicit TextBox(Place place = {}) : PlacedControl(place) {}
 
   Property<std::string> Text{*this, Notice::What::Text};
-  Property<std::string> ToolTipText{*this, Notice::What::Text};  // shown while the mouse rests on it
-  std::int32_t MaxLength = 0;                                    // characters that can be typed; 0 for any number
-  bool Locked = false;                                           // takes no typing
+  std::int32_t MaxLength = 0;  // characters that can be typed; 0 for any number
+  bool Locked = false;         // takes no typing
 
   // What the user does, called by whoever shows the box after the change that comes with it.
   std::function<void()> OnGotFocus;

@@ -36,6 +36,7 @@ const std::array<GuardedMessage, kGuardedIds> kGuardedMessages = {{
 FrmMyMsgBox::FrmMyMsgBox()
     : OKButton("OK", {.left = kOkLeft, .width = 1215}), cmdCancel("Cancel", {.left = 2760, .width = 1215}) {
   Visible = false;
+  HelpContextID = kOptionsHelp;
   imgWarning.Visible = false;
   imgTips.Visible = false;
   chkDontShow.Caption = kDontShowCaption;

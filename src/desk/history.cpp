@@ -33,15 +33,6 @@ std::int16_t FindListItem(const ComboBox& ctl, std::string_view text) {
   return -1;
 }
 
-std::int16_t FindListItem(const ListView& ctl, std::string_view text) {
-  std::string scratch;
-  for (std::int32_t i = 1; i <= ctl.Count(); ++i) {
-    const std::int16_t row = CheckedInt16(i);
-    if (EqualText(ctl.CellView(row, 0, scratch), text)) return row;
-  }
-  return -1;
-}
-
 void InsTopItem(ComboBox& cmb, const std::string& text) {
   cmb.AddItem("");
   for (std::int32_t i = cmb.ListCount() - 1; i > 0; --i) cmb.SetList(i, cmb.List(i - 1));

@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "controls/combo_box.h"
-#include "controls/list_view.h"
 #include "desk/presets.h"
 #include "platform/settings_store.h"
 
@@ -19,10 +18,9 @@ inline constexpr char kPathHistory[] = "PathHistory";
 inline constexpr char kExtHistory[] = "ExtHistory";
 inline constexpr char kPatternHistory[] = "PatternHistory";
 
-// The position of the first entry that equals `text` without regard to case, counted as the control counts: from 0 in a
-// box, from 1 in a list, by the text of its rows. -1 if there is none. Fails with Overflow on the way past 32767.
+// The position, counted from 0, of the first entry that equals `text` without regard to case. -1 if there is none.
+// Fails with Overflow on the way past 32767.
 std::int16_t FindListItem(const ComboBox& ctl, std::string_view text);
-std::int16_t FindListItem(const ListView& ctl, std::string_view text);
 
 void InsTopItem(ComboBox& cmb, const std::string& text);
 

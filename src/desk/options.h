@@ -14,6 +14,9 @@ inline constexpr char kAppTitle[] = "Tresmor";
 // Where the settings keep all this but the histories.
 inline constexpr char kOptionsSection[] = "Options";
 
+// Topic of the help about the options and what else speaks of them: tips, and messages that can be turned off.
+inline constexpr std::int32_t kOptionsHelp = 112;
+
 struct Options {
   DateStamp LastUpdateChk = kZeroDate;  // last reminder to look for a new version, local clock
   std::int16_t NoTooltipsOpt = 0;       // 1 is tooltips off

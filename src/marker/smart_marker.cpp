@@ -50,10 +50,6 @@ void MarkRows(ListView& lst, std::int32_t subItem, Takes&& takes) {
   });
 }
 
-struct TextHash : std::hash<std::string_view> {
-  using is_transparent = void;
-};
-
 // The selected folders. All are looked for in one pass over the rows, since there may be thousands of both.
 class ChosenFolders {
  public:

@@ -53,13 +53,17 @@ bool ShowTipsAtStartup(const SettingsStore& store) {
   return shows == 1;
 }
 
+void SaveShowTips(SettingsStore& store, std::int16_t shows) {
+  store.Save(kAppTitle, kOptionsSection, kShowTips, std::to_string(shows));
+}
+
 void SaveSettings(SettingsStore& store, SettingsOwner owner) {
   // The patterns' separator decides on the folders too: users have come to expect what a start brings back.
   SaveHistory(store, kPathHistory, owner.txtPath, owner.txtExt);
   SaveHistory(store, kExtHistory, owner.txtExt, owner.txtExt);
   const Options& options = owner.options;
   SaveOption(store, kLastUpdateCheck, FormatNamedDay(options.LastUpdateChk));
-  SaveOption(store, kShowTips, std::to_string(options.ShowTipsOpt));
+  PassOverFailure([&] { SaveShowTips(store, options.ShowTipsOpt); });
   SaveOption(store, kNoTooltips, std::to_string(options.NoTooltipsOpt));
   SaveOption(store, kDefaultEditor, options.DefaultEditorOpt);
   for (const GuardedMessage& message : kGuardedMessages) {

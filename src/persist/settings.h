@@ -26,6 +26,9 @@ void LoadSettings(const SettingsStore& store, const Shell& shell, DateStamp now,
 // Whether a start shows a tip, straight from the store. True where that isn't kept, false where it can't be converted.
 bool ShowTipsAtStartup(const SettingsStore& store);
 
+// Keeps that at once. Throws what the store throws.
+void SaveShowTips(SettingsStore& store, std::int16_t shows);
+
 // Once, at a normal end. Throws the Failure of a history that can't be saved; an option that can't be is passed over.
 // As many folders are saved as there are patterns in the history, whatever their entries are. Keys are overwritten and
 // never removed.

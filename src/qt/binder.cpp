@@ -11,6 +11,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QShortcut>
 #include <QSignalBlocker>
 
 #include "qt/display_text.h"
@@ -101,6 +102,21 @@ void ShowEntries(const ComboBox& control, QComboBox& widget) {
 
 Qt::CheckState TickOf(bool ticked) { return ticked ? Qt::Checked : Qt::Unchecked; }
 
+// Which control a widget shows.
+constexpr char kControl[] = "control";
+void SetControl(Control& control, QWidget& widget) {
+  widget.setProperty(kControl, QVariant::fromValue(static_cast<void*>(&control)));
+}
+
+// The topic of what a widget shows, or of the nearest around it that has one; 0 for none.
+std::int32_t HelpTopicAt(const QWidget* widget) {
+  for (; widget != nullptr; widget = widget->parentWidget()) {
+    const auto* const control = static_cast<const Control*>(widget->property(kControl).value<void*>());
+    if (control != nullptr && control->HelpContextID != 0) return control->HelpContextID;
+  }
+  return 0;
+}
+
 }  // namespace
 
 QString Caption(const std::string& caption) { return ShownLine(caption); }
@@ -108,6 +124,9 @@ QString Caption(const std::string& caption) { return ShownLine(caption); }
 void Binder::BindState(Control& control, QWidget& widget) const {
   ShowValue(control, widget, Notice::What::Enabled, [&] { widget.setEnabled(control.Enabled()); });
   ShowValue(control, widget, Notice::What::Visible, [&] { widget.setVisible(control.Visible()); });
+  ShowValue(control, widget, Notice::What::ToolTip, [&] { widget.setToolTip(PlainToolTip(control.ToolTipText())); });
+  widget.setToolTipDuration(kToolTipMilliseconds);
+  SetControl(control, widget);
   Follow(control, widget, [&](const Notice& notice) {
     if (notice.what == Notice::What::Focus) widget.setFocus(Qt::OtherFocusReason);
   });
@@ -117,6 +136,16 @@ void Binder::BindPlace(PlacedControl& control, QWidget& widget) const {
   ShowValue(control, widget, Notice::What::Place, [&, this] { widget.setGeometry(twips_.ToPixels(PlaceOf(control))); });
   Follow(control, widget, [&](const Notice& notice) {
     if (notice.what == Notice::What::ToFront) widget.raise();
+  });
+}
+
+void Binder::BindHelp(Control& form, QWidget& window) const {
+  SetControl(form, window);
+  auto* const key = new QShortcut(QKeySequence(Qt::Key_F1), &window);
+  QObject::connect(key, &QShortcut::activated, &window, [this, &window] {
+    const QWidget* const focus = window.focusWidget();
+    const std::int32_t topic = HelpTopicAt(focus == nullptr ? &window : focus);
+    if (OnHelp && topic != 0) Deliver([&] { OnHelp(topic); });
   });
 }
 
@@ -155,7 +184,7 @@ void Binder::Bind(Label& control, QLabel& widget) const {
   BindState(control, widget);
   widget.setTextFormat(Qt::PlainText);
   widget.setWordWrap(true);
-  ShowValue(control, widget, Notice::What::Text, [&] { widget.setText(ShownLines(control.Caption())); });
+  ShowValue(control, widget, Notice::What::Text, [&] { widget.setText(ShownCaption(control.Caption())); });
 }
 
 void Binder::Bind(Panel& control, QLabel& widget) const {
@@ -178,7 +207,6 @@ void Binder::Bind(TextBox& control, QLineEdit& widget) const {
   if (control.MaxLength > 0) widget.setMaxLength(control.MaxLength);
   ShowValue(control, widget, Notice::What::Text, [&] {
     if (EditedBytes(widget.text()) != control.Text()) widget.setText(EditText(control.Text()));
-    widget.setToolTip(PlainToolTip(control.ToolTipText()));
   });
   QObject::connect(&widget, &QLineEdit::textEdited, &widget,
                    [&, this](const QString& text) { Deliver([&] { control.Text = EditedBytes(text); }); });

@@ -61,10 +61,14 @@ class Binder {
   void Bind(ProgressBar& control, QProgressBar& widget) const;
   void Bind(MousePointer& control, QWidget& window) const;
 
-  // Enabled, visible, focus.
+  // What all controls have: enabled, visible, focus, hover text, and the topic of the help.
   void BindState(Control& control, QWidget& widget) const;
   // Puts the widget where its control stands, now and whenever that changes.
   void BindPlace(PlacedControl& control, QWidget& widget) const;
+
+  // F1 in the window of `form` asks OnHelp for the topic of the control that has the keys, or of what that stands in.
+  void BindHelp(Control& form, QWidget& window) const;
+  std::function<void(std::int32_t context)> OnHelp;
 
   // Runs what the user set off; nothing of it gets into the toolkit.
   void Deliver(const std::function<void()>& handler) const {

@@ -1,5 +1,8 @@
 #include "qt/display_text.h"
 
+#include <QFontMetrics>
+#include <QToolTip>
+
 #include <QStringDecoder>
 #include <cstdint>
 
@@ -91,23 +94,36 @@ std::string EditedBytes(const QString& text) {
 
 QString ShownLine(std::string_view bytes) { return Decode(bytes, ControlPicture, Replacement); }
 
-QString ShownLines(std::string_view bytes) {
+namespace {
+
+QString Lines(std::string_view bytes, std::string_view lineEnd) {
   QString lines;
   for (;;) {
-    const std::size_t end = bytes.find('\n');
+    const std::size_t end = bytes.find(lineEnd);
     std::string_view line = bytes.substr(0, end);
-    if (end != std::string_view::npos && line.ends_with('\r')) line.remove_suffix(1);
+    if (end != std::string_view::npos && lineEnd == "\n" && line.ends_with('\r')) line.remove_suffix(1);
     lines += ShownLine(line);
     if (end == std::string_view::npos) return lines;
     lines += QChar('\n');
-    bytes.remove_prefix(end + 1);
+    bytes.remove_prefix(end + lineEnd.size());
   }
 }
 
+}  // namespace
+
+QString ShownLines(std::string_view bytes) { return Lines(bytes, "\n"); }
+
+QString ShownCaption(std::string_view bytes) { return Lines(bytes, "\r\n"); }
+
 QString PlainToolTip(std::string_view bytes) {
   if (bytes.empty()) return {};
-  return "<qt><span style=\"white-space:pre-wrap\">" + ShownLines(bytes).toHtmlEscaped().replace('\n', "<br>") +
-         "</span></qt>";
+  const QString lines = ShownLines(bytes);
+  const QString text = lines.toHtmlEscaped().replace('\n', "<br>");
+  const int width = QFontMetrics(QToolTip::font()).size(0, lines).width();
+  if (width <= kToolTipPixels) return "<qt><div style='white-space:pre'>" + text + "</div></qt>";
+  return QString("<qt><table width=%1><tr><td style='white-space:pre-wrap'>%2</td></tr></table></qt>")
+      .arg(kToolTipPixels)
+      .arg(text);
 }
 
 }  // namespace tresmor

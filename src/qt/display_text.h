@@ -16,8 +16,13 @@ std::string EditedBytes(const QString& text);
 QString ShownLine(std::string_view bytes);
 // The same with line ends, CR LF or LF, left as such.
 QString ShownLines(std::string_view bytes);
+// The same for captions of forms, whose lines end by CR LF: a lone LF belongs to a file's name.
+QString ShownCaption(std::string_view bytes);
 
-// A text for hover help, which never takes it for markup; wider ones wrap.
+// How long hover help stays, and how wide it gets before it wraps.
+inline constexpr int kToolTipMilliseconds = 20000;
+inline constexpr int kToolTipPixels = 360;
+// A text for hover help, which never takes it for markup.
 QString PlainToolTip(std::string_view bytes);
 
 }  // namespace tresmor

@@ -312,9 +312,8 @@ bool ListWidget::viewportEvent(QEvent* event) {
     });
   }
   if (event->type() != QEvent::ToolTip || !look_.hoverText) return QTreeView::viewportEvent(event);
-  constexpr int kShownMilliseconds = 20000;
   QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), PlainToolTip(look_.hoverText()), viewport(), {},
-                     kShownMilliseconds);
+                     kToolTipMilliseconds);
   return true;
 }
 

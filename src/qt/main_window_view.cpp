@@ -6,7 +6,6 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
@@ -16,7 +15,7 @@
 #include <QShortcut>
 #include <cmath>
 
-#include "qt/display_text.h"
+#include "qt/form_parts.h"
 #include "qt/list_widget.h"
 #include "qt/picture_widget.h"
 #include "qt/tab_strip_widget.h"
@@ -25,38 +24,14 @@ namespace tresmor {
 namespace {
 
 template <class Widget, class Control>
-Widget* Bound(Control& control, const Binder& binder, QWidget* owner, const char* accessibleName = nullptr) {
-  auto* const widget = new Widget(owner);
-  binder.Bind(control, *widget);
-  if (accessibleName != nullptr) widget->setAccessibleName(accessibleName);
-  return widget;
-}
-
-template <class Widget, class Control>
 Widget* Placed(Control& control, const Binder& binder, QWidget* owner) {
   auto* const widget = Bound<Widget>(control, binder, owner);
   binder.BindPlace(control, *widget);
   return widget;
 }
 
-// A frame without a border.
-QWidget* PlainFrame(Frame& frame, const Binder& binder, QWidget* owner) {
-  auto* const widget = new QWidget(owner);
-  binder.BindState(frame, *widget);
-  binder.BindPlace(frame, *widget);
-  return widget;
-}
-
 void NamedTabs(TabStrip& tabs, const Binder& binder, QWidget* owner, const char* accessibleName) {
   (new TabStripWidget(tabs, binder, owner))->Bar().setAccessibleName(accessibleName);
-}
-
-QLabel* LabelOf(const char* text, QWidget* field, QWidget* owner) {
-  auto* const label = new QLabel(text, owner);
-  label->setBuddy(field);
-  QString name(text);
-  field->setAccessibleName(name.remove('&').remove(':'));
-  return label;
 }
 
 QGridLayout* PageGrid(QWidget* page) {
@@ -107,6 +82,7 @@ MainWindowView::MainWindowView(FrmMain& frm, const Binder& binder, const ListTip
   BuildFileOp();
   BuildStatusBar();
   binder_.Bind(frm_.pointer, *this);
+  binder_.BindHelp(frm_, *this);
   Follow(frm_, *this, [this](const Notice& notice) {
     if (reporting_) return;
     if (notice.what == Notice::What::Place || notice.what == Notice::What::State) Apply();

@@ -4,10 +4,13 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QFileSystemModel>
 #include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QSortFilterProxyModel>
+#include <algorithm>
 #include <array>
 
 #include "desk/options.h"
@@ -103,10 +106,48 @@ QString PatternText(const std::string& pattern) {
   return pattern == "*.*" ? QString("*") : ShownLine(pattern).replace(';', ' ');
 }
 
+// Elsewhere programs are told by this extension; here by a bit, and their names have none.
+bool MeansPrograms(const FileFilter& filter) { return filter.pattern == "*.exe"; }
+
+// Hides files that can't be run.
+class ProgramsOnly : public QSortFilterProxyModel {
+ public:
+  using QSortFilterProxyModel::QSortFilterProxyModel;
+
+  void Turn(bool on) {
+    on_ = on;
+    invalidateFilter();
+  }
+
+ protected:
+  bool filterAcceptsRow(int row, const QModelIndex& parent) const override {
+    if (!on_) return true;
+    const auto* const files = static_cast<const QFileSystemModel*>(sourceModel());
+    const QFileInfo info(files->filePath(files->index(row, 0, parent)));
+    return info.isDir() || info.isExecutable();
+  }
+
+ private:
+  bool on_ = false;
+};
+
+// A filter that means programs shows these alone while it is chosen.
+void ShowPrograms(const FileQuestion& question, QFileDialog& dialog) {
+  auto* const programs = new ProgramsOnly(&dialog);
+  dialog.setProxyModel(programs);
+  programs->Turn(MeansPrograms(question.filters.front()));
+  QObject::connect(
+      &dialog, &QFileDialog::filterSelected, programs, [&question, &dialog, programs](const QString& name) {
+        programs->Turn(
+            MeansPrograms(question.filters.at(static_cast<std::size_t>(dialog.nameFilters().indexOf(name)))));
+      });
+}
+
 QStringList NameFilters(const FileQuestion& question) {
   QStringList filters;
   for (const FileFilter& filter : question.filters) {
-    filters += ShownLine(filter.label).remove('(').remove(')') + " (" + PatternText(filter.pattern) + ")";
+    const QString pattern = MeansPrograms(filter) ? "*" : PatternText(filter.pattern);
+    filters += ShownLine(filter.label).section(" (", 0, 0) + " (" + pattern + ")";
   }
   return filters;
 }
@@ -141,7 +182,11 @@ std::optional<std::string> QtDialogs::OpenFileDlg(const FileQuestion& question) 
   dialog.setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
   dialog.setFileMode(saves ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
   dialog.setNameFilters(NameFilters(question));
-  dialog.setDefaultSuffix(ShownLine(question.defaultExtension));
+  if (std::any_of(question.filters.begin(), question.filters.end(), MeansPrograms)) {
+    ShowPrograms(question, dialog);
+  } else {
+    dialog.setDefaultSuffix(ShownLine(question.defaultExtension));
+  }
   const QFileInfo start(PathText(question.startName));
   if (start.isAbsolute()) {
     dialog.setDirectory(start.absolutePath());

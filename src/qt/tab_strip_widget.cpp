@@ -4,21 +4,12 @@
 #include <QStyleOptionTabWidgetFrame>
 #include <QStylePainter>
 
-#include "qt/display_text.h"
-
 namespace tresmor {
-namespace {
-
-// A tab's caption is no place for a mnemonic.
-QString TabText(const std::string& caption) { return ShownLine(caption).replace('&', "&&"); }
-
-}  // namespace
-
 TabStripWidget::TabStripWidget(TabStrip& control, const Binder& binder, QWidget* parent)
     : QWidget(parent), control_(control), binder_(binder), bar_(this) {
   bar_.setExpanding(false);
   bar_.setUsesScrollButtons(true);
-  for (std::int32_t tab = 1; tab <= control_.Count(); ++tab) bar_.addTab(TabText(control_.Caption(tab)));
+  for (std::int32_t tab = 1; tab <= control_.Count(); ++tab) bar_.addTab(Caption(control_.Caption(tab)));
   bar_.setCurrentIndex(control_.SelectedTab() - 1);
   setFocusProxy(&bar_);
   QObject::connect(&bar_, &QTabBar::currentChanged, this,
@@ -26,7 +17,7 @@ TabStripWidget::TabStripWidget(TabStrip& control, const Binder& binder, QWidget*
   binder_.BindState(control_, *this);
   binder_.BindPlace(control_, *this);
   Follow(control_, *this, [this](const Notice& notice) {
-    if (notice.what == Notice::What::Item) bar_.setTabText(notice.first - 1, TabText(control_.Caption(notice.first)));
+    if (notice.what == Notice::What::Item) bar_.setTabText(notice.first - 1, Caption(control_.Caption(notice.first)));
     if (notice.what == Notice::What::Place) LayOut();
     if (notice.what == Notice::What::SelectedTab) {
       const QSignalBlocker quiet(bar_);

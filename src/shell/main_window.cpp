@@ -8,6 +8,7 @@
 #include "results/counters.h"
 #include "shell/layout.h"
 #include "shell/menu_rules.h"
+#include "shell/tooltips.h"
 
 namespace tresmor {
 namespace {
@@ -18,7 +19,8 @@ constexpr char kErrorPicture[] = "err_read.bmp";
 }  // namespace
 
 MainWindow::MainWindow(const MainWindowPorts& ports, MainWindowHooks hooks)
-    : ports_(ports),
+    : frmTip({ports.files, ports.settings, ports.dialogs, ports.random}),
+      ports_(ports),
       hooks_(std::move(hooks)),
       dispatch_(ports.dialogs, {.restore = [this] { RestoreAfterFailure(); },
                                 .atRest =
@@ -53,7 +55,20 @@ MainWindow::MainWindow(const MainWindowPorts& ports, MainWindowHooks hooks)
                    .Preview = [this] { preview_.Show(); },
                    .OpenFile = [this] { singleFile_.OpenFile(); },
                    .OwnFileProp = hooks_.OwnFileProp,
-                   .PopUp = [](Menu& menu) { menu.PopUp(); }}) {
+                   .PopUp = [](Menu& menu) { menu.PopUp(); }}),
+      optionsDialog_({.options = options_,
+                      .txtPath = frm.txtPath,
+                      .txtExt = frm.txtExt,
+                      .presets = presets_,
+                      .InitTooltips = [this] { InitTooltips(frm); },
+                      .RemoveTooltips = [this] { RemoveTooltips(frm, tips_); }},
+                     {ports.settings, ports.dialogs, ports.shellForms}),
+      smartMarker_({frm, progress_, options_, presets_, hovered_},
+                   {.rules = {ports.events, ports.dialogs, [this](GuardedId id) { return GuardedMsg(id); }},
+                    .settings = ports.settings,
+                    .forms = ports.shellForms,
+                    .style = ports.files.Style(),
+                    .Help = HelpPage(kMarkPage)}) {
   frm.Visible = false;
   frm.screen = &ports_.screen;
   frm.txtPath.SetText(ports_.shell.FirstFolder());
@@ -61,6 +76,7 @@ MainWindow::MainWindow(const MainWindowPorts& ports, MainWindowHooks hooks)
   BindButtons();
   BindMenus();
   BindFileMenu();
+  BindHelpMenu();
   BindMenuRules(frm);
   BindWindow();
   BindTimers();
@@ -74,19 +90,31 @@ void MainWindow::BindButtons() {
 }
 
 void MainWindow::BindMenus() {
-  frm.mnuOptions.OnClick = hooks_.mnuOptions;
+  frm.mnuOptions.OnClick = [this] { optionsDialog_.Show(); };
   frm.MnuQuit.OnClick = [this] { frm.Unload(); };
   frm.mnuSrch.OnClick = frm.cmdSrch.OnClick;
   frm.mnuNewSrch.OnClick = frm.cmdNewSrch.OnClick;
   frm.mnuLoadResultList.OnClick = [this] { sessions_.mnuLoadResultList(); };
   frm.mnuSaveResultList.OnClick = [this] { sessions_.mnuSaveResultList(); };
   frm.mnuSaveAsResultList.OnClick = [this] { sessions_.mnuSaveAsResultList(); };
-  frm.mnuHelp.OnClick = hooks_.mnuHelp;
-  frm.mnuSuppForum.OnClick = hooks_.mnuSuppForum;
-  frm.mnuWebSite.OnClick = hooks_.mnuWebSite;
-  frm.mnuEmail.OnClick = hooks_.mnuEmail;
-  frm.mnuChkUpdate.OnClick = hooks_.mnuChkUpdate;
-  frm.mnuAbout.OnClick = hooks_.mnuAbout;
+}
+
+void MainWindow::BindHelpMenu() {
+  frm.mnuHelp.OnClick = HelpPage(kQuickStartPage);
+  frm.mnuSuppForum.OnClick = [this] { ports_.shell.OpenUrl(SupportAddress()); };
+  frm.mnuWebSite.OnClick = [this] { ports_.shell.OpenUrl(WebSiteAddress()); };
+  frm.mnuEmail.OnClick = [this] { ports_.shell.OpenUrl(MailAddress()); };
+  frm.mnuChkUpdate.OnClick = [this] { ChkUpdate(ports_.shell, ports_.version); };
+  frm.mnuAbout.OnClick = [this] { ShowAbout(ports_.dialogs, ports_.version); };
+}
+
+std::function<void()> MainWindow::HelpPage(const char* page) {
+  if (!hooks_.Help) return nullptr;
+  return [this, page] { hooks_.Help(page); };
+}
+
+void MainWindow::Help(std::int32_t context) {
+  if (hooks_.Help) dispatch_.RunPassive([&] { hooks_.Help(context); });
 }
 
 void MainWindow::BindFileMenu() {
@@ -100,7 +128,7 @@ void MainWindow::BindFileMenu() {
   frm.mnuExport.OnClick = [this] { export_.mnuExport(); };
   if (hooks_.OwnFileProp) frm.mnuPropPage.OnClick = [this] { resultPage_.mnuPropPage(); };
   frm.mnuShowVer.OnClick = [this] { resultPage_.mnuShowVer(); };
-  frm.mnuSmartDel.OnClick = hooks_.mnuSmartDel;
+  frm.mnuSmartDel.OnClick = [this] { smartMarker_.Show(); };
   frm.mnuMarkAll.OnClick = [this] { resultPage_.mnuMarkAll(); };
   frm.mnuMarkSelected.OnClick = [this] { resultPage_.mnuMarkSelected(); };
   frm.mnuClearMarks.OnClick = [this] { resultPage_.mnuClearMarks(); };
@@ -170,11 +198,11 @@ void MainWindow::StartUp() {
   InitProgressBar(frm);
   Init(frm);
   LoadSettings(ports_.settings, ports_.shell, ports_.now(), Settings());
-  if (options_.NoTooltipsOpt != 1 && hooks_.InitTooltips) hooks_.InitTooltips();
-  if (hooks_.RemindOfUpdate) hooks_.RemindOfUpdate();
+  if (options_.NoTooltipsOpt != 1) InitTooltips(frm);
+  RemindOfUpdate(options_, ports_.now(), ports_.shell, ports_.dialogs, ports_.version);
   TakeLatest(frm.txtPath);
   TakeLatest(frm.txtExt);
-  if (ShowTipsAtStartup(ports_.settings) && hooks_.ShowTip) hooks_.ShowTip();
+  if (ShowTipsAtStartup(ports_.settings)) frmTip.Load(ports_.programFolder);
 }
 
 // A click that cancels comes in the middle of the search, which is an action itself.
@@ -206,6 +234,7 @@ bool MainWindow::MayClose() {
 void MainWindow::Close() {
   dispatch_.RunPassive([this] { SaveSettings(ports_.settings, Settings()); });
   ReleaseProgressBar(frm);
+  frmTip.Visible = false;
 }
 
 void MainWindow::RestoreAfterFailure() {

@@ -22,10 +22,16 @@
 #include "scope/scope_page.h"
 #include "shell/export_command.h"
 #include "shell/frm_main.h"
+#include "shell/frm_tip.h"
+#include "shell/help.h"
+#include "shell/options_dialog.h"
 #include "shell/result_page.h"
 #include "shell/search_button.h"
 #include "shell/search_control.h"
 #include "shell/session_commands.h"
+#include "shell/shell_forms.h"
+#include "shell/smart_marker_dialog.h"
+#include "shell/update_check.h"
 
 namespace tresmor {
 
@@ -42,28 +48,19 @@ struct MainWindowPorts {
   Dialogs& dialogs;
   ModalForms& forms;
   FileForms& fileForms;
+  ShellForms& shellForms;
   PictureLoader& pictures;
   std::function<DateStamp()> now;  // of the local clock
-  std::string programFolder;       // that the program's own files lie in, without a separator at the end
+  std::function<double()> random;  // 0 or more, less than 1
+  ProgramVersion version;
+  std::string programFolder;  // that the program's own files lie in, without a separator at the end
 };
 
-// What the window calls and is no part of it. An item of the menus without its hook can't be chosen.
+// What the window calls and is no part of it. What needs a hook that isn't set can't be chosen.
 struct MainWindowHooks {
-  // Items of the menus, by their names.
-  std::function<void()> mnuOptions;
-  std::function<void()> mnuSmartDel;
-  std::function<void()> mnuHelp;
-  std::function<void()> mnuSuppForum;
-  std::function<void()> mnuWebSite;
-  std::function<void()> mnuEmail;
-  std::function<void()> mnuChkUpdate;
-  std::function<void()> mnuAbout;
+  ShowHelp Help;
   // A sheet of a file's properties for mnuPropPage, where the desktop has none.
   std::function<void(const std::string& file)> OwnFileProp;
-  // Steps of the start, left out where they aren't set.
-  std::function<void()> InitTooltips;
-  std::function<void()> RemindOfUpdate;
-  std::function<void()> ShowTip;  // not modal
 };
 
 // Interface thread.
@@ -75,6 +72,7 @@ class MainWindow {
   MainWindow& operator=(const MainWindow&) = delete;
 
   FrmMain frm;
+  FrmTip frmTip;
 
   // What the program does first, once, when whoever shows the form listens to it already. The form becomes Visible when
   // all is done, so that boxes of the start come before it.
@@ -86,11 +84,14 @@ class MainWindow {
   FileCommands& Files() { return fileCommands_; }
   // The program's help, from Load on.
   const std::string& HelpFile() const { return helpFile_; }
+  // Shows the topic of a HelpContextID, for whoever is asked for it. Does nothing where there is no help.
+  void Help(std::int32_t context);
 
  private:
   void BindButtons();
   void BindMenus();
   void BindFileMenu();
+  void BindHelpMenu();
   void BindWindow();
   void BindTimers();
   // Has all that was bound go through the dispatch, but for what decides by itself how to go.
@@ -109,6 +110,7 @@ class MainWindow {
   bool MayClose();
   void Close();
   void RestoreAfterFailure();
+  std::function<void()> HelpPage(const char* page);
   SettingsOwner Settings() { return {frm.txtPath, frm.txtExt, presets_, options_}; }
 
   const MainWindowPorts ports_;
@@ -134,6 +136,8 @@ class MainWindow {
   SessionCommands sessions_;
   ExportCommand export_;
   ResultPage resultPage_;
+  OptionsDialog optionsDialog_;
+  SmartMarkerDialog smartMarker_;
 };
 
 }  // namespace tresmor

@@ -267,6 +267,13 @@ TEST(OrderOf, ReadsFormats) {
   EXPECT_EQ(OrderOf("%"), DateOrder::MonthDayYear);
 }
 
+TEST(DaysBetween, CountsMidnights) {
+  EXPECT_EQ(DaysBetween(kOneDay - 1, kOneDay), 1);
+  EXPECT_EQ(DaysBetween(kOneDay, 2 * kOneDay - 1), 0);
+  EXPECT_EQ(DaysBetween(-1, 1), 1);
+  EXPECT_EQ(DaysBetween(10 * kOneDay, 3 * kOneDay + 5), -7);
+}
+
 TEST(AddMonths, StopsAtTheMonthsEnd) {
   const auto added = [](const char* text, int months) { return FormatStamp(AddMonths(*ParseStamp(text), months)); };
   EXPECT_EQ(added("2004/03/30 18:30:59", -1), "2004/02/29 00:00:00");

@@ -68,6 +68,11 @@ class GuardedMsgTest : public testing::Test {
   std::int16_t flag = 0;
 };
 
+TEST_F(GuardedMsgTest, TheBoxHasTheHelpOfTheOptions) {
+  const FrmMyMsgBox form;
+  EXPECT_EQ(form.HelpContextID, 112);
+}
+
 TEST_F(GuardedMsgTest, AFlagOf1ShowsNothing) {
   flag = 1;
   EXPECT_TRUE(messages.GuardedMsg(flag, "text", "title", kWarningIcon));

@@ -67,6 +67,7 @@ TEST(DisplayText, OneLineStaysOne) {
 TEST(DisplayText, LinesEndAtBothKindsOfLineEnds) {
   EXPECT_EQ(ShownLines("a\r\nb\nc\rd\n"), QStringLiteral("a\nb\nc\u240Dd\n"));
   EXPECT_EQ(ShownLines(""), QString());
+  EXPECT_EQ(ShownCaption("a\r\nb\nc"), QStringLiteral("a\nb\u240Ac"));
 }
 
 TEST(DisplayText, AToolTipIsNoMarkup) {

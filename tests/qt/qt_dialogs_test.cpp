@@ -93,7 +93,7 @@ TEST_F(QtDialogsTest, AFileToOpenHasToBeThere) {
   question.startFolder = At("");
   script_.Expect("Load", [this](QWidget& window) {
     auto& dialog = static_cast<QFileDialog&>(window);
-    EXPECT_EQ(dialog.nameFilters(), (QStringList{"Session *.Tresmor (*.Tresmor)", "All Files (*)"}));
+    EXPECT_EQ(dialog.nameFilters(), (QStringList{"Session (*.Tresmor)", "All Files (*)"}));
     EXPECT_EQ(dialog.acceptMode(), QFileDialog::AcceptOpen);
     EXPECT_EQ(dialog.fileMode(), QFileDialog::ExistingFile);
     EXPECT_EQ(dialog.directory().path().toStdString() + "/", At(""));

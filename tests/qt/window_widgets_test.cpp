@@ -49,7 +49,7 @@ TEST(TabStripWidget, AClickOnTheTabOnShowIsNone) {
 
 TEST(TabStripWidget, CaptionsAreTheControls) {
   TabStage tabs;
-  EXPECT_EQ(tabs.widget->Bar().tabText(0), "One && two");
+  EXPECT_EQ(tabs.widget->Bar().tabText(0), "One & two");  // with a mnemonic
   tabs.control.SetCaption(2, "Three (2)\n");
   EXPECT_EQ(tabs.widget->Bar().tabText(1), QStringLiteral("Three (2)\u240A"));
 }

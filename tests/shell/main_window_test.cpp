@@ -28,12 +28,19 @@ class MainWindowTest : public testing::Test, protected tests::MainWindowWorld {
   }
   // `deed` is done from within an action.
   void InAction(const std::function<void()>& deed) {
-    onHook = [this, deed] {
-      const auto once = deed;
-      onHook = nullptr;
-      once();
-    };
+    forms.inOptions = [deed](FrmOptions&) { deed(); };
     frm.mnuOptions.OnClick();
+  }
+  // The next start finds the last reminder to be that many days ago.
+  void LetDaysPass(int days) {
+    Keep(kOptionsSection, "LastUpdateCheck", "1899-12-30");
+    now = days * kOneDay;
+  }
+  void ExpectReminder(BoxAnswer answer = BoxAnswer::No) {
+    dialogs.boxes.push_back(
+        {"Tresmor can check its update periodically, and you haven't checked it for more than 45 days. \r\n\r\nDo you "
+         "want to check if new version available online?",
+         "Check new version", BoxIcon::Question, BoxButtons::YesNo, answer});
   }
   void ExpectError(const std::string& error) { dialogs.boxes.push_back({"Run-time error " + error, ""}); }
 
@@ -46,19 +53,33 @@ class MainWindowTest : public testing::Test, protected tests::MainWindowWorld {
 
 TEST_F(MainWindowTest, TheStartGoesStepByStep) {
   Keep(kPathHistory, "0", "/latest");
-  onHook = [&] {
+  LetDaysPass(45);
+  ExpectReminder();
+  const auto check = [&](const char* path) {
     EXPECT_EQ(window.HelpFile(), "/opt/tresmor/Tresmor.chm");
     EXPECT_EQ(frm.PrevPbParent, &frm);
     EXPECT_EQ(frm.Height(), 4365);  // what the panels need, in whole pixels
     EXPECT_GT(view.resizes, 0);
     EXPECT_EQ(frm.msgBar.Text(), "Tresmor is ready.");
     EXPECT_GT(frm.txtExt.ListCount(), 0);
-    EXPECT_EQ(frm.txtPath.Text(), log.back() == "tip" ? "/latest" : "/home/me");
+    EXPECT_EQ(frm.cmdSrch.ToolTipText(), "Start the search");
+    EXPECT_EQ(frm.txtPath.Text(), path);
     EXPECT_FALSE(frm.Visible());
   };
+  dialogs.onBox = [&] {
+    check("/home/me");
+    EXPECT_FALSE(window.frmTip.Visible());
+  };
+  int tips = 0;
+  window.frmTip.Listen([&](const Notice& notice) {
+    if (notice.what != Notice::What::Visible || notice.when != Notice::When::After) return;
+    check("/latest");
+    ++tips;
+  });
   EXPECT_FALSE(frm.Visible());
   window.Load();
-  EXPECT_THAT(log, ElementsAre("tooltips", "reminder", "tip"));
+  EXPECT_EQ(tips, 1);
+  EXPECT_TRUE(window.frmTip.Visible());
   EXPECT_TRUE(frm.Visible());
   EXPECT_TRUE(frm.StatusBar1.Visible());
 }
@@ -80,32 +101,68 @@ TEST_F(MainWindowTest, WithoutHistoriesTheDesignTextsStay) {
 
 TEST_F(MainWindowTest, ATipShowsIfItsSettingIsOneByThen) {
   const std::vector<std::pair<std::string, bool>> cases = {{"1", true}, {"0", false}, {"2", false}, {"yes", false}};
+  LetDaysPass(45);
   for (const auto& [setting, shows] : cases) {
-    onHook = [&, value = setting] {
-      if (log.back() == "reminder") Keep(kOptionsSection, "Show Tips at Startup", value.c_str());
-    };
-    MainWindow(Ports(), AllHooks()).Load();
-    EXPECT_EQ(log.back() == "tip", shows) << setting;
+    ExpectReminder();
+    dialogs.onBox = [&, value = setting] { Keep(kOptionsSection, "Show Tips at Startup", value.c_str()); };
+    MainWindow next(Ports(), AllHooks());
+    next.Load();
+    EXPECT_EQ(next.frmTip.Visible(), shows) << setting;
   }
+}
+
+TEST_F(MainWindowTest, TheTipComesFromTheProgramsFolderAndGoesWithTheWindow) {
+  files.MakeFile("/opt/tresmor/TIPOFDAY.TXT", "Only this.\n");
+  window.Load();
+  EXPECT_EQ(window.frmTip.lblTipText.Caption(), "Only this.");
+  EXPECT_TRUE(frm.Visible());
+  frm.mnuSuppForum.OnClick();  // the window can be used meanwhile
+  EXPECT_THAT(shell.opened, SizeIs(1));
+  EXPECT_TRUE(window.frmTip.Visible());
+  EXPECT_TRUE(frm.Unload());
+  EXPECT_FALSE(window.frmTip.Visible());
+}
+
+TEST_F(MainWindowTest, TheReminderIsKeptInTheSettingsAtTheEnd) {
+  LetDaysPass(45);
+  ExpectReminder(BoxAnswer::Yes);
+  window.Load();
+  EXPECT_THAT(shell.opened, ElementsAre("https://tresmor.example/ChkUpdate.asp?Major=3&Minor=1&Rev=7"));
+  EXPECT_TRUE(frm.Unload());
+  EXPECT_EQ(settings.Get(kAppTitle, kOptionsSection, "LastUpdateCheck", ""), FormatNamedDay(now));
+}
+
+TEST_F(MainWindowTest, AnUpdateCheckByTheMenuDoesNotPutTheReminderOff) {
+  LetDaysPass(44);
+  Load();
+  frm.mnuChkUpdate.OnClick();
+  EXPECT_THAT(shell.opened, SizeIs(1));
+  EXPECT_TRUE(frm.Unload());
+  now += kOneDay;
+  ExpectReminder();
+  MainWindow(Ports(), AllHooks()).Load();
 }
 
 TEST_F(MainWindowTest, TooltipsThatAreOffAreNotMade) {
   Keep(kOptionsSection, "NoTooltips", "1");
   window.Load();
-  EXPECT_THAT(log, ElementsAre("reminder", "tip"));
+  EXPECT_EQ(frm.cmdSrch.ToolTipText(), "");
 }
 
 TEST_F(MainWindowTest, AStepOfTheStartThatFailsIsToldAndTheWindowComes) {
-  onHook = [] { throw Failure(Errors::DiskFull); };
-  ExpectError("'61':\r\n\r\nDisk full");
+  files.MakeFile("/opt/tresmor/TIPOFDAY.TXT", "tip");
+  files.FailOpen("/opt/tresmor/TIPOFDAY.TXT", Errors::PermissionDenied);
+  ExpectError("'70':\r\n\r\n" + std::string(Describe(Errors::PermissionDenied)));
   window.Load();
   EXPECT_TRUE(frm.Visible());
 }
 
 TEST_F(MainWindowTest, NothingElseRunsWhileItStarts) {
-  onHook = [&] { frm.mnuAbout.OnClick(); };
+  LetDaysPass(45);
+  ExpectReminder();
+  dialogs.onBox = [&] { frm.mnuWebSite.OnClick(); };
   window.Load();
-  EXPECT_THAT(log, testing::Not(Contains("about")));
+  EXPECT_THAT(shell.opened, IsEmpty());
 }
 
 // --- The end
@@ -171,14 +228,13 @@ TEST_F(MainWindowTest, OtherActionsAreDroppedMeanwhileAndPassiveHandlersAreNot) 
   ListView& lst = frm.results.Shown();
   InAction([&] {
     for (const auto& event : {frm.mnuNewSrch.OnClick, frm.cmdNewSrch.OnClick, frm.mnuClearMarks.OnClick,
-                              frm.mnuAbout.OnClick, frm.mnuSrch.OnClick, lst.OnDblClick}) {
+                              frm.mnuWebSite.OnClick, frm.mnuSrch.OnClick, lst.OnDblClick}) {
       event();
     }
     lst.OnColumnClick(1);
     lst.OnItemClick();
     view.Drag(12000, 9000);
   });
-  EXPECT_THAT(log, ElementsAre("options"));
   ASSERT_THAT(pictures.asked, SizeIs(1));
   EXPECT_EQ(pictures.asked.front().file, "/data/row.jpg");
   EXPECT_EQ(lst.Count(), 1);
@@ -244,6 +300,73 @@ TEST_F(MainWindowTest, TimersTickByTheQueue) {
   EXPECT_THAT(events.timers, SizeIs(3));
   events.Tick();
   EXPECT_FALSE(frm.tmrUpdate.Enabled());
+}
+
+// --- Its dialogs
+
+TEST_F(MainWindowTest, OptionsSwitchTheTooltipsOfTheWindow) {
+  Load();
+  AddRow(frm, ResultList::ZeroSize, "row");
+  frm.results.Shown().OnMouseMove(1);
+  EXPECT_FALSE(window.Tips().texts.empty());
+  for (const bool off : {true, false}) {
+    forms.inOptions = [&](FrmOptions& form) {
+      form.chkNoTooltips.Value = off;
+      form.OKButton.OnClick();
+    };
+    frm.mnuOptions.OnClick();
+    EXPECT_EQ(frm.cmdSrch.ToolTipText(), off ? "" : "Start the search");
+    EXPECT_TRUE(window.Tips().texts.empty());
+  }
+}
+
+TEST_F(MainWindowTest, OptionsClearTheHistoriesOfTheWindow) {
+  Keep(kPathHistory, "0", "/latest");
+  Load();
+  InAction([] {});
+  EXPECT_EQ(frm.txtPath.List(0), "/latest");
+  forms.inOptions = [](FrmOptions& form) { form.cmdClrHist.OnClick(); };
+  frm.mnuOptions.OnClick();
+  EXPECT_EQ(frm.txtPath.List(0), kSeparator);
+}
+
+TEST_F(MainWindowTest, SmartMarkerWorksOnTheListOnShow) {
+  Load();
+  AddRow(frm, ResultList::ZeroSize, "a.jpg");
+  AddRow(frm, ResultList::ZeroSize, "b.txt");
+  for (const std::int32_t row : {1, 2}) frm.results.Shown().SetChecked(row, false);
+  forms.inSmartDel = [](FrmSmartDel& form) {
+    EXPECT_EQ(form.lstFolder.Count(), 2);
+    form.cmbPattern.SetText("*.jpg");
+    form.cmdMark.OnClick();
+    EXPECT_FALSE(form.Visible());
+  };
+  frm.mnuSmartDel.OnClick();
+  EXPECT_TRUE(frm.results.Shown().Checked(1));
+  EXPECT_FALSE(frm.results.Shown().Checked(2));
+  EXPECT_TRUE(frm.tmrUpdate.Enabled());
+}
+
+TEST_F(MainWindowTest, HelpIsAskedForByNumberAndByPage) {
+  Load();
+  window.Help(117);
+  frm.mnuHelp.OnClick();
+  AddRow(frm, ResultList::ZeroSize, "row");
+  forms.inSmartDel = [](FrmSmartDel& form) {
+    EXPECT_TRUE(form.cmdHelp.Enabled());
+    form.cmdHelp.OnClick();
+  };
+  frm.mnuSmartDel.OnClick();
+  EXPECT_THAT(log, ElementsAre("help 117", "help quickstart.htm", "help mark.htm"));
+}
+
+TEST_F(MainWindowTest, WithoutHelpNothingOffersIt) {
+  MainWindow bare(Ports(), {});
+  bare.Load();
+  bare.Help(117);
+  EXPECT_FALSE(bare.frm.mnuHelp.Enabled());
+  forms.inSmartDel = [](FrmSmartDel& form) { EXPECT_FALSE(form.cmdHelp.Enabled()); };
+  bare.frm.mnuSmartDel.OnClick();
 }
 
 // --- New search, and operations

@@ -24,24 +24,37 @@
 
 namespace tresmor::tests {
 
-// Closes each guarded message by OK, and does with the dialog of file commands what the test says.
-class ScriptedForms final : public ModalForms, public FileForms {
+// Closes each guarded message by OK, and does with the other dialogs what the test says.
+class ScriptedForms final : public ModalForms, public FileForms, public ShellForms {
  public:
   void ShowModal(FrmMyMsgBox& form) override {
     shown.push_back(form.Message);
     form.OKButton.OnClick();
   }
-  void ShowModal(FrmFileOper& form) override {
-    if (inFileOper) {
-      inFileOper(form);
+  void ShowModal(FrmFileOper& form) override { Play(inFileOper, form); }
+  void ShowModal(FrmOptions& form) override { Play(inOptions, form); }
+  void ShowModal(FrmSmartDel& form, const ListTip& tips) override {
+    if (withTips) withTips(form, tips);
+    Play(inSmartDel, form);
+  }
+
+  std::vector<std::string> shown;
+  std::function<void(FrmFileOper&)> inFileOper;
+  std::function<void(FrmOptions&)> inOptions;
+  std::function<void(FrmSmartDel&)> inSmartDel;
+  std::function<void(FrmSmartDel&, const ListTip&)> withTips;  // before that
+
+ private:
+  template <class Form>
+  static void Play(const std::function<void(Form&)>& script, Form& form) {
+    EXPECT_TRUE(form.Visible());
+    if (script) {
+      script(form);
     } else {
       ADD_FAILURE() << "unexpected dialog: " << form.Caption();
     }
     form.Visible = false;
   }
-
-  std::vector<std::string> shown;
-  std::function<void(FrmFileOper&)> inFileOper;
 };
 
 struct MainWindowWorld {
@@ -52,24 +65,12 @@ struct MainWindowWorld {
 
   // Every hook is set, and says its name in `log`.
   MainWindowHooks AllHooks() {
-    return {.mnuOptions = Logs("options"),
-            .mnuSmartDel = Logs("smart marker"),
-            .mnuHelp = Logs("help"),
-            .mnuSuppForum = Logs("forum"),
-            .mnuWebSite = Logs("site"),
-            .mnuEmail = Logs("mail"),
-            .mnuChkUpdate = Logs("update"),
-            .mnuAbout = Logs("about"),
-            .OwnFileProp = [this](const std::string& file) { log.push_back("sheet of " + file); },
-            .InitTooltips = Logs("tooltips"),
-            .RemindOfUpdate = Logs("reminder"),
-            .ShowTip = Logs("tip")};
-  }
-  std::function<void()> Logs(const std::string& what) {
-    return [this, what] {
-      log.push_back(what);
-      if (onHook) onHook();
-    };
+    return {.Help =
+                [this](const HelpTopic& topic) {
+                  const auto* const page = std::get_if<std::string>(&topic);
+                  log.push_back("help " + (page != nullptr ? *page : std::to_string(std::get<std::int32_t>(topic))));
+                },
+            .OwnFileProp = [this](const std::string& file) { log.push_back("sheet of " + file); }};
   }
   MainWindowPorts Ports() {
     return {.files = files,
@@ -84,8 +85,11 @@ struct MainWindowWorld {
             .dialogs = dialogs,
             .forms = forms,
             .fileForms = forms,
+            .shellForms = forms,
             .pictures = pictures,
-            .now = [] { return DateStamp{0}; },
+            .now = [this] { return now; },
+            .random = [] { return 0.5; },
+            .version = {3, 1, 7},
             .programFolder = "/opt/tresmor"};
   }
 
@@ -113,7 +117,7 @@ struct MainWindowWorld {
   ScriptedForms forms;
   FakePictureLoader pictures;
   std::vector<std::string> log;
-  std::function<void()> onHook;  // from within each of them
+  DateStamp now = 0;
 };
 
 }  // namespace tresmor::tests

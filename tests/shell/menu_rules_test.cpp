@@ -61,15 +61,13 @@ TEST_F(MenuRulesTest, CommandsOnSessionsWantNoSearchAndTheOthersAreLeftAlone) {
 TEST_F(MenuRulesTest, AnItemWithoutItsHookCannotBeChosen) {
   MainWindow bare(Ports(), {});
   FrmMain& form = bare.frm;
-  for (const MenuItem* const item :
-       {&form.mnuOptions, &form.mnuHelp, &form.mnuSuppForum, &form.mnuWebSite, &form.mnuEmail, &form.mnuChkUpdate,
-        &form.mnuAbout, &form.mnuSmartDel, &form.mnuPropPage}) {
+  for (const MenuItem* const item : {&form.mnuHelp, &form.mnuPropPage}) {
     EXPECT_FALSE(item->Enabled()) << item->Caption();
   }
   AddRow(form, ResultList::ZeroSize, "row");
   form.mnuFile.OnOpen();
-  EXPECT_FALSE(form.mnuSmartDel.Enabled() || form.mnuPropPage.Enabled());
-  EXPECT_TRUE(form.mnuOpen.Enabled() && form.MnuQuit.Enabled());
+  EXPECT_FALSE(form.mnuPropPage.Enabled());
+  EXPECT_TRUE(form.mnuOpen.Enabled() && form.mnuSmartDel.Enabled() && form.MnuQuit.Enabled());
   for (const Menu* const menu : form.Menus()) {
     for (const MenuItem* const item : menu->Items()) {
       EXPECT_TRUE(item == nullptr || !item->Enabled() || item->OnClick);
@@ -77,12 +75,21 @@ TEST_F(MenuRulesTest, AnItemWithoutItsHookCannotBeChosen) {
   }
 }
 
-TEST_F(MenuRulesTest, HooksAreCalledByTheirItems) {
-  for (const MenuItem* const item : {&frm.mnuOptions, &frm.mnuSmartDel, &frm.mnuHelp, &frm.mnuSuppForum,
-                                     &frm.mnuWebSite, &frm.mnuEmail, &frm.mnuChkUpdate, &frm.mnuAbout}) {
+TEST_F(MenuRulesTest, LinksOpenTheirAddresses) {
+  for (const MenuItem* const item : {&frm.mnuSuppForum, &frm.mnuWebSite, &frm.mnuEmail, &frm.mnuChkUpdate}) {
     item->OnClick();
   }
-  EXPECT_THAT(log, ElementsAre("options", "smart marker", "help", "forum", "site", "mail", "update", "about"));
+  EXPECT_THAT(shell.opened, ElementsAre("https://tresmor.example/support.asp?from=exe",
+                                        "https://tresmor.example/?from=exe", "mailto:support@tresmor.example",
+                                        "https://tresmor.example/ChkUpdate.asp?Major=3&Minor=1&Rev=7"));
+}
+
+TEST_F(MenuRulesTest, AboutIsABox) {
+  dialogs.boxes = {
+      {"Tresmor Ver. 3.1.7\r\n\r\nFree software under the MIT licence, without warranty of any "
+       "kind.\r\n\r\nWeb site: https://tresmor.example\r\nEmail: support@tresmor.example\r\n",
+       "About Tresmor", BoxIcon::Information}};
+  frm.mnuAbout.OnClick();
 }
 
 TEST_F(MenuRulesTest, CommandsOnOneFileReachIt) {
