@@ -142,6 +142,10 @@ def story(desk, home, program):
     """From an empty start to duplicates in the trash, and out."""
     files = os.path.join(home, 'demo')
     make_files(files)
+    desk.window('Tip of the Day')
+    desk.picture('tip')
+    desk.keys('Escape')
+    desk.gone('Tip of the Day')
     main = desk.window(MAIN)
     desk.picture('start')
     desk.keys('Tab', 'ctrl+a')
@@ -167,6 +171,11 @@ def story(desk, home, program):
     desk.click(main, 80, 318, button=3)
     desk.picture('tasks')
     desk.keys('Escape')
+    desk.keys('ctrl+k')
+    desk.window('Smart Marking')
+    desk.picture('smart-marking')
+    desk.keys('Escape')
+    desk.gone('Smart Marking')
     # All duplicates but the first of each group can go; here the first row is marked by mouse and the next by key.
     desk.click(main, 16, 318)
     desk.keys('Down', 'space')
