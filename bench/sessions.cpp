@@ -26,7 +26,7 @@ class FixedAnswers final : public Dialogs {
   }
   std::optional<std::string> OpenFileDlg(const FileQuestion&) override { return file_; }
   std::optional<std::string> BrowseFolder(const std::string&, const std::string&) override { return file_; }
-  std::string InputBox(const std::string&, const std::string&, const std::string&) override { return file_; }
+  std::string InputBox(const BoxText&, const std::string&, const std::string&) override { return file_; }
 
  private:
   const std::string file_;

@@ -2,6 +2,7 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QRadioButton>
 
@@ -22,13 +23,28 @@ QGroupBox* DestinationFrame(FrmFileOper& form, const Binder& binder, QWidget* ow
   return frame;
 }
 
+// Words that stand for a button: a click on them is one on it.
+class WordsOf : public QLabel {
+ public:
+  WordsOf(QRadioButton& button, QWidget* owner) : QLabel(button.text(), owner), button_(button) {
+    setWordWrap(true);
+    setBuddy(&button);
+  }
+
+ protected:
+  void mouseReleaseEvent(QMouseEvent* event) override {
+    if (rect().contains(event->pos())) button_.click();
+  }
+
+ private:
+  QRadioButton& button_;
+};
+
 // A choice whose caption is longer than any window: its words stand beside it and wrap.
 QWidget* WrappedOption(OptionButton& control, const Binder& binder, QWidget* owner) {
   auto* const box = new QWidget(owner);
   auto* const button = Bound<QRadioButton>(control, binder, box);
-  auto* const words = new QLabel(button->text(), box);
-  words->setWordWrap(true);
-  words->setBuddy(button);
+  auto* const words = new WordsOf(*button, box);
   button->setAccessibleName(button->text());
   button->setText("");
   auto* const row = new QHBoxLayout(box);

@@ -174,6 +174,17 @@ TEST(FileOperForm, MovingAndCopyingHaveADestination) {
   EXPECT_EQ(stage.no, 1);
 }
 
+TEST(FileOperForm, AClickOnTheWordsOfAChoiceChoosesIt) {
+  FileOperStage stage;
+  stage.Ask(kDeleteMode, "Delete files", [&](QWidget& window) {
+    for (QLabel* const words : window.findChildren<QLabel*>()) {
+      if (words->text() == "Delete permanently") QTest::mouseClick(words, Qt::LeftButton);
+    }
+    EXPECT_TRUE(stage.form.optDelPermanently.Value());
+    QTest::keyClick(&window, Qt::Key_Escape);
+  });
+}
+
 TEST(FileOperForm, IsUsedByKeysAlone) {
   FileOperStage stage;
   stage.Ask(kDeleteMode, "Delete files", [&](QWidget& window) {
