@@ -222,6 +222,8 @@ void Binder::Bind(ComboBox& control, QComboBox& widget) const {
   widget.setEditable(true);
   widget.setInsertPolicy(QComboBox::NoInsert);
   widget.setCompleter(nullptr);
+  // Else the toolkit takes a typed text that equals an entry for a click on it.
+  QObject::disconnect(widget.lineEdit(), SIGNAL(editingFinished()), &widget, nullptr);
   widget.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   const auto show = [&] {
     const QSignalBlocker quiet(widget);

@@ -177,9 +177,10 @@ void ScopePage::PickDate() {
 void ScopePage::ShowFrame() {
   const std::int16_t tab = CheckedInt16(scope_.TabPath.SelectedTab() - 1);
   if (tab == scope_.CurPathTab) return;
+  // Noted first: a field that loses the keys as its page goes may ask for another tab.
+  const std::int16_t before = std::exchange(scope_.CurPathTab, tab);
   scope_.frmPath[static_cast<std::size_t>(tab)].Visible = true;
-  scope_.frmPath[static_cast<std::size_t>(scope_.CurPathTab)].Visible = false;
-  scope_.CurPathTab = tab;
+  scope_.frmPath[static_cast<std::size_t>(before)].Visible = false;
 }
 
 }  // namespace tresmor

@@ -124,6 +124,9 @@ TEST_F(WindowTest, ASizeThatIsNoNumberIsToldWhenItsFieldIsLeft) {
   QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(0).center());
   EXPECT_TRUE(script_.IsDone());
   EXPECT_EQ(Frm().TabPath.SelectedTab(), kFileSizeTab);
+  EXPECT_TRUE(field->isVisible());
+  EXPECT_EQ(Frm().CurPathTab, kFileSizeTab - 1);
+  EXPECT_FALSE(Frm().frmPath[0].Visible());
 }
 
 TEST_F(WindowTest, ASearchIsCancelledBeforeTheWindowCloses) {

@@ -5,6 +5,7 @@
 #include <QCompleter>
 #include <QLineEdit>
 
+#include "qt/display_text.h"
 #include "qt/stage.h"
 
 namespace tresmor::tests {
@@ -51,6 +52,17 @@ TEST(ComboBinder, TypingIsNotCompletedAndClicksNothing) {
   EXPECT_EQ(combo.clicks, 0);
   QTest::keyClick(combo.widget->lineEdit(), Qt::Key_Return);
   EXPECT_EQ(combo.widget->count(), 2);
+}
+
+TEST(ComboBinder, ATypedEntryIsNoClickOnIt) {
+  ComboStage combo;
+  combo.stage.Show();
+  combo.widget->lineEdit()->selectAll();
+  QTest::keyClicks(combo.widget->lineEdit(), combo.widget->itemText(0));
+  QTest::keyClick(combo.widget->lineEdit(), Qt::Key_Return);
+  EXPECT_EQ(combo.clicks, 0);
+  EXPECT_EQ(combo.control.ListIndex(), -1);
+  EXPECT_EQ(EditText(combo.control.Text()), combo.widget->itemText(0));
 }
 
 TEST(ComboBinder, AnEntryIsPickedAndPickedAgain) {
