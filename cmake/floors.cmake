@@ -26,6 +26,13 @@ function(tresmor_settings target)
   endif()
 endfunction()
 
+# For what runs once where it was built, so that what counts is the time to build.
+function(quick_to_build target)
+  if(CMAKE_BUILD_TYPE STREQUAL "Debug")
+    target_compile_options(${target} PRIVATE -O0)
+  endif()
+endfunction()
+
 # tresmor_floor(name below... [DIR folder]): the folder is src/<name> unless told otherwise.
 function(tresmor_floor name)
   cmake_parse_arguments(ARG "" "DIR" "" ${ARGN})
@@ -52,6 +59,7 @@ function(tresmor_program name folder)
   list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
   add_library(tresmor_${folder} STATIC ${sources})
   tresmor_settings(tresmor_${folder})
+  quick_to_build(tresmor_${folder})
   target_compile_definitions(tresmor_${folder} PRIVATE
                              TRESMOR_VERSION="${PROJECT_VERSION}" TRESMOR_VERSION_MAJOR=${PROJECT_VERSION_MAJOR}
                              TRESMOR_VERSION_MINOR=${PROJECT_VERSION_MINOR}

@@ -5,7 +5,7 @@
 namespace tresmor {
 namespace {
 
-constexpr LeftOutWords kWords = {
+constexpr LeftOutWords kWordsOfOptions = {
     .protectedFolder = "it lies in one of the system's own folders; --no-protect searches them.",
     .excluded = "it lies in a folder given to --exclude."};
 
@@ -19,7 +19,7 @@ int FindCommand(const FindOptions& options, const ConsolePorts& ports) {
   frm.chkHidden.Value = options.hidden;
   frm.chkProtectWinDir.Value = !options.noProtect;
   AddScopeRows(frm, options, {ports.files, ports.shell, ports.workingFolder});
-  return search.Run(kWords);
+  return search.Run(kWordsOfOptions);
 }
 
 }  // namespace tresmor

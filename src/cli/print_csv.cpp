@@ -15,7 +15,7 @@ void AppendField(std::string& line, std::string_view text) {
   line.push_back('"');
 }
 
-void PrintList(Output& out, const PrintOptions& options, const ResultLists& lists, ResultList kind) {
+void PrintListAsCsv(Output& out, const PrintOptions& options, const ResultLists& lists, ResultList kind) {
   ResultReader reader(lists.List(kind));
   std::int64_t running = 0;
   std::string line;
@@ -41,7 +41,7 @@ void PrintList(Output& out, const PrintOptions& options, const ResultLists& list
 void PrintCsv(Output& out, const PrintOptions& options, const FindResult& result) {
   out.Write("list,group,folder,name,size,date");
   out.Write(options.versions ? ",version\r\n" : "\r\n");
-  for (int i = 0; i < kResultLists; ++i) PrintList(out, options, result.lists, static_cast<ResultList>(i));
+  for (int i = 0; i < kResultLists; ++i) PrintListAsCsv(out, options, result.lists, static_cast<ResultList>(i));
 }
 
 }  // namespace tresmor

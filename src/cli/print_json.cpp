@@ -26,7 +26,7 @@ Json RowOf(ResultReader& reader, std::int32_t row, const std::optional<std::int6
   return object;
 }
 
-void PrintList(Output& out, const ResultLists& lists, ResultList kind) {
+void PrintListAsJson(Output& out, const ResultLists& lists, ResultList kind) {
   ResultReader reader(lists.List(kind));
   std::int64_t running = 0;
   const char* before = "\n";
@@ -57,7 +57,7 @@ void PrintJson(Output& out, const FindResult& result) {
   for (int i = 0; i < kResultLists; ++i) {
     const auto kind = static_cast<ResultList>(i);
     out.Write((i == 0 ? "\n" : ",\n") + Dump(ListName(kind)) + ": [");
-    PrintList(out, result.lists, kind);
+    PrintListAsJson(out, result.lists, kind);
     out.Write(']');
   }
   out.Write("\n}\n}\n");

@@ -31,7 +31,7 @@ void PrintGroup(Output& out, ResultReader& reader, RowGroup group) {
   out.Write("\n" + CountOf(group.Rows(), "file") + ", " + ReadableSize(bytes) + "\n");
 }
 
-void PrintList(Output& out, const ResultLists& lists, ResultList kind) {
+void PrintListAsText(Output& out, const ResultLists& lists, ResultList kind) {
   const auto i = static_cast<std::size_t>(kind);
   const ListView& lst = lists.List(kind);
   const std::string groups = HasGroups(kind) ? " in " + CountOf(lists.GroupCnt[i], "group") : "";
@@ -59,7 +59,7 @@ void PrintText(Output& out, const PrintOptions& options, const FindResult& resul
     const auto kind = static_cast<ResultList>(i);
     const bool wanted =
         kind == ResultList::ReadErrors ? result.lists.List(kind).Count() > 0 : options.Wants(static_cast<SrchType>(i));
-    if (wanted) PrintList(out, result.lists, kind);
+    if (wanted) PrintListAsText(out, result.lists, kind);
   }
   if (result.end) out.Write(result.end->message + "\n");
   out.Write(ReplaceAll(GetReportCountStr(result.lists), "\r\n", "\n"));

@@ -7,7 +7,7 @@
 namespace tresmor {
 namespace {
 
-constexpr LeftOutWords kWords = {
+constexpr LeftOutWords kWordsOfSession = {
     .protectedFolder = "it lies in one of the system's own folders, which the session keeps out of.",
     .excluded = "it lies in a folder that the session keeps out of."};
 
@@ -38,7 +38,7 @@ int RunCommand(const RunOptions& options, const ConsolePorts& ports) {
     return kWrongUse;
   }
   CheckScopeRows(frm, {ports.files, ports.shell, ports.workingFolder});
-  return search.Run(kWords);
+  return search.Run(kWordsOfSession);
 }
 
 }  // namespace tresmor

@@ -1,5 +1,6 @@
 #include "qt/process_picture_loader.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QProcess>
 #include <QTimer>
@@ -10,25 +11,22 @@
 
 namespace tresmor {
 
-namespace {
-
-// Ends a process without waiting for that: one that hangs in the system on a file may take its time.
-struct Abandon {
-  void operator()(QProcess* process) const {
-    if (process->state() == QProcess::NotRunning) {
-      process->deleteLater();
-    } else {
-      QObject::connect(process, &QProcess::stateChanged, process, [process](QProcess::ProcessState state) {
-        if (state == QProcess::NotRunning) process->deleteLater();
-      });
-      process->kill();
-    }
-  }
-};
-
-}  // namespace
-
 struct ProcessPictureLoader::Run {
+  // Ends a process without waiting for that: one that hangs in the system on a file may take its time.
+  struct Abandon {
+    void operator()(QProcess* process) const {
+      process->setParent(QCoreApplication::instance());  // which takes it along where it ends first
+      if (process->state() == QProcess::NotRunning) {
+        process->deleteLater();
+      } else {
+        QObject::connect(process, &QProcess::stateChanged, process, [process](QProcess::ProcessState state) {
+          if (state == QProcess::NotRunning) process->deleteLater();
+        });
+        process->kill();
+      }
+    }
+  };
+
   PictureRequest asked;
   Done done;
   std::string answer{};

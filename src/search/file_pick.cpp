@@ -15,7 +15,7 @@ namespace {
 // less than a second.
 constexpr std::uint32_t kPiece = 64;
 // Pieces judged between two texts to the user.
-constexpr std::size_t kWave = 256;
+constexpr std::size_t kPiecesAtOnce = 256;
 
 }  // namespace
 
@@ -63,9 +63,9 @@ void FilePick::CutPieces() {
 }
 
 void FilePick::JudgeAll(const WalkPattern& pattern) {
-  for (std::size_t begin = 0; begin < pieces_.size() && !ports_.stop.Stopped(); begin += kWave) {
+  for (std::size_t begin = 0; begin < pieces_.size() && !ports_.stop.Stopped(); begin += kPiecesAtOnce) {
     ports_.observer.SetProgressMsg(SearchingText(colFiles_, nodes_[pieces_[begin].node], pattern));
-    ports_.pool.ParallelFor(std::min(kWave, pieces_.size() - begin), 1, [&](std::size_t i, std::size_t) {
+    ports_.pool.ParallelFor(std::min(kPiecesAtOnce, pieces_.size() - begin), 1, [&](std::size_t i, std::size_t) {
       if (ports_.stop.Stopped()) return;
       Match(pieces_[begin + i], pattern);
       if (row_.NeedsStat()) Ask(pieces_[begin + i]);

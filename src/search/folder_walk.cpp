@@ -10,7 +10,7 @@ namespace tresmor {
 namespace {
 
 // Folders listed between two texts to the user.
-constexpr std::size_t kWave = 256;
+constexpr std::size_t kFoldersAtOnce = 256;
 // How often a folder may lie below itself by its identity, each time changed, and still pass for folders of one inode
 // number. Twice and more only happens on odd file systems and in a circle that somebody keeps writing to.
 constexpr int kMostAlike = 32;
@@ -56,7 +56,7 @@ std::vector<WalkNode> FolderWalk::List(const RowCriteria& row) {
   for (std::size_t begin = 0; begin < nodes_.size() && !ports_.stop.Stopped(); begin += fresh.size()) {
     ports_.observer.SetProgressMsg(SearchingText(colFiles_, nodes_[begin], row.patterns.front()));
     fresh.clear();
-    fresh.resize(std::min(kWave, nodes_.size() - begin));
+    fresh.resize(std::min(kFoldersAtOnce, nodes_.size() - begin));
     ports_.pool.ParallelFor(fresh.size(), 1, [&](std::size_t i, std::size_t) { Visit(nodes_[begin + i], fresh[i]); });
     for (std::size_t i = 0; i < fresh.size() && !ports_.stop.Stopped(); ++i) Settle(begin + i, std::move(fresh[i]));
   }

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "base/failure.h"
+#include "support/failure_of.h"
 
 namespace tresmor {
 namespace {
@@ -12,12 +13,7 @@ namespace {
 bool Match(const std::string& pattern, const std::string& name) { return Like(pattern).Matches(name); }
 
 Errors FailureOf(const std::string& pattern) {
-  try {
-    const Like like(pattern);
-  } catch (const Failure& failure) {
-    return failure.Number();
-  }
-  return Errors::None;
+  return tests::FailureOf([&] { const Like like(pattern); });
 }
 
 TEST(Like, PlainTextsMatchWhollyAndInEitherCase) {

@@ -5,19 +5,10 @@
 #include <limits>
 
 #include "base/failure.h"
+#include "support/failure_of.h"
 
 namespace tresmor {
 namespace {
-
-template <typename Routine>
-Errors FailureOf(Routine routine) {
-  try {
-    routine();
-  } catch (const Failure& failure) {
-    return failure.Number();
-  }
-  return Errors::None;
-}
 
 TEST(DivideRoundEven, RoundsToTheNearestAndHalvesToEven) {
   EXPECT_EQ(DivideRoundEven(512, 1024), 0);
@@ -62,10 +53,10 @@ TEST(RoundEven, RoundsHalvesToEven) {
 }
 
 TEST(RoundEven, FailsBeyondTheBounds) {
-  EXPECT_EQ(FailureOf([] { RoundEven(9223372036854775808.0); }), Errors::Overflow);
-  EXPECT_EQ(FailureOf([] { RoundEven(-1e19); }), Errors::Overflow);
-  EXPECT_EQ(FailureOf([] { RoundEven(std::numeric_limits<double>::quiet_NaN()); }), Errors::Overflow);
-  EXPECT_EQ(FailureOf([] { RoundEven(std::numeric_limits<double>::infinity()); }), Errors::Overflow);
+  EXPECT_EQ(tests::FailureOf([] { RoundEven(9223372036854775808.0); }), Errors::Overflow);
+  EXPECT_EQ(tests::FailureOf([] { RoundEven(-1e19); }), Errors::Overflow);
+  EXPECT_EQ(tests::FailureOf([] { RoundEven(std::numeric_limits<double>::quiet_NaN()); }), Errors::Overflow);
+  EXPECT_EQ(tests::FailureOf([] { RoundEven(std::numeric_limits<double>::infinity()); }), Errors::Overflow);
 }
 
 TEST(ParseInt32, ReadsWholeNumbers) {
@@ -94,13 +85,13 @@ TEST(ParseInt32, RoundsFractionsHalfToEven) {
 TEST(ParseInt32, FailsWhereThereIsNoNumber) {
   for (const char* text : {"", "  ", ".", "-", "+", "a", "1a", "1.2.3", "1 2", "--1", "0x10", "1,000", "1e3", "inf",
                            "99999999999999999999x"}) {
-    EXPECT_EQ(FailureOf([text] { ParseInt32(text); }), Errors::TypeMismatch) << text;
+    EXPECT_EQ(tests::FailureOf([text] { ParseInt32(text); }), Errors::TypeMismatch) << text;
   }
 }
 
 TEST(ParseInt32, FailsWhereTheNumberIsTooGreat) {
   for (const char* text : {"2147483648", "-2147483649", "2147483647.5", "99999999999999999999999999"}) {
-    EXPECT_EQ(FailureOf([text] { ParseInt32(text); }), Errors::Overflow) << text;
+    EXPECT_EQ(tests::FailureOf([text] { ParseInt32(text); }), Errors::Overflow) << text;
   }
 }
 
@@ -109,16 +100,16 @@ TEST(ParseInt32, FollowsTheMarks) {
   EXPECT_EQ(ParseInt32("1.234.567,5", marks), 1234568);
   EXPECT_EQ(ParseInt32("-0,5", marks), 0);
   EXPECT_EQ(ParseInt32("1\u00A0000", {.decimal = ",", .thousands = "\u00A0"}), 1000);
-  EXPECT_EQ(FailureOf([&] { ParseInt32(".5", marks); }), Errors::TypeMismatch);
-  EXPECT_EQ(FailureOf([&] { ParseInt32("1,5.0", marks); }), Errors::TypeMismatch);
+  EXPECT_EQ(tests::FailureOf([&] { ParseInt32(".5", marks); }), Errors::TypeMismatch);
+  EXPECT_EQ(tests::FailureOf([&] { ParseInt32("1,5.0", marks); }), Errors::TypeMismatch);
 }
 
 TEST(CheckedInt16, FailsInsteadOfWrapping) {
   EXPECT_EQ(CheckedInt16(32767), 32767);
   EXPECT_EQ(CheckedInt16(-32768), -32768);
-  EXPECT_EQ(FailureOf([] { CheckedInt16(32768); }), Errors::Overflow);
-  EXPECT_EQ(FailureOf([] { CheckedInt16(-32769); }), Errors::Overflow);
-  EXPECT_EQ(FailureOf([] { CheckedInt16(std::int64_t{1} << 40); }), Errors::Overflow);
+  EXPECT_EQ(tests::FailureOf([] { CheckedInt16(32768); }), Errors::Overflow);
+  EXPECT_EQ(tests::FailureOf([] { CheckedInt16(-32769); }), Errors::Overflow);
+  EXPECT_EQ(tests::FailureOf([] { CheckedInt16(std::int64_t{1} << 40); }), Errors::Overflow);
 }
 
 }  // namespace

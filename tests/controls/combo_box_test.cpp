@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "base/failure.h"
+#include "support/failure_of.h"
 
 namespace tresmor {
 namespace {
@@ -37,12 +38,7 @@ class ComboBoxTest : public testing::Test {
     });
   }
   static void ExpectSubscript(const std::function<void()>& action) {
-    try {
-      action();
-      ADD_FAILURE() << "no failure";
-    } catch (const Failure& failure) {
-      EXPECT_EQ(failure.Number(), Errors::Subscript);
-    }
+    EXPECT_EQ(tests::FailureOf(action), Errors::Subscript);
   }
 
   ComboBox combo{"typed"};

@@ -5,7 +5,6 @@
 #include <thread>
 #include <vector>
 
-#include "base/failure.h"
 #include "controls/check_box.h"
 #include "controls/check_list.h"
 #include "controls/choice_list.h"
@@ -16,21 +15,14 @@
 #include "controls/tab_strip.h"
 #include "controls/text_box.h"
 #include "controls/timer.h"
+#include "support/failure_of.h"
 
 namespace tresmor {
 namespace {
 
 using What = Notice::What;
 using When = Notice::When;
-
-Errors FailureOf(const std::function<void()>& action) {
-  try {
-    action();
-  } catch (const Failure& failure) {
-    return failure.Number();
-  }
-  return Errors::None;
-}
+using tests::FailureOf;
 
 TEST(Property, TellsBeforeAndAfterWithTheValueOfThatMoment) {
   Panel panel;

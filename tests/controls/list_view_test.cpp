@@ -2,29 +2,20 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
 #include <vector>
 
 #include "base/date.h"
-#include "base/failure.h"
 #include "base/text.h"
 #include "controls/list_view_fixture.h"
+#include "support/failure_of.h"
 
 namespace tresmor {
 namespace {
 
 using What = Notice::What;
 using When = Notice::When;
-
-Errors FailureOf(const std::function<void()>& action) {
-  try {
-    action();
-  } catch (const Failure& failure) {
-    return failure.Number();
-  }
-  return Errors::None;
-}
+using tests::FailureOf;
 
 class ListViewTest : public tests::ListViewFixture {};
 

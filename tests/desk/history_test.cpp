@@ -10,6 +10,7 @@
 
 #include "base/failure.h"
 #include "desk/options.h"
+#include "support/failure_of.h"
 #include "support/fake_shell.h"
 #include "support/history_boxes.h"
 #include "support/memory_settings.h"
@@ -124,12 +125,7 @@ TEST(FindListItem, CountsIn16Bits) {
   EXPECT_EQ(FindListItem(combo, "32767"), 32767);
   EXPECT_EQ(FindListItem(combo, "beyond"), -1);
   combo.AddItem("beyond");
-  try {
-    FindListItem(combo, "beyond");
-    ADD_FAILURE() << "no overflow";
-  } catch (const Failure& failure) {
-    EXPECT_EQ(failure.Number(), Errors::Overflow);
-  }
+  EXPECT_EQ(tests::FailureOf([&] { FindListItem(combo, "beyond"); }), Errors::Overflow);
 }
 
 TEST_F(HistoryTest, APresetsLabelBecomesItsValue) {

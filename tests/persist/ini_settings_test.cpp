@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <functional>
 #include <random>
 #include <span>
 #include <string>
@@ -13,14 +12,17 @@
 
 #include "base/text.h"
 #include "persist/ini_text.h"
+#include "support/failure_of.h"
 #include "support/memory_file_system.h"
 #include "support/memory_file_writer.h"
 
 namespace tresmor {
 namespace {
 
+using tests::FailureOf;
+
 constexpr char kPath[] = "/home/me/.config/tresmor/tresmor.ini";
-constexpr IniSection kOptions = {"Tresmor", "Options"};
+constexpr IniSection kOptionsSection = {"Tresmor", "Options"};
 
 class IniSettingsTest : public testing::Test {
  protected:
@@ -35,14 +37,6 @@ class IniSettingsTest : public testing::Test {
   }
   std::string Get(const std::string& key) const { return store.Get("Tresmor", "Options", key, "none"); }
   void Save(const std::string& key, const std::string& value) { store.Save("Tresmor", "Options", key, value); }
-  static Errors FailureOf(const std::function<void()>& action) {
-    try {
-      action();
-    } catch (const Failure& failure) {
-      return failure.Number();
-    }
-    return Errors::None;
-  }
 
   MemoryFileSystem files;
   MemoryFileWriter writer{files};
@@ -182,7 +176,7 @@ const std::vector<std::pair<std::string, std::string>> kKept = {
 
 std::string GoodFile() {
   std::string ini;
-  for (const auto& [key, value] : kKept) SetIniValue(ini, kOptions, key, value);
+  for (const auto& [key, value] : kKept) SetIniValue(ini, kOptionsSection, key, value);
   return ini;
 }
 
@@ -192,7 +186,7 @@ void ExpectReadUpTo(const std::string& ini, std::size_t place) {
   for (const auto& [key, value] : kKept) {
     end = GoodFile().find('\n', end) + 1;
     if (end > place) return;
-    EXPECT_EQ(FindIniValue(ini, kOptions, key), value);
+    EXPECT_EQ(FindIniValue(ini, kOptionsSection, key), value);
   }
 }
 
@@ -202,8 +196,8 @@ TEST(IniDamage, ATruncatedFileKeepsItsWholeLines) {
     std::string cut = good.substr(0, size);
     ExpectReadUpTo(cut, size);
     const std::string before = cut;
-    EXPECT_TRUE(SetIniValue(cut, kOptions, "New", "value"));
-    EXPECT_EQ(FindIniValue(cut, kOptions, "New"), "value");
+    EXPECT_TRUE(SetIniValue(cut, kOptionsSection, "New", "value"));
+    EXPECT_EQ(FindIniValue(cut, kOptionsSection, "New"), "value");
     EXPECT_TRUE(ReplaceAll(cut, "New=value\n", "").starts_with(before));
     ExpectReadUpTo(cut, size);
   }
@@ -222,7 +216,7 @@ TEST(IniDamage, AChangedByteCostsOneLineAtMost) {
         // The line itself, and the one that a lost line end draws to it.
         const bool hurt = at + 1 >= begin && at < end;
         if (!hurt) {
-          EXPECT_EQ(FindIniValue(bad, kOptions, key), value) << at << " " << int{byte};
+          EXPECT_EQ(FindIniValue(bad, kOptionsSection, key), value) << at << " " << int{byte};
         }
         begin = end;
       }
@@ -243,19 +237,19 @@ TEST(IniDamage, RandomBytesAreKeptAndWrittenBeside) {
     const std::string before = (i % 2 == 0 ? "" : "[Tresmor/Options]\n") + RandomBytes(random, 200);
     const std::string key = "Key" + RandomBytes(random, 20);
     const std::string value = RandomBytes(random, 20);
-    const auto tips = FindIniValue(before, kOptions, "T");
+    const auto tips = FindIniValue(before, kOptionsSection, "T");
     std::string ini = before;
-    if (!FindIniValue(before, kOptions, key)) {
-      ASSERT_TRUE(SetIniValue(ini, kOptions, key, value));
+    if (!FindIniValue(before, kOptionsSection, key)) {
+      ASSERT_TRUE(SetIniValue(ini, kOptionsSection, key, value));
       EXPECT_GE(ini.size(), before.size() + key.size() + value.size() + 2);
     }
-    SetIniValue(ini, kOptions, key, value);
-    ASSERT_EQ(FindIniValue(ini, kOptions, key), value);
-    EXPECT_FALSE(SetIniValue(ini, kOptions, key, value));
-    EXPECT_EQ(FindIniValue(ini, kOptions, "T"), tips);
-    EXPECT_TRUE(RemoveIniKeys(ini, kOptions));
-    EXPECT_FALSE(FindIniValue(ini, kOptions, key));
-    EXPECT_FALSE(RemoveIniKeys(ini, kOptions));
+    SetIniValue(ini, kOptionsSection, key, value);
+    ASSERT_EQ(FindIniValue(ini, kOptionsSection, key), value);
+    EXPECT_FALSE(SetIniValue(ini, kOptionsSection, key, value));
+    EXPECT_EQ(FindIniValue(ini, kOptionsSection, "T"), tips);
+    EXPECT_TRUE(RemoveIniKeys(ini, kOptionsSection));
+    EXPECT_FALSE(FindIniValue(ini, kOptionsSection, key));
+    EXPECT_FALSE(RemoveIniKeys(ini, kOptionsSection));
   }
 }
 
@@ -263,7 +257,7 @@ TEST(IniDamage, TheFileOfAnyValueIsUtf8) {
   std::mt19937 random(2);
   for (int i = 0; i < 1000; ++i) {
     std::string ini;
-    SetIniValue(ini, kOptions, RandomBytes(random, 40), RandomBytes(random, 40));
+    SetIniValue(ini, kOptionsSection, RandomBytes(random, 40), RandomBytes(random, 40));
     EXPECT_TRUE(IsUtf8(ini));
   }
 }

@@ -13,6 +13,7 @@
 #include "persist/whole_file.h"
 #include "results/rows.h"
 #include "search/scope_row.h"
+#include "support/failure_of.h"
 #include "support/memory_file_system.h"
 #include "support/memory_file_writer.h"
 #include "support/scripted_dialogs.h"
@@ -64,12 +65,7 @@ struct SessionWorld {
   bool Load(const std::string& text) { return LoadSession(text, controls, shown, dialogs); }
   // The number of the failure that ends the loading; None if it succeeds.
   Errors LoadFailure(const std::string& text) {
-    try {
-      Load(text);
-      return Errors::None;
-    } catch (const Failure& failure) {
-      return failure.Number();
-    }
+    return FailureOf([&] { Load(text); });
   }
 
   SlowEventQueue events;

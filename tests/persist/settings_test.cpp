@@ -11,6 +11,7 @@
 #include "desk/guarded_msg.h"
 #include "desk/history.h"
 #include "persist/program_run.h"
+#include "support/failure_of.h"
 #include "support/memory_settings.h"
 
 namespace tresmor {
@@ -238,12 +239,7 @@ TEST_F(SettingsTest, AHistoryThatCannotBeSavedIsTold) {
     run.EnterExt("*.a");
     store.saved.clear();
     store.Fail(Errors::DiskFull, section);
-    try {
-      run.End();
-      ADD_FAILURE() << "no failure";
-    } catch (const Failure& failure) {
-      EXPECT_EQ(failure.Number(), Errors::DiskFull);
-    }
+    EXPECT_EQ(tests::FailureOf([&] { run.End(); }), Errors::DiskFull);
     EXPECT_EQ(store.saved.back(), std::string(section) + "/0");  // nothing is saved behind it
   }
 }

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "base/failure.h"
+#include "support/failure_of.h"
 #include "support/memory_file_system.h"
 
 namespace tresmor {
@@ -17,12 +18,7 @@ namespace {
 class ReadWholeFileTest : public testing::Test {
  protected:
   Errors FailureOf(const std::string& path, std::int64_t mostBytes) {
-    try {
-      ReadWholeFile(files, path, mostBytes);
-      return Errors::None;
-    } catch (const Failure& failure) {
-      return failure.Number();
-    }
+    return tests::FailureOf([&] { ReadWholeFile(files, path, mostBytes); });
   }
   Errors FailureOf(const std::string& path) { return FailureOf(path, std::numeric_limits<std::int32_t>::max()); }
 

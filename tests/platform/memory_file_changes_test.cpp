@@ -7,7 +7,6 @@ namespace tresmor {
 
 namespace {
 
-using Op = MemoryFileChanges::Op;
 using Crash = MemoryFileChanges::Crash;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -111,13 +110,13 @@ TEST_F(MemoryFileChangesTest, KeepNamesLosesBytesAlone) {
 
 TEST_F(MemoryFileChangesTest, FailsByNumberAndByPath) {
   changes.FailAt(2, Errors::DiskFull);
-  changes.Fail(Op::Rename, "/d/never", Errors::PermissionDenied);
+  changes.Fail(MemoryFileChanges::Op::Rename, "/d/never", Errors::PermissionDenied);
   EXPECT_EQ(changes.MakeFolder("/d/1"), Errors::None);
   EXPECT_EQ(changes.MakeFolder("/d/2"), Errors::DiskFull);
   EXPECT_EQ(changes.MakeFolder("/d/2"), Errors::None);
   EXPECT_EQ(changes.Rename("/a/old", "/d/never"), Errors::PermissionDenied);
   EXPECT_EQ(changes.Calls().size(), 4U);
-  EXPECT_EQ(changes.Calls()[3], (MemoryFileChanges::Call{Op::Rename, "/d/never", "/a/old"}));
+  EXPECT_EQ(changes.Calls()[3], (MemoryFileChanges::Call{MemoryFileChanges::Op::Rename, "/d/never", "/a/old"}));
 }
 
 TEST_F(MemoryFileChangesTest, HasDrivesRoomAndFoldersThatCannotBeWrittenTo) {

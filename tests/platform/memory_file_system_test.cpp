@@ -13,7 +13,6 @@ namespace {
 
 using testing::ElementsAre;
 using Call = MemoryFileSystem::Call;
-using Op = MemoryFileSystem::Op;
 
 std::vector<std::string> Names(const FolderListing& listing) {
   std::vector<std::string> names;
@@ -89,10 +88,12 @@ TEST(MemoryFiles, RecordEachCall) {
   const auto reader = folder->Open("a", failure);
   char buffer[3];
   reader->ReadAt(4, buffer);
-  EXPECT_THAT(files.Calls(),
-              ElementsAre(Call{Op::List, "/d", 0, 0}, Call{Op::Stat, "/d/a", 0, 0}, Call{Op::Stat, "/d/b", 0, 0},
-                          Call{Op::Cached, "/d/a", 0, 0}, Call{Op::ReadAhead, "/d/a", 1, 2},
-                          Call{Op::Open, "/d/a", 0, 0}, Call{Op::Read, "/d/a", 4, 3}));
+  EXPECT_THAT(
+      files.Calls(),
+      ElementsAre(Call{MemoryFileSystem::Op::List, "/d", 0, 0}, Call{MemoryFileSystem::Op::Stat, "/d/a", 0, 0},
+                  Call{MemoryFileSystem::Op::Stat, "/d/b", 0, 0}, Call{MemoryFileSystem::Op::Cached, "/d/a", 0, 0},
+                  Call{MemoryFileSystem::Op::ReadAhead, "/d/a", 1, 2}, Call{MemoryFileSystem::Op::Open, "/d/a", 0, 0},
+                  Call{MemoryFileSystem::Op::Read, "/d/a", 4, 3}));
   files.ClearCalls();
   EXPECT_TRUE(files.Calls().empty());
 }
@@ -144,7 +145,7 @@ TEST(MemoryFiles, ChangeAtAChosenMoment) {
   MemoryFileSystem files;
   files.MakeFile("/a", "1");
   files.SetHook([&files](const Call& call) {
-    if (call.op == Op::Open) files.Remove("/a");
+    if (call.op == MemoryFileSystem::Op::Open) files.Remove("/a");
   });
   FileStat stat;
   EXPECT_EQ(files.Stat("/a", stat), Errors::None);

@@ -9,6 +9,9 @@ namespace tresmor {
 // the system doesn't let one do that.
 bool WithFailingCall(long number, int error, const std::function<void()>& work);
 
+// What a test says where the next fails.
+inline constexpr char kNoMounts[] = "nothing can be mounted here";
+
 // Runs `work` on a thread whose mounts nobody else sees. False, and nothing was run, without the right to that.
 bool WithOwnMounts(const std::function<void()>& work);
 

@@ -29,7 +29,6 @@ namespace {
 
 constexpr std::int64_t kMuch = std::int64_t{1} << 40;
 constexpr char kNoFilter[] = "system calls can't be made to fail here";
-constexpr char kNoMounts[] = "nothing can be mounted here";
 
 class PosixChanges : public testing::Test {
  protected:

@@ -21,8 +21,6 @@ namespace tresmor {
 
 namespace {
 
-constexpr char kNoMounts[] = "nothing can be mounted here";
-
 class PosixTrash : public testing::Test {
  protected:
   std::string At(const std::string& path) const { return world_->Root() + path; }

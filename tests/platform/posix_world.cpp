@@ -14,14 +14,11 @@
 #include "platform/file_world.h"
 #include "platform/posix/posix_file_system.h"
 #include "platform/posix/posix_file_writer.h"
+#include "support/temp_tree.h"
 
 namespace tresmor {
 
 namespace {
-
-void Check(bool ok, const std::string& what) {
-  if (!ok) throw std::system_error(errno, std::generic_category(), what);
-}
 
 // The folder that holds a path's last name, reached name by name, so that the path may be of any length.
 class Parent {

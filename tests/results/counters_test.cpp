@@ -6,18 +6,10 @@
 #include "base/failure.h"
 #include "results/result_fixture.h"
 #include "results/sort_list.h"
+#include "support/failure_of.h"
 
 namespace tresmor {
 namespace {
-
-Errors FailureOf(const std::function<void()>& action) {
-  try {
-    action();
-  } catch (const Failure& failure) {
-    return failure.Number();
-  }
-  return Errors::None;
-}
 
 TEST(ByteSizeStr, StepsUpAbove1024) {
   EXPECT_EQ(ByteSizeStr(0), "0 Bytes");
@@ -56,8 +48,8 @@ TEST(ByteSizeStr, WritesTheDecimalMarkOfTheLocale) {
 TEST(ByteSizeStr, HasNoUnitAbove1024GB) {
   constexpr std::int64_t k1024GB = std::int64_t{1} << 40;
   EXPECT_EQ(ByteSizeStr(k1024GB), "1024.00 GB");
-  EXPECT_EQ(FailureOf([] { ByteSizeStr(k1024GB + 1); }), Errors::Subscript);
-  EXPECT_EQ(FailureOf([] { ByteSizeStr(std::numeric_limits<std::int64_t>::max()); }), Errors::Subscript);
+  EXPECT_EQ(tests::FailureOf([] { ByteSizeStr(k1024GB + 1); }), Errors::Subscript);
+  EXPECT_EQ(tests::FailureOf([] { ByteSizeStr(std::numeric_limits<std::int64_t>::max()); }), Errors::Subscript);
 }
 
 class CountersTest : public tests::ResultFixture {
@@ -161,10 +153,10 @@ TEST_F(CountersTest, TakesSizesFromTheCellsAsTheyStand) {
   EXPECT_EQ(results.StatsArr[0].MarkSz, 5'000'000'000);
   for (const char* none : {"none", "", " ", "12 3", "1.5", "7x"}) {
     zero.SetCell(1, kSizeItem, none);
-    EXPECT_EQ(FailureOf([&] { UpdateStatus(results, true, true); }), Errors::TypeMismatch) << none;
+    EXPECT_EQ(tests::FailureOf([&] { UpdateStatus(results, true, true); }), Errors::TypeMismatch) << none;
   }
   zero.SetCell(1, kSizeItem, "9223372036854775808");
-  EXPECT_EQ(FailureOf([&] { UpdateStatus(results, true, true); }), Errors::Overflow);
+  EXPECT_EQ(tests::FailureOf([&] { UpdateStatus(results, true, true); }), Errors::Overflow);
 }
 
 // Sums as session files of odd sizes may bring them about.
@@ -175,7 +167,7 @@ TEST_F(CountersTest, MarkedBytesEndWhereTheirFieldDoes) {
   const auto failureFor = [&](std::int64_t first, std::int64_t second) {
     zero.SetCell(1, kSizeItem, PaddedNumber{first});
     zero.SetCell(2, kSizeItem, PaddedNumber{second});
-    return FailureOf([&] { UpdateStatus(results, true, false); });
+    return tests::FailureOf([&] { UpdateStatus(results, true, false); });
   };
   EXPECT_EQ(failureFor(kMost, 0), Errors::Subscript);  // the sum is kept, though it has no unit
   EXPECT_EQ(results.StatsArr[0].MarkSz, kMost);
@@ -191,7 +183,7 @@ TEST_F(CountersTest, SelectedBytesOverflowAfterEachRowAndBothWays) {
   const auto failureFor = [&](std::int64_t first, std::int64_t second) {
     zero.SetCell(1, kSizeItem, PaddedNumber{first});
     zero.SetCell(2, kSizeItem, PaddedNumber{second});
-    return FailureOf([&] { UpdateStatus(results, false, true); });
+    return tests::FailureOf([&] { UpdateStatus(results, false, true); });
   };
   EXPECT_EQ(failureFor(-2147483648, 0), Errors::None);
   EXPECT_EQ(results.StatsArr[0].SelSz, std::numeric_limits<std::int32_t>::min());
@@ -210,7 +202,7 @@ TEST_F(CountersTest, MoreThanTwoGigabytesSelectedFailAndLeaveThePanel) {
     duplicates.SetChecked(row, true);
     duplicates.SetSelected(row, true);
   }
-  EXPECT_EQ(FailureOf([&] { UpdateStatus(results, true, true); }), Errors::Overflow);
+  EXPECT_EQ(tests::FailureOf([&] { UpdateStatus(results, true, true); }), Errors::Overflow);
   EXPECT_EQ(panel.Text(), "old");
   duplicates.SetSelected(2, false);
   UpdateStatus(results, true, true);
@@ -222,7 +214,7 @@ TEST_F(CountersTest, MoreThanATerabyteMarkedFailsAndLeavesThePanel) {
   for (int i = 0; i < 2; ++i) Add(ResultList::Duplicates, "a", 0, std::int64_t{1} << 40);
   Show(ResultList::Duplicates);
   for (const std::int32_t row : {1, 2}) duplicates.SetChecked(row, true);
-  EXPECT_EQ(FailureOf([&] { UpdateStatus(results, true, true); }), Errors::Subscript);
+  EXPECT_EQ(tests::FailureOf([&] { UpdateStatus(results, true, true); }), Errors::Subscript);
   EXPECT_EQ(panel.Text(), "old");
 }
 

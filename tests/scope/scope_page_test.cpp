@@ -11,6 +11,7 @@
 
 #include "desk/one_action.h"
 #include "desk/scripted_event_queue.h"
+#include "support/failure_of.h"
 #include "support/fake_shell.h"
 #include "support/memory_file_system.h"
 #include "support/scripted_dialogs.h"
@@ -72,12 +73,7 @@ class ScopePageTest : public testing::Test {
     dialogs.boxes.push_back({.text = text, .title = title, .icon = icon});
   }
   Errors FailureOfAdding(const std::string& path) {
-    try {
-      Add(path);
-    } catch (const Failure& failure) {
-      return failure.Number();
-    }
-    return Errors::None;
+    return tests::FailureOf([&] { Add(path); });
   }
   void Choose(std::int32_t entry) { scope.cmbDate.Choose(entry); }
   void Leave(TextBox& size, const std::string& text) {

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "search/walk_support.h"
+#include "support/failure_of.h"
 #include "support/memory_file_system.h"
 
 namespace tresmor {
@@ -350,12 +351,7 @@ TEST_P(LoadFiles, Row32768IsOneTooMany) {
   std::vector<ScopeRow> rows(32'767, ExcludedRow(At("a/")));
   walk.Load(rows);
   rows.push_back(ExcludedRow(At("a/")));
-  try {
-    walk.Load(rows);
-    FAIL();
-  } catch (const Failure& failure) {
-    EXPECT_EQ(failure.Number(), Errors::Overflow);
-  }
+  EXPECT_EQ(tests::FailureOf([&] { walk.Load(rows); }), Errors::Overflow);
 }
 
 TEST_P(LoadFiles, ACellThatDoesNotConvertEndsTheWalkAtItsRow) {

@@ -4,6 +4,7 @@
 
 #include "search/walk_support.h"
 #include "search/zone_guard.h"
+#include "support/failure_of.h"
 
 namespace tresmor {
 namespace {
@@ -51,12 +52,7 @@ TEST(ReadRow, CellsThatDoNotConvertFail) {
     row.MinSize = min;
     row.MaxSize = max;
     row.Date = date;
-    try {
-      ReadRow(row, PathStyle::Posix());
-    } catch (const Failure& failure) {
-      return failure.Number();
-    }
-    return Errors::None;
+    return tests::FailureOf([&] { ReadRow(row, PathStyle::Posix()); });
   };
   EXPECT_EQ(number("1.5", "10", "2003-07-02"), Errors::None);
   EXPECT_EQ(number("many", "", ""), Errors::TypeMismatch);

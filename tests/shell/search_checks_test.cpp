@@ -8,6 +8,7 @@
 
 #include "base/failure.h"
 #include "search/scope_row.h"
+#include "support/failure_of.h"
 
 namespace tresmor {
 namespace {
@@ -68,12 +69,7 @@ TEST_F(SearchChecksTest, AnOddExcludedRowCountsAsTarget) {
 
 TEST_F(SearchChecksTest, MoreRowsThanSixteenBitsCountFail) {
   for (int i = 0; i < 32'768; ++i) AddRow(ScopeRow::kIncluded, "Yes");
-  try {
-    FailedSearchCheck(frm);
-    FAIL() << "counted";
-  } catch (const Failure& failure) {
-    EXPECT_EQ(failure.Number(), Errors::Overflow);
-  }
+  EXPECT_EQ(tests::FailureOf([&] { FailedSearchCheck(frm); }), Errors::Overflow);
 }
 
 }  // namespace

@@ -13,6 +13,7 @@
 #include "results/counters.h"
 #include "results/sort_list.h"
 #include "shell/search_fixture.h"
+#include "support/failure_of.h"
 
 namespace tresmor {
 namespace {
@@ -379,12 +380,7 @@ TEST_F(SearchControlTest, CancelStopsTheTimerAtOnce) {
 TEST_F(SearchControlTest, AFailureComesThroughAndLeavesTheWindowUsable) {
   const std::vector<CellValue> cells = {"Yes", "many", "", "", "Yes"};
   frm.lstPath.SetSmallIcon(frm.lstPath.AddRow("/data/*.*", cells), ScopeRow::kIncluded);
-  try {
-    control.RunSearch();
-    FAIL() << "a size that is no number was taken";
-  } catch (const Failure& failure) {
-    EXPECT_EQ(failure.Number(), Errors::TypeMismatch);
-  }
+  EXPECT_EQ(tests::FailureOf([&] { control.RunSearch(); }), Errors::TypeMismatch);
   EXPECT_FALSE(frm.tmrProgress.Enabled());
   for (const ListView& lst : frm.results.lstResult) EXPECT_TRUE(lst.Visible());
 }
@@ -404,12 +400,7 @@ TEST_F(SearchControlTest, AFailureWhileAListFillsShowsIt) {
 
 TEST_F(SearchControlTest, TooManyRowsForTheCounterFail) {
   for (int i = 0; i < 32'768; ++i) frm.lstPath.AddRow("/data/*.*");
-  try {
-    control.RunSearch();
-    FAIL() << "row 32768 was counted";
-  } catch (const Failure& failure) {
-    EXPECT_EQ(failure.Number(), Errors::Overflow);
-  }
+  EXPECT_EQ(tests::FailureOf([&] { control.RunSearch(); }), Errors::Overflow);
 }
 
 TEST_F(SearchControlTest, TheClosingReportCountsTheLists) {

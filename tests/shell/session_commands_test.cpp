@@ -16,6 +16,7 @@
 #include "search/scope_row.h"
 #include "search/search_world.h"
 #include "shell/search_control.h"
+#include "support/failure_of.h"
 #include "support/memory_file_system.h"
 #include "support/memory_file_writer.h"
 #include "support/scripted_dialogs.h"
@@ -249,12 +250,7 @@ TEST_F(SessionCommandsTest, AnOddScopeCellLoadsQuietlyAndFailsAtTheSearch) {
   Load();
   EXPECT_EQ(frm.lstPath.Cell(1, kMinSizeItem), "some");
   EXPECT_TRUE(frm.mnuSrchSession.Enabled());
-  try {
-    search.RunSearch();
-    FAIL() << "searched";
-  } catch (const Failure& failure) {
-    EXPECT_EQ(failure.Number(), Errors::TypeMismatch);
-  }
+  EXPECT_EQ(tests::FailureOf([&] { search.RunSearch(); }), Errors::TypeMismatch);
 }
 
 TEST_F(SessionCommandsTest, ASessionWithoutResultsLoadsEmptyLists) {

@@ -110,12 +110,12 @@ std::set<std::string> MustLast(const Scenario& scenario) {
   return contents;
 }
 
-testing::AssertionResult HasAll(const Disks& disks, const std::set<std::string>& wanted) {
-  return tresmor::HasAll(AllFiles(disks.files), wanted);
+testing::AssertionResult DisksHold(const Disks& disks, const std::set<std::string>& wanted) {
+  return HasAll(AllFiles(disks.files), wanted);
 }
 
-testing::AssertionResult NothingHalf(const Disks& disks) {
-  return tresmor::NothingHalf(AllFiles(disks.files), ContentsOf(AtFirst()));
+testing::AssertionResult NothingHalfOn(const Disks& disks) {
+  return NothingHalf(AllFiles(disks.files), ContentsOf(AtFirst()));
 }
 
 // Files that no operation names must not even have moved.
@@ -144,11 +144,11 @@ TEST_P(CrashTest, AfterEveryStepAllBytesAreSomewhereAndUndoKeepsThem) {
       SCOPED_TRACE(testing::Message() << "crash " << static_cast<int>(crash) << " after step " << call);
       Disks disks;
       Play(disks, scenario, [&](Program& program) { program.changes.CrashAfter(call, crash); });
-      ASSERT_TRUE(HasAll(disks, wanted));
-      ASSERT_TRUE(NothingHalf(disks));
+      ASSERT_TRUE(DisksHold(disks, wanted));
+      ASSERT_TRUE(NothingHalfOn(disks));
       ASSERT_TRUE(Untouched(disks));
       Program(disks).Undone();
-      ASSERT_TRUE(HasAll(disks, wanted));
+      ASSERT_TRUE(DisksHold(disks, wanted));
       ASSERT_TRUE(Untouched(disks));
       const bool logged =
           crash == Crash::OfProgram && scenario.losable.empty();  // a crash of the machine takes the log
@@ -186,8 +186,8 @@ TEST_P(CrashTest, EveryStepMayFail) {
           if (number < call && now.op == MemoryFileChanges::Op::Remove) lastSource = now.path;
         });
       });
-      ASSERT_TRUE(HasAll(disks, wanted));
-      ASSERT_TRUE(NothingHalf(disks));
+      ASSERT_TRUE(DisksHold(disks, wanted));
+      ASSERT_TRUE(NothingHalfOn(disks));
       ASSERT_TRUE(Untouched(disks));
       const std::string folder = ParentOf(lastSource, PathStyle::Posix());
       if (DoesNotMatter(failed, folder)) {
@@ -198,7 +198,7 @@ TEST_P(CrashTest, EveryStepMayFail) {
         EXPECT_FALSE(outcome.description.empty());
       }
       Program(disks).Undone();
-      ASSERT_TRUE(HasAll(disks, wanted));
+      ASSERT_TRUE(DisksHold(disks, wanted));
       ASSERT_TRUE(Untouched(disks));
       ASSERT_TRUE(!scenario.losable.empty() || AllBack(disks));
     }
@@ -222,11 +222,11 @@ TEST_P(CrashTest, EveryLookMayFail) {
     Disks disks;
     Play(
         disks, scenario, [look](Program& program) { program.looks.FailAt(look); }, count);
-    ASSERT_TRUE(HasAll(disks, wanted));
-    ASSERT_TRUE(NothingHalf(disks));
+    ASSERT_TRUE(DisksHold(disks, wanted));
+    ASSERT_TRUE(NothingHalfOn(disks));
     ASSERT_TRUE(Untouched(disks));
     Program(disks).Undone();
-    ASSERT_TRUE(HasAll(disks, wanted));
+    ASSERT_TRUE(DisksHold(disks, wanted));
     ASSERT_TRUE(!scenario.losable.empty() || AllBack(disks));
   }
   EXPECT_GT(cases, 3);
@@ -244,7 +244,7 @@ TEST_P(CrashTest, EveryTrashMayBeMissing) {
     Disks disks;
     const Outcome outcome = Play(disks, scenario, [&](Program& program) { program.trash.missingAt = missing; });
     EXPECT_EQ(outcome.code, OperationCode::NoTrash);
-    ASSERT_TRUE(HasAll(disks, wanted));
+    ASSERT_TRUE(DisksHold(disks, wanted));
     ASSERT_TRUE(Untouched(disks));
     Program(disks).Undone();
     ASSERT_TRUE(AllBack(disks));

@@ -67,11 +67,11 @@ struct Grounds {
   bool hasOther = false;
 };
 
-enum class What { Trash, Move, MoveAcross, MoveBackAcross, Copy };
+enum class Kind { Trash, Move, MoveAcross, MoveBackAcross, Copy };
 
-struct Scenario {
+struct KilledOperation {
   const char* name;
-  What what;
+  Kind kind;
   bool undone;  // it is the undoing of it that is killed
   std::size_t files;
   std::size_t bytes;  // of each file
@@ -82,13 +82,13 @@ constexpr std::size_t kMany = 20;
 constexpr std::size_t kShort = 2'000;
 constexpr std::size_t kLong = 2'000'000;
 constexpr std::array kScenarios = {
-    Scenario{"trash", What::Trash, false, kMany, kShort},
-    Scenario{"trash undone", What::Trash, true, kMany, kShort},
-    Scenario{"move", What::Move, false, kMany, kShort},
-    Scenario{"move undone", What::Move, true, kMany, kShort},
-    Scenario{"copy", What::Copy, false, kFew, kShort},
-    Scenario{"move to another disk", What::MoveAcross, false, kFew, kLong},
-    Scenario{"move from another disk undone", What::MoveBackAcross, true, kFew, kLong},
+    KilledOperation{"trash", Kind::Trash, false, kMany, kShort},
+    KilledOperation{"trash undone", Kind::Trash, true, kMany, kShort},
+    KilledOperation{"move", Kind::Move, false, kMany, kShort},
+    KilledOperation{"move undone", Kind::Move, true, kMany, kShort},
+    KilledOperation{"copy", Kind::Copy, false, kFew, kShort},
+    KilledOperation{"move to another disk", Kind::MoveAcross, false, kFew, kLong},
+    KilledOperation{"move from another disk undone", Kind::MoveBackAcross, true, kFew, kLong},
 };
 constexpr std::size_t kOnOneDisk = 5;  // of them, the first
 
@@ -131,9 +131,9 @@ std::string ReadFile(const std::string& path) {
 }
 
 // What one scenario begins with, and what it does.
-class Play {
+class Trial {
  public:
-  Play(const Grounds& grounds, const Scenario& scenario) : grounds_(grounds), scenario_(scenario) {
+  Trial(const Grounds& grounds, const KilledOperation& scenario) : grounds_(grounds), scenario_(scenario) {
     for (std::size_t i = 0; i < scenario.files; ++i) {
       sources_.push_back(SourceRoot() + "/folder " + std::to_string(i % 3) + "/name " + std::to_string(i / 3));
       Make(sources_.back(), scenario.bytes);
@@ -144,14 +144,14 @@ class Play {
     }
     fs::create_directories(TrashFolder() + "/info");
   }
-  ~Play() {
+  ~Trial() {
     for (const std::string& root : {Here(), grounds_.other.Path()}) {
       if (root.empty()) continue;
       for (const auto& entry : fs::directory_iterator(root)) fs::remove_all(entry);
     }
   }
-  Play(const Play&) = delete;
-  Play& operator=(const Play&) = delete;
+  Trial(const Trial&) = delete;
+  Trial& operator=(const Trial&) = delete;
 
   // Whether all went well.
   bool Do(OperationWatch& watch) const {
@@ -199,16 +199,16 @@ class Play {
 
   const std::string& Here() const { return grounds_.here.Path(); }
   std::string SourceRoot() const {
-    return scenario_.what == What::MoveBackAcross ? grounds_.other.Path() : grounds_.here.Path();
+    return scenario_.kind == Kind::MoveBackAcross ? grounds_.other.Path() : grounds_.here.Path();
   }
   std::string TargetRoot() const {
-    return scenario_.what == What::MoveAcross ? grounds_.other.Path() : grounds_.here.Path();
+    return scenario_.kind == Kind::MoveAcross ? grounds_.other.Path() : grounds_.here.Path();
   }
   std::string TrashFolder() const { return Here() + "/Trash"; }
 
   ShFileOpStruct Operation() const {
-    if (scenario_.what == What::Trash) return TrashThese(sources_);
-    return PutThese(scenario_.what == What::Copy ? FO_COPY : FO_MOVE, sources_, TargetRoot() + "/keep");
+    if (scenario_.kind == Kind::Trash) return TrashThese(sources_);
+    return PutThese(scenario_.kind == Kind::Copy ? FO_COPY : FO_MOVE, sources_, TargetRoot() + "/keep");
   }
 
   void Make(const std::string& path, std::size_t count) {
@@ -222,7 +222,7 @@ class Play {
   }
 
   const Grounds& grounds_;
-  const Scenario& scenario_;
+  const KilledOperation& scenario_;
   Paths sources_;
   Files atFirst_;
   Files bystanders_;
@@ -289,13 +289,13 @@ Course Watch(pid_t child, int line, const std::optional<Moment>& moment) {
 }
 
 // Runs the scenario in a process of its own. Tests of this floor run no threads, so that a process may be forked.
-Course RunApart(const Play& play, bool undone, const std::optional<Moment>& moment = std::nullopt) {
+Course RunApart(const Trial& trial, bool undone, const std::optional<Moment>& moment = std::nullopt) {
   int line[2] = {-1, -1};
   if (pipe2(line, O_CLOEXEC) != 0) return {};
   const pid_t child = fork();
   if (child == 0) {
     TellingWatch watch(line[1]);
-    Tell(line[1], (undone ? play.TakeBack(watch) : play.Do(watch)) ? kDone : kFailed);
+    Tell(line[1], (undone ? trial.TakeBack(watch) : trial.Do(watch)) ? kDone : kFailed);
     _exit(0);
   }
   close(line[1]);
@@ -305,16 +305,16 @@ Course RunApart(const Play& play, bool undone, const std::optional<Moment>& mome
 }
 
 // What comes before the work that is killed.
-bool Begin(const Play& play, const Scenario& scenario) {
+bool Begin(const Trial& trial, const KilledOperation& scenario) {
   ScriptedWatch watch;
-  return !scenario.undone || play.Do(watch);
+  return !scenario.undone || trial.Do(watch);
 }
 
 // How it goes when nobody kills it.
-Course WholeRun(const Grounds& grounds, const Scenario& scenario) {
-  const Play play(grounds, scenario);
-  EXPECT_TRUE(Begin(play, scenario));
-  const Course course = RunApart(play, scenario.undone);
+Course WholeRun(const Grounds& grounds, const KilledOperation& scenario) {
+  const Trial trial(grounds, scenario);
+  EXPECT_TRUE(Begin(trial, scenario));
+  const Course course = RunApart(trial, scenario.undone);
   EXPECT_EQ(course.end, End::Well) << scenario.name;
   return course;
 }
@@ -332,23 +332,24 @@ struct Tally {
 
 enum class OldPlaces { Free, OneTaken };
 
-void PlayAndKill(const Play& play, const Scenario& scenario, const Moment& moment, OldPlaces places, Tally& tally) {
-  ASSERT_TRUE(Begin(play, scenario));
-  const End end = RunApart(play, scenario.undone, moment).end;
+void RunAndKill(const Trial& trial, const KilledOperation& scenario, const Moment& moment, OldPlaces places,
+                Tally& tally) {
+  ASSERT_TRUE(Begin(trial, scenario));
+  const End end = RunApart(trial, scenario.undone, moment).end;
   ASSERT_NE(end, End::Badly);
-  std::set<std::string> whole = ContentsOf(play.AtFirst());
-  const Files killed = play.Now();
+  std::set<std::string> whole = ContentsOf(trial.AtFirst());
+  const Files killed = trial.Now();
   ASSERT_TRUE(HasAll(killed, whole));
   ASSERT_TRUE(NothingHalf(killed, whole));
-  ASSERT_TRUE(InPlace(killed, play.Bystanders()));
+  ASSERT_TRUE(InPlace(killed, trial.Bystanders()));
   tally.running += end == End::Killed ? 1 : 0;
-  tally.halfDone += play.HalfDone(killed) ? 1 : 0;
-  Files wanted = places == OldPlaces::OneTaken ? play.PutInTheWay(killed) : Files{};
+  tally.halfDone += trial.HalfDone(killed) ? 1 : 0;
+  Files wanted = places == OldPlaces::OneTaken ? trial.PutInTheWay(killed) : Files{};
   whole.merge(ContentsOf(wanted));
-  wanted.insert(play.AtFirst().begin(), play.AtFirst().end());
+  wanted.insert(trial.AtFirst().begin(), trial.AtFirst().end());
   ScriptedWatch watch;
-  play.TakeBack(watch);
-  const Files undone = play.Now();
+  trial.TakeBack(watch);
+  const Files undone = trial.Now();
   ASSERT_TRUE(HasAll(undone, whole));
   ASSERT_TRUE(NothingHalf(undone, whole));
   ASSERT_TRUE(InPlace(undone, wanted));
@@ -359,7 +360,7 @@ TEST(KillTest, WhereverItIsKilledNothingIsLostOrReplacedAndUndoPutsAllBack) {
   ASSERT_FALSE(grounds.here.Path().empty());
   const std::span scenarios = std::span(kScenarios).first(grounds.hasOther ? kScenarios.size() : kOnOneDisk);
   std::vector<Course> whole;
-  for (const Scenario& scenario : scenarios) whole.push_back(WholeRun(grounds, scenario));
+  for (const KilledOperation& scenario : scenarios) whole.push_back(WholeRun(grounds, scenario));
   std::mt19937 random(1);
   std::vector<Tally> tallies(scenarios.size());
   for (int kill = 0; kill < kKills; ++kill) {
@@ -367,8 +368,8 @@ TEST(KillTest, WhereverItIsKilledNothingIsLostOrReplacedAndUndoPutsAllBack) {
     const Moment moment = SomeMoment(whole[which], random);
     SCOPED_TRACE(testing::Message() << scenarios[which].name << ", kill " << kill);
     const OldPlaces places = random() % 4 == 0 ? OldPlaces::OneTaken : OldPlaces::Free;
-    const Play play(grounds, scenarios[which]);
-    ASSERT_NO_FATAL_FAILURE(PlayAndKill(play, scenarios[which], moment, places, tallies[which]));
+    const Trial trial(grounds, scenarios[which]);
+    ASSERT_NO_FATAL_FAILURE(RunAndKill(trial, scenarios[which], moment, places, tallies[which]));
   }
   Tally all;
   for (std::size_t which = 0; which < scenarios.size(); ++which) {

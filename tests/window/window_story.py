@@ -15,6 +15,7 @@ import time
 sys.dont_write_bytecode = True
 
 LOOKS = ['light-1', 'dark-1', 'light-2', 'dark-2']
+LEAKS_OF_LIBRARIES = os.path.join(os.path.dirname(os.path.abspath(__file__)), 'leaks_of_libraries.txt')
 PATIENCE = 60  # seconds to wait for a window or a file: the machine may be busy
 SCREEN = '2560x1800x24'
 MAIN = 'Tresmor - No Duplicate Files'
@@ -215,8 +216,7 @@ def run(path, look, pictures):
     with tempfile.TemporaryDirectory(prefix='tresmor-window-') as home, Display() as display:
         env = {key: value for key, value in os.environ.items() if not key.startswith(('XDG_', 'QT_', 'WAYLAND'))}
         env.update(HOME=home, DISPLAY=display.name, QT_SCALE_FACTOR=scale, XDG_RUNTIME_DIR=home)
-        # The libraries of a desktop leave memory to the end of the program; leaks of ours are looked for elsewhere.
-        env['ASAN_OPTIONS'] = 'detect_leaks=0'
+        env['LSAN_OPTIONS'] = f'suppressions={LEAKS_OF_LIBRARIES}'
         os.makedirs(os.path.join(home, '.config'))
         if colours == 'dark':
             env.update(XDG_CURRENT_DESKTOP='KDE', KDE_SESSION_VERSION='5', KDE_FULL_SESSION='true')

@@ -11,6 +11,7 @@
 
 #include "base/path.h"
 #include "base/text.h"
+#include "platform/posix/folder_lock.h"
 #include "platform/posix/open_folder.h"
 #include "platform/posix/posix_file_copy.h"
 #include "platform/posix/regular_file.h"
@@ -20,7 +21,7 @@ namespace tresmor {
 
 namespace {
 
-constexpr mode_t kThisUserAlone = 0600;
+constexpr mode_t kFileOfThisUserAlone = 0600;
 constexpr int kOpenFlags = O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
 
 // One call on a path; `call(folder, rest)` gives 0 or leaves its reason in errno.
@@ -34,7 +35,7 @@ Errors CallOn(const std::string& path, const Call& call) {
 Descriptor OpenFor(const std::string& path, int flags, Errors& failure) {
   Descriptor file;
   failure = CallOn(path, [&](int folder, const char* rest) {
-    file = Descriptor(openat(folder, rest, flags | kOpenFlags, kThisUserAlone));
+    file = Descriptor(openat(folder, rest, flags | kOpenFlags, kFileOfThisUserAlone));
     return file.IsOpen() ? 0 : -1;
   });
   return file;
@@ -65,7 +66,8 @@ bool IsSameEntry(const ShortPath& from, const ShortPath& to, const struct stat& 
 // Nor do they know second names, or not of this file. They may have refused the name itself, which a file of it shows.
 Errors WhyNoLink(const ShortPath& to, int error) {
   if (error != EPERM && error != ENOSYS && error != EOPNOTSUPP && error != EMLINK) return PathFailure(error);
-  const Descriptor tried(openat(to.Folder(), to.Rest(), O_WRONLY | O_CREAT | O_EXCL | kOpenFlags, kThisUserAlone));
+  const Descriptor tried(
+      openat(to.Folder(), to.Rest(), O_WRONLY | O_CREAT | O_EXCL | kOpenFlags, kFileOfThisUserAlone));
   if (!tried.IsOpen()) return PathFailure(errno);
   struct stat info {};
   if (fstat(tried.Number(), &info) == 0 && IsAt(to, info)) unlinkat(to.Folder(), to.Rest(), 0);
@@ -106,14 +108,6 @@ Descriptor OpenFolder(const std::string& folder, int flags, Errors& failure) {
 
 // As long as it lives a copy isn't abandoned. Without locks on its file system nothing there is taken for abandoned.
 bool LockCopy(const Descriptor& file) { return flock(file.Number(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK; }
-
-class FolderLock final : public FileLock {
- public:
-  explicit FolderLock(Descriptor folder) : folder_(std::move(folder)) {}
-
- private:
-  const Descriptor folder_;
-};
 
 }  // namespace
 

@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "base/path.h"
+#include "platform/posix/folder_lock.h"
 #include "platform/posix/open_folder.h"
 #include "platform/posix/regular_file.h"
 #include "platform/posix/short_path.h"
@@ -94,24 +95,15 @@ class NewFile {
   bool placed_ = false;
 };
 
-// The kernel gives it back when the descriptor is closed, at the end of the program too.
-class FolderLock final : public FileLock {
- public:
-  explicit FolderLock(Descriptor folder) : folder_(std::move(folder)) {}
-
-  bool Take(std::chrono::milliseconds patience) const {
-    using Clock = std::chrono::steady_clock;
-    const auto end = Clock::now() + patience;
-    while (flock(folder_.Number(), LOCK_EX | LOCK_NB) != 0) {
-      if ((errno != EWOULDBLOCK && errno != EINTR) || Clock::now() >= end) return false;
-      std::this_thread::sleep_for(std::chrono::milliseconds(2));
-    }
-    return true;
+bool LockWithin(std::chrono::milliseconds patience, const Descriptor& folder) {
+  using Clock = std::chrono::steady_clock;
+  const auto end = Clock::now() + patience;
+  while (flock(folder.Number(), LOCK_EX | LOCK_NB) != 0) {
+    if ((errno != EWOULDBLOCK && errno != EINTR) || Clock::now() >= end) return false;
+    std::this_thread::sleep_for(std::chrono::milliseconds(2));
   }
-
- private:
-  Descriptor folder_;
-};
+  return true;
+}
 
 unsigned NewFileMode() {
   const mode_t mask = umask(0);
@@ -171,9 +163,8 @@ std::unique_ptr<FileLock> PosixFileWriter::Lock(const std::string& path) const {
   Errors failure = Errors::None;
   const Descriptor folder = OpenFolderOf(ResolveLinks(path), failure);
   if (!folder.IsOpen()) return nullptr;
-  auto lock =
-      std::make_unique<FolderLock>(Descriptor(openat(folder.Number(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC)));
-  return lock->Take(patience_) ? std::move(lock) : nullptr;
+  Descriptor locked(openat(folder.Number(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  return LockWithin(patience_, locked) ? std::make_unique<FolderLock>(std::move(locked)) : nullptr;
 }
 
 }  // namespace tresmor

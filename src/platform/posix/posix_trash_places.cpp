@@ -21,7 +21,7 @@ namespace tresmor {
 namespace {
 
 constexpr int kFolder = O_PATH | O_DIRECTORY | O_CLOEXEC;
-constexpr mode_t kThisUserAlone = 0700;
+constexpr mode_t kFolderOfThisUserAlone = 0700;
 
 // Where a rename stays within: a mount, since it crosses none even if both show the same disk, and on it a device,
 // since some file systems have several.
@@ -67,14 +67,15 @@ Descriptor OpenOrMake(const std::string& folder, const Volume& volume) {
   const std::string above = FolderOf(folder);
   const Descriptor parent = above == folder ? Descriptor() : OpenOrMake(above, volume);
   if (!parent.IsOpen()) return Descriptor();
-  return OpenOrMakeFolder(parent.Number(), std::string(GetFileNameOf(folder, PathStyle::Posix())), kThisUserAlone);
+  return OpenOrMakeFolder(parent.Number(), std::string(GetFileNameOf(folder, PathStyle::Posix())),
+                          kFolderOfThisUserAlone);
 }
 
 // Opens `name` in a folder, and makes it where it is missing. None unless it is a real folder, this user's, and on this
 // volume.
 Descriptor OpenOwn(const Descriptor& parent, const std::string& name, const Volume& volume) {
   if (!parent.IsOpen()) return Descriptor();
-  Descriptor own = OpenOrMakeFolder(parent.Number(), name, kThisUserAlone, O_NOFOLLOW);
+  Descriptor own = OpenOrMakeFolder(parent.Number(), name, kFolderOfThisUserAlone, O_NOFOLLOW);
   FolderFacts facts;
   const bool mine = Ask(own, facts) && facts.owner == geteuid() && facts.volume == volume;
   return mine ? std::move(own) : Descriptor();
