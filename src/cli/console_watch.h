@@ -2,7 +2,9 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <string>
+#include <utility>
 
 #include "cli/console.h"
 #include "platform/file_operations.h"
@@ -12,12 +14,15 @@ namespace tresmor {
 // One thread at a time, and none that prints beside it.
 class ConsoleWatch final : public OperationWatch {
  public:
-  explicit ConsoleWatch(const ConsolePorts& ports) : ports_(ports) {}
+  explicit ConsoleWatch(const ConsolePorts& ports) : ConsoleWatch(ports, ports.interrupted) {}
+  // One that something else cancels.
+  ConsoleWatch(const ConsolePorts& ports, std::function<bool()> cancelled)
+      : ports_(ports), cancelled_(std::move(cancelled)) {}
 
   // Nobody is there to answer; --yes has been the answer before.
   bool Confirm(const ShFileOpStruct& operation, std::int64_t count) override;
   void Progress(const OperationProgress& progress) override;
-  bool Cancelled() override { return ports_.interrupted(); }
+  bool Cancelled() override { return cancelled_(); }
 
   // From here on another operation is told of.
   void Begin() { latest_ = {}; }
@@ -28,6 +33,7 @@ class ConsoleWatch final : public OperationWatch {
   using Clock = std::chrono::steady_clock;
 
   const ConsolePorts& ports_;
+  const std::function<bool()> cancelled_;
   OperationProgress latest_;
   Clock::time_point next_;  // when a line is to be drawn again
 };

@@ -10,7 +10,7 @@
 
 namespace tresmor {
 
-MarkedCheck::MarkedCheck(const ResultLists& results, ResultList kind, const FileSystem& files, FolderSet emptied)
+MarkedCheck::MarkedCheck(const ResultLists& results, ResultList kind, const FileSystem& files, EmptiedFolders emptied)
     : files_(files), emptied_(std::move(emptied)) {
   const ListView& lst = results.List(kind);
   for (const std::string& path : MarkedPaths(lst)) {
@@ -54,7 +54,7 @@ const FileIdentity& MarkedCheck::IdentityOf(const std::string& folder) {
 }
 
 // Upwards as the disk has it, which is another way than the path's where links stand on that.
-bool MarkedCheck::AnyAbove(const std::string& path, const std::function<bool(const FolderSet::value_type&)>& is) {
+bool MarkedCheck::AnyAbove(const std::string& path, const std::function<bool(const FolderKey&)>& is) {
   if (emptied_.empty()) return false;
   const PathStyle style = files_.Style();
   std::string folder(GetFolderOf(path, style));
@@ -68,7 +68,7 @@ bool MarkedCheck::AnyAbove(const std::string& path, const std::function<bool(con
 }
 
 bool MarkedCheck::GoesWithAFolder(const std::string& path) {
-  return AnyAbove(path, [this](const FolderSet::value_type& folder) { return emptied_.contains(folder); });
+  return AnyAbove(path, [this](const FolderKey& folder) { return emptied_.contains(folder); });
 }
 
 bool MarkedCheck::Stays(const std::string& path, const std::optional<Entry>& judged) {
@@ -89,11 +89,7 @@ std::optional<Objection> MarkedCheck::ObjectionTo(const std::string& path, const
                                                   const std::function<bool()>& stop) {
   const auto known = groupOf_.find(path);
   if (known == groupOf_.end()) return std::nullopt;
-  const auto objection = JudgeIn(groups_[known->second], path, rules, stop);
-  // Where one is held already, so are those above it.
-  const auto hold = [this](const FolderSet::value_type& folder) { return !held_.insert(folder).second; };
-  if (objection) AnyAbove(path, hold);
-  return objection;
+  return JudgeIn(groups_[known->second], path, rules, stop);
 }
 
 std::optional<Objection> MarkedCheck::JudgeIn(const Group& group, const std::string& path, const CheckRules& rules,
@@ -111,9 +107,15 @@ std::optional<Objection> MarkedCheck::JudgeIn(const Group& group, const std::str
   return anyStays ? Objection::NoneEqual : Objection::NoneStays;
 }
 
-bool MarkedCheck::HoldsObjected(const std::string& path) {
-  const FileIdentity& folder = IdentityOf(std::string(GetFolderOf(path, files_.Style())));
-  return held_.contains({folder.device, folder.inode});
+void MarkedCheck::HoldFoldersOf(const std::string& path) {
+  // Where one is held already, so are those above it.
+  AnyAbove(path, [this](const FolderKey& folder) { return !held_.insert(folder).second; });
+}
+
+bool MarkedCheck::MayEmptyFolderOf(const std::string& path) {
+  const FileIdentity& identity = IdentityOf(std::string(GetFolderOf(path, files_.Style())));
+  const FolderKey folder(identity.device, identity.inode);
+  return emptied_.contains(folder) && !held_.contains(folder);
 }
 
 }  // namespace tresmor

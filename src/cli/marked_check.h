@@ -36,7 +36,7 @@ struct CheckRules {
 class MarkedCheck {
  public:
   // `emptied` are the folders that go with all that lies below them, once the marked files have gone.
-  MarkedCheck(const ResultLists& results, ResultList kind, const FileSystem& files, FolderSet emptied);
+  MarkedCheck(const ResultLists& results, ResultList kind, const FileSystem& files, EmptiedFolders emptied);
 
   // The groups with marked files of which none would stay, in their order. None in a list without groups.
   std::vector<RowGroup> GroupsThatGo();
@@ -45,9 +45,10 @@ class MarkedCheck {
   std::optional<Objection> ObjectionTo(const std::string& path, const CheckRules& rules,
                                        const std::function<bool()>& stop);
 
-  // Whether a file that was objected to lies in the folder of this one, or below it, so that the folder is no folder to
-  // empty. False where none are to be emptied.
-  bool HoldsObjected(const std::string& path);
+  // A marked file has stayed after all, so that none of the folders that it lies in may go.
+  void HoldFoldersOf(const std::string& path);
+  // Whether the folder of a file is one that goes, if it is found empty.
+  bool MayEmptyFolderOf(const std::string& path);
 
  private:
   // One name of one file: the file, and where it has several names the folder and the name without regard to case.
@@ -60,15 +61,15 @@ class MarkedCheck {
   void TakeDown(const ListView& lst, RowGroup rows);
   std::optional<Entry> EntryOf(const std::string& path);
   const FileIdentity& IdentityOf(const std::string& folder);
-  bool AnyAbove(const std::string& path, const std::function<bool(const FolderSet::value_type&)>& is);
+  bool AnyAbove(const std::string& path, const std::function<bool(const FolderKey&)>& is);
   bool GoesWithAFolder(const std::string& path);
   bool Stays(const std::string& path, const std::optional<Entry>& judged);
   std::optional<Objection> JudgeIn(const Group& group, const std::string& path, const CheckRules& rules,
                                    const std::function<bool()>& stop);
 
   const FileSystem& files_;
-  const FolderSet emptied_;
-  FolderSet held_;  // above files that were objected to
+  const EmptiedFolders emptied_;
+  std::set<FolderKey> held_;  // above marked files that have stayed
   std::map<std::string, FileIdentity> folders_;
   std::set<Entry> marked_;
   std::vector<Group> groups_;                             // with marked files

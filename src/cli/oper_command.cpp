@@ -1,5 +1,7 @@
 #include "cli/oper_command.h"
 
+#include <set>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -14,6 +16,7 @@
 #include "fileops/transfer_marked.h"
 #include "results/marks.h"
 #include "results/rows.h"
+#include "search/file_helpers.h"
 #include "transfer/undo.h"
 
 namespace tresmor {
@@ -53,13 +56,27 @@ void Print(const std::string& text, const ConsolePorts& ports) {
 bool IsChecked(const OperOptions& options) { return options.TakesAway() && options.list == ResultList::Duplicates; }
 
 // `destination` is the whole path of the folder, here and below; empty if there is none.
-MarkedCheck CheckOf(const ResultLists& results, const OperOptions& options, const std::string& destination,
-                    const ConsolePorts& ports) {
-  FolderSet emptied;
-  if (options.removeEmpty) {
-    emptied = FoldersToEmpty(MarkedPaths(results.List(options.list)), ports.files, ports.shell, destination);
-  }
-  return {results, options.list, ports.files, std::move(emptied)};
+EmptiedFolders EmptiedBy(const ResultLists& results, const OperOptions& options, const std::string& destination,
+                         const ConsolePorts& ports) {
+  if (!options.removeEmpty) return {};
+  EmptiedFolders emptied =
+      FoldersToEmpty(MarkedPaths(results.List(options.list)), ports.files, ports.shell, destination);
+  // The session is written when all is over.
+  const std::string session = FilePath(options.session, ports.workingFolder);
+  std::erase_if(emptied, [&](const auto& folder) { return ports.shell.MustStay(folder.second, session); });
+  return emptied;
+}
+
+// A line for each folder that would go, in the order of their paths.
+std::string FoldersThatGo(const EmptiedFolders& emptied, const OperOptions& options) {
+  if (emptied.empty()) return "";
+  std::set<std::string> lines;
+  for (const auto& [key, path] : emptied) lines.insert("  " + Visible(path) + "\n");
+  std::string text = CountOf(static_cast<std::int64_t>(emptied.size()), "folder") +
+                     " would then be moved to the trash, with all sub-folders" +
+                     (IsChecked(options) ? ", unless a file in them is skipped:\n" : ":\n");
+  for (const std::string& line : lines) text += line;
+  return text;
 }
 
 // A line for each group that would keep no file, by its number and its first file.
@@ -87,7 +104,11 @@ int PrintPlan(const ResultLists& results, const OperOptions& options, const std:
               const ConsolePorts& ports) {
   const MarkedRows marked = CountMarked(results.List(options.list));
   std::string text = Amount(marked.count, marked.bytes) + " would be " + WhatIsDone(options) + ".\n";
-  if (options.TakesAway()) text += GroupsThatGo(results, options, CheckOf(results, options, destination, ports));
+  if (options.TakesAway()) {
+    EmptiedFolders emptied = EmptiedBy(results, options, destination, ports);
+    text += FoldersThatGo(emptied, options);
+    text += GroupsThatGo(results, options, {results, options.list, ports.files, std::move(emptied)});
+  }
   Print(text + "Nothing was done. Give --yes to do it.\n", ports);
   return kRanThrough;
 }
@@ -100,7 +121,7 @@ class OperRun {
         options_(options),
         destination_(std::move(destination)),
         ports_(ports),
-        check_(CheckOf(results, options, destination_, ports)) {}
+        check_(results, options.list, ports.files, EmptiedBy(results, options, destination_, ports)) {}
 
   // Does it, tells what went wrong, and takes rows whose files have gone off the list. Gives the exit status.
   int Run() {
@@ -144,18 +165,28 @@ class OperRun {
                                .bDirStruct = options_.structure,
                                .bYesToAll = true,
                                .destPath = destination_});
-    if (options_.removeEmpty && !watch_.Cancelled()) CleanUp(job, preview);
+    if (options_.removeEmpty) CleanUp(job, preview);
   }
-  // Folders with skipped files below them are left out, though none may stand in the folder itself.
-  void CleanUp(FileJob& job, PreviewPane& preview) {
-    std::vector<std::int32_t> held;
+  // The marked rows whose folders are no folders to clean up: marked files that have stayed lie below them, though none
+  // may stand in the folder itself, or nobody foresaw that they come out empty.
+  std::vector<std::int32_t> RowsToPassOver() {
+    std::vector<std::int32_t> marked;
     for (std::int32_t row = 1; row <= lst_.Count(); ++row) {
-      if (lst_.Checked(row) && check_.HoldsObjected(PathOf(lst_, row))) held.push_back(row);
+      if (!lst_.Checked(row)) continue;
+      marked.push_back(row);
+      if (ExistsFile(ports_.files, PathOf(lst_, row))) check_.HoldFoldersOf(PathOf(lst_, row));
     }
-    for (const std::int32_t row : held) lst_.SetChecked(row, false);
+    std::erase_if(marked, [this](std::int32_t row) { return check_.MayEmptyFolderOf(PathOf(lst_, row)); });
+    return marked;
+  }
+  // Also after a cancel, for what has gone by then; another one ends the program.
+  void CleanUp(FileJob& job, PreviewPane& preview) {
+    cancelledBefore_ = watch_.Cancelled();
+    const std::vector<std::int32_t> passedOver = RowsToPassOver();
+    for (const std::int32_t row : passedOver) lst_.SetChecked(row, false);
     const TransferPorts ports{ports_.files, ports_.shell, cleanUp_, ports_.err};
     Transfer(job, preview, ports).RmEmptyDirs(lst_, destination_, true);
-    for (const std::int32_t row : held) lst_.SetChecked(row, true);
+    for (const std::int32_t row : passedOver) lst_.SetChecked(row, true);
   }
   std::string CancelText() const {
     if (!operations_.CancelText().empty()) return operations_.CancelText();
@@ -170,7 +201,9 @@ class OperRun {
   ConsoleWatch watch_{ports_};
   CheckedOperations checked_{ports_.operations, [this](const std::string& path) { return MayGo(path); }};
   ConsoleOperations operations_{IsChecked(options_) ? checked_ : ports_.operations, watch_};  // on the files
-  ConsoleOperations cleanUp_{ports_.operations, watch_};                                      // on their folders
+  bool cancelledBefore_ = false;                                                              // the clean-up
+  ConsoleWatch cleanUpWatch_{ports_, [this] { return !cancelledBefore_ && ports_.interrupted(); }};
+  ConsoleOperations cleanUp_{ports_.operations, cleanUpWatch_};  // on their folders
   std::int64_t marked_ = 0;
   std::int64_t skipped_ = 0;
 };

@@ -8,7 +8,8 @@ namespace tresmor {
 namespace {
 
 constexpr char kOperFooter[] =
-    "Without --yes nothing is done: how many files it would be, and which groups would keep no file, is printed.\n"
+    "Without --yes nothing is done: how many files it would be, which folders would go too, and which groups would\n"
+    "keep no file, is printed.\n"
     "Rows whose files have gone leave the list, which is saved in SESSION.\n"
     "\n"
     "Exit status: 0 done, 1 done but files were skipped or failed, 2 wrong use, 3 failed, such as a file that is no\n"
@@ -46,11 +47,11 @@ CLI::App& AddOper(CLI::App& app, OperOptions& options) {
   AddList(oper, options.list);
   if (options.HasDestination()) {
     oper.add_flag("--structure", options.structure, "Keep the folders of the files below DEST");
-    CLI::Option* removeEmpty = oper.add_flag("--remove-empty", options.removeEmpty,
-                                             "Then move their folders, with the sub-folders, to the trash if no file "
-                                             "is left there");
-    if (!options.TakesAway()) removeEmpty->group("");  // not offered, but refused with a reason
   }
+  CLI::Option* removeEmpty = oper.add_flag("--remove-empty", options.removeEmpty,
+                                           "Then move their folders, with the sub-folders, to the trash if no file is "
+                                           "left there");
+  if (!options.TakesAway()) removeEmpty->group("");  // not offered, but refused with a reason
   oper.add_flag("--yes", options.yes, "Do it");
   if (options.TakesAway()) {
     oper.add_flag("--no-verify", options.noVerify, "Don't compare duplicates with a file that stays before they go");
@@ -68,7 +69,7 @@ CLI::App& AddUndo(CLI::App& app) {
 
 OperOptions Settle(OperOptions options) {
   if (options.removeEmpty && !options.TakesAway()) {
-    throw WrongUse("copy: --remove-empty is for move alone, since a copy leaves no folder empty.");
+    throw WrongUse("copy: --remove-empty is not for copies, since they leave no folder empty.");
   }
   return WithoutGuards(std::move(options), &OperOptions::session, &OperOptions::destination);
 }

@@ -94,11 +94,11 @@ struct OperOptions {
   FileAction action = FileAction::Trash;
   std::string session{};
   ResultList list = ResultList::Duplicates;
-  std::string destination{};  // a folder as it was typed; none for trash and delete, as are the next two
+  std::string destination{};  // a folder as it was typed; none for trash and delete, as is the next
   bool structure = false;
-  bool removeEmpty = false;
   bool yes = false;
-  bool noVerify = false;  // not for copy, as is the next
+  bool removeEmpty = false;  // not for copy, as are the next two
+  bool noVerify = false;
   bool allowAll = false;
 
   bool HasDestination() const { return action == FileAction::Move || action == FileAction::Copy; }

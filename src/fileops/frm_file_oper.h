@@ -18,6 +18,9 @@ enum : std::int32_t { kDeleteMode = 0, kMoveMode = 1, kCopyMode = 2 };
 
 // There is one, which is hidden after each use and keeps the user's ticks and destination for the next. Interface
 // thread. Its frame and the Escape key close it by CancelButton.
+//
+// Whoever shows it gives its controls their places: imgWarning and lblMsg beside each other, the others below, in the
+// order of the members. What is hidden takes no room, and the next one has its place.
 class FrmFileOper : public Control {
  public:
   FrmFileOper();
@@ -29,20 +32,27 @@ class FrmFileOper : public Control {
   Image imgWarning;
   Label lblMsg;
   Label lblNotes;  // in bold
-  Frame fraDest;
+  Frame fraDest{"Destination"};
   TextBox txtDestination;  // in fraDest, as is the next
-  Button cmdBrowse;
-  CheckBox chkDirStruct;
-  CheckBox chkOpenDestDir;
-  CheckBox chkRemoveEmptyDir;
+  Button cmdBrowse{"&Browse..."};
+  CheckBox chkDirStruct{false, "directory structure"};
+  CheckBox chkOpenDestDir{false, "Open destination folder after "};
+  CheckBox chkRemoveEmptyDir{false, "Remove empty directories after "};
   Frame fraDel;
-  OptionButton optRecycleBin;  // in fraDel, as is the next
-  OptionButton optDelPermanently;
-  CheckBox chkYesToAll;
-  Button OKButton;
-  Button CancelButton;
+  OptionButton optRecycleBin{
+      "Move to recycle bin (*If the property of recycle bin is set to 'do not move file to recycle bin', "
+      "files will be deleted permanently at any rate.)",
+      true};  // in fraDel, as is the next
+  OptionButton optDelPermanently{"Delete permanently"};
+  CheckBox chkYesToAll{false, "Respond with Yes to All for any dialog box that is displayed. "};
+  Button OKButton{"&Yes"};
+  Button CancelButton{"&No"};
 
-  // Turns the dialog to a mode: what shows, where, and with which texts. `files` is the list of files under the
+  // Distances in twips: from imgWarning to lblMsg on its right, from chkOpenDestDir to chkRemoveEmptyDir below it.
+  static constexpr float kBesideWarning = 20;
+  static constexpr float kBelowOpenDest = 10;
+
+  // Turns the dialog to a mode: what shows, and with which texts. `files` is the list of files under the
   // question. Ticks stay.
   void SetOperMode(std::int32_t mode, const std::string& files);
 };

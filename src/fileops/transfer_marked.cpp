@@ -43,6 +43,15 @@ std::string MapDestPath(std::string_view destPath, std::string_view sFull, PathS
   return AddTail(destPath, style.Tail()) + std::string(sFull.substr(n));
 }
 
+std::int32_t Transfer::Tell(const OperationResult& result) const {
+  const auto code = static_cast<std::int32_t>(result.code);
+  if (code != 0) {
+    const std::string words = "File operations failed. Error Code: " + std::to_string(code) + "\r\n\r\n";
+    ports_.dialogs.MessageBox(BoxText(words).Name(result.description), BoxIcon::None, "", BoxButtons::Ok);
+  }
+  return code;
+}
+
 std::int32_t Transfer::ShFileOper(const FileOper& oper) {
   const ShFileOpStruct operation{.wFunc = oper.wFunc,
                                  .pFrom = oper.pFrom,
@@ -52,12 +61,7 @@ std::int32_t Transfer::ShFileOper(const FileOper& oper) {
   OperationResult result;
   job_.Run(TitleOf(oper.wFunc),
            [&](OperationWatch& watch) { result = ports_.operations.ShFileOperation(operation, watch); });
-  const auto code = static_cast<std::int32_t>(result.code);
-  if (code != 0) {
-    const std::string words = "File operations failed. Error Code: " + std::to_string(code) + "\r\n\r\n";
-    ports_.dialogs.MessageBox(BoxText(words).Name(result.description), BoxIcon::None, "", BoxButtons::Ok);
-  }
-  return code;
+  return Tell(result);
 }
 
 std::int32_t Transfer::TransferMarked(const ListView& lst, const TransferOptions& options) {
@@ -87,15 +91,17 @@ std::int32_t Transfer::TransferMarked(const ListView& lst, const TransferOptions
 void Transfer::RmEmptyDirs(const ListView& lst, const std::string& destPath, bool bYesToAll) {
   const std::vector<std::string> paths = MarkedPaths(lst);
   FileOper oper{.wFunc = FO_DELETE, .bUndo = true, .bYesToAll = bYesToAll};
-  bool cancelled = false;
+  OperationResult looked;
   job_.Run("Looking for empty folders", [&](OperationWatch& watch) {
     OperationProgress progress;
     progress.allFiles = static_cast<std::int64_t>(paths.size());
     std::unordered_map<std::string, bool> removable;  // by folder, each of which is looked at once
     for (const std::string& path : paths) {
       progress.path = FolderOfRow(path, ports_.files.Style());
-      cancelled = watch.Cancelled();
-      if (cancelled) return;
+      if (watch.Cancelled()) {
+        looked = {OperationCode::Cancelled, "Cancelled: no empty folder was moved to the trash."};
+        return;
+      }
       watch.Progress(progress);
       const auto [known, isNew] = removable.try_emplace(progress.path);
       if (isNew) known->second = IsRemovable(progress.path, destPath);
@@ -103,14 +109,13 @@ void Transfer::RmEmptyDirs(const ListView& lst, const std::string& destPath, boo
       ++progress.files;
     }
   });
-  if (cancelled || oper.pFrom.empty()) return;
+  if (Tell(looked) != 0 || oper.pFrom.empty()) return;
   oper.pFrom += '\0';
   ShFileOper(oper);
 }
 
 bool Transfer::IsRemovable(const std::string& folder, const std::string& destPath) const {
-  // The root's text has become empty, which names no folder.
-  return IsEmptyDir(ports_.files, folder) && !ports_.shell.MustStay(folder, destPath);
+  return IsEmptyDir(ports_.files, folder) && MayBeCleanedUp(folder, ports_.files, ports_.shell, destPath);
 }
 
 }  // namespace tresmor

@@ -63,10 +63,13 @@ class Transfer {
 
   // Moves the folders of marked rows that hold no file any more to the trash, with the sub-folders in them, in one
   // operation that names a folder once for each of its rows. Folders that must stay do: above all those that hold
-  // `destPath`, which is empty where nothing was brought anywhere. A cancel while they are looked for leaves them all.
+  // `destPath`, which is empty where nothing was brought anywhere. So do links to folders and what they lead to. A
+  // cancel while folders are looked for leaves them all, and is told like that of an operation.
   void RmEmptyDirs(const ListView& lst, const std::string& destPath, bool bYesToAll);
 
  private:
+  // In a box, unless it is done. Gives the code.
+  std::int32_t Tell(const OperationResult& result) const;
   bool IsRemovable(const std::string& folder, const std::string& destPath) const;
 
   FileJob& job_;

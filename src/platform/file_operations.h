@@ -21,7 +21,7 @@ struct ShFileOpStruct {
   std::string pFrom;  // full paths, a NUL behind each, and one more NUL at the end
   std::string pTo;    // empty for a delete; else a folder, or paths in the form of pFrom
   std::uint16_t fFlags = 0;
-  // The folder that the user chose for pTo. Links below it are not entered.
+  // The folder that the user chose for pTo, which is it or lies below it. Links below it are not entered.
   std::string destination;
 };
 

@@ -75,6 +75,7 @@ std::unique_ptr<FormDialog> Build(FrmFileOper& form, const Binder& binder) {
   MakeBold(*notes);
 
   auto* const body = new QHBoxLayout;
+  body->setSpacing(binder.Scale().ToPixels(FrmFileOper::kBesideWarning));
   body->addWidget(IconLabel(form.imgWarning, QStyle::SP_MessageBoxWarning, binder, owner), 0, Qt::AlignTop);
   body->addWidget(LongText(form.lblMsg, binder, owner), 1);
   auto* const layout = new QVBoxLayout(owner);
@@ -82,8 +83,11 @@ std::unique_ptr<FormDialog> Build(FrmFileOper& form, const Binder& binder) {
   layout->addWidget(notes);
   layout->addWidget(DestinationFrame(form, binder, owner));
   layout->addWidget(Bound<QCheckBox>(form.chkDirStruct, binder, owner));
-  layout->addWidget(Bound<QCheckBox>(form.chkOpenDestDir, binder, owner));
-  layout->addWidget(Bound<QCheckBox>(form.chkRemoveEmptyDir, binder, owner));
+  auto* const afterwards = new QVBoxLayout;
+  afterwards->setSpacing(binder.Scale().ToPixels(FrmFileOper::kBelowOpenDest));
+  afterwards->addWidget(Bound<QCheckBox>(form.chkOpenDestDir, binder, owner));
+  afterwards->addWidget(Bound<QCheckBox>(form.chkRemoveEmptyDir, binder, owner));
+  layout->addLayout(afterwards);
   layout->addWidget(DeleteFrame(form, binder, owner));
   layout->addWidget(Bound<QCheckBox>(form.chkYesToAll, binder, owner));
   auto* const yes = Bound<QPushButton>(form.OKButton, binder, owner);

@@ -12,29 +12,38 @@ bool IsFull(std::string_view path, PathStyle style) {
   return path.starts_with(style.separator) || (style.separator == '\\' && path.size() > 1 && path[1] == ':');
 }
 
-// Gives the item the place `to`, which has to lie below the destination.
-void AssignPlace(PlanItem& item, const std::string& base, std::string_view to, PathStyle style) {
-  const Trouble outside = {OperationCode::BadName, std::string(to) + " does not lie in the destination " + base};
-  if (!LiesBelow(to, base, style)) {
-    item.trouble = outside;
-    return;
+// The names on the way from a folder to what lies below it. ".." takes back the name in front of it, by the text alone,
+// since what it means on the disk is told by links that lie elsewhere. None where the way leads to no place below.
+std::vector<std::string_view> NamesOn(std::string_view way, PathStyle style) {
+  std::vector<std::string_view> names;
+  while (!way.empty()) {
+    const std::size_t end = std::min(way.find(style.separator), way.size());
+    const std::string_view name = way.substr(0, end);
+    way.remove_prefix(std::min(end + 1, way.size()));
+    if (name.empty() || name == ".") continue;
+    if (name != "..") {
+      names.push_back(name);
+    } else if (names.empty()) {
+      return {};
+    } else {
+      names.pop_back();
+    }
   }
-  item.folder = base;
-  for (std::string_view rest = to.substr(base.size()); !rest.empty();) {
-    const std::size_t end = std::min(rest.find(style.separator), rest.size());
-    const std::string_view part = rest.substr(0, end);
-    rest.remove_prefix(std::min(end + 1, rest.size()));
-    if (part.empty() || part == ".") continue;
-    if (part == "..") item.trouble = outside;
-    if (!item.name.empty()) item.folder = JoinPath(item.folder, item.name, style);
-    item.name = part;
-  }
-  if (item.name.empty()) item.trouble = outside;
+  return names;
 }
 
-std::string BaseOf(const ShFileOpStruct& operation, PathStyle style) {
-  if (!operation.destination.empty()) return WithoutTail(operation.destination, style);
-  return operation.fFlags & FOF_MULTIDESTFILES ? style.Tail() : WithoutTail(StripNul(operation.pTo), style);
+// Gives the item the place `to`, which has to lie below the destination.
+void AssignPlace(PlanItem& item, const std::string& base, std::string_view to, PathStyle style) {
+  std::vector<std::string_view> names;
+  if (LiesBelow(to, base, style)) names = NamesOn(to.substr(base.size()), style);
+  if (names.empty()) {
+    item.trouble = {OperationCode::BadName, std::string(to) + " does not lie in the destination " + base};
+    return;
+  }
+  item.name = names.back();
+  names.pop_back();
+  item.folder = base;
+  for (const std::string_view name : names) item.folder = JoinPath(item.folder, name, style);
 }
 
 Trouble CheckPlaces(const OperationPlan& plan, std::size_t sources, const std::vector<std::string>& places,
@@ -65,7 +74,7 @@ OperationPlan MakePlan(const ShFileOpStruct& operation, PathStyle style) {
   }
   if (sources.empty()) plan.trouble = {OperationCode::BadName, "no file was named"};
   if (operation.wFunc != FO_DELETE) {
-    plan.base = BaseOf(operation, style);
+    plan.base = WithoutTail(operation.destination, style);
     places = operation.fFlags & FOF_MULTIDESTFILES
                  ? ListedPaths(operation.pTo)
                  : std::vector<std::string>(sources.size(), WithoutTail(StripNul(operation.pTo), style));

@@ -14,7 +14,7 @@ namespace tresmor {
 struct PlanItem {
   std::string from;  // without a separator at its end
   // The name that it is to get; none of both for a delete. No separator at the folder's end but for the root, and none
-  // doubled below OperationPlan::base.
+  // doubled and no "." or ".." below OperationPlan::base.
   std::string folder;
   std::string name;
   Trouble trouble;  // keeps it from being tried

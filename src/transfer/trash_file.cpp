@@ -53,6 +53,10 @@ Trouble TrashFile::Prepare(Task& task) {
   return {};
 }
 
+// Nothing is flushed here. A flush for each file would take several times as long as all the rest; and a crash of the
+// machine can at worst take the .trashinfo, so that the file, which is only renamed, lies whole among the trash's
+// files, or back in its old place.
+//
 // FileExists where another name is needed. Other failures are told in `trouble`.
 Errors TrashFile::MoveWithInfo(const Task& task, const TrashPlace& place, Trouble& trouble) {
   const UndoEntry& entry = task.entry;

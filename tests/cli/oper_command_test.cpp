@@ -250,7 +250,7 @@ TEST_F(OperTest, OptionsAreThoseOfTheCommand) {
   EXPECT_EQ(Do("trash", {"--structure"}).status, kWrongUse);
   EXPECT_EQ(Do("copy", {"/dest", "--no-verify"}).status, kWrongUse);
   const ConsoleRun copy = Do("copy", {"/dest", "--remove-empty", "--yes"});
-  EXPECT_EQ(copy.err, "tresmor-cli: copy: --remove-empty is for move alone, since a copy leaves no folder empty.\n");
+  EXPECT_EQ(copy.err, "tresmor-cli: copy: --remove-empty is not for copies, since they leave no folder empty.\n");
   EXPECT_EQ(copy.status, kWrongUse);
   EXPECT_THAT(AllFiles(files, "/dest"), IsEmpty());
   EXPECT_THAT(Run({"copy", "--help"}).out, AllOf(HasSubstr("--structure"), Not(HasSubstr("--remove-empty"))));
@@ -258,6 +258,9 @@ TEST_F(OperTest, OptionsAreThoseOfTheCommand) {
   EXPECT_THAT(Run({"move", "--help"}).out,
               AllOf(HasSubstr("DEST"), HasSubstr("--structure"), HasSubstr("--remove-empty"), HasSubstr("--yes"),
                     HasSubstr("--no-verify"), HasSubstr("--allow-all"), HasSubstr("--list LIST")));
+  for (const char* command : {"trash", "delete"}) {
+    EXPECT_THAT(Run({command, "--help"}).out, AllOf(HasSubstr("--remove-empty"), Not(HasSubstr("--structure"))));
+  }
   EXPECT_THAT(Run({"undo", "--help"}).out, HasSubstr("Put back what the last trash or move did"));
 }
 

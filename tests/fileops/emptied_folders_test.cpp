@@ -14,7 +14,7 @@ class EmptiedFoldersTest : public testing::Test, protected tests::FileOpsWorld {
   }
   // Which of the folders "/d", "/d/sub" and "/e" there are.
   std::string Emptied(const std::vector<std::string>& paths, const std::string& destPath = "") {
-    const FolderSet emptied = FoldersToEmpty(paths, files, shell, destPath);
+    const EmptiedFolders emptied = FoldersToEmpty(paths, files, shell, destPath);
     std::string found;
     for (const char* folder : {"/d", "/d/sub", "/e"}) {
       FileStat stat;
@@ -41,6 +41,27 @@ TEST_F(EmptiedFoldersTest, WhatIsNoFolderKeepsAFolder) {
 TEST_F(EmptiedFoldersTest, AFolderIsOneByAllItsPaths) {
   files.MakeLink("/link", "/d");
   EXPECT_EQ(Emptied({"/d/a", "/link/b"}), "/d ");
+}
+
+// Whichever of its paths comes first.
+TEST_F(EmptiedFoldersTest, AFolderGoesByAPathThatEndsInItsOwnName) {
+  files.MakeLink("/a link", "/d");
+  files.MakeLink("/e link", "/d");
+  const std::vector<std::vector<std::string>> waysToAAndB = {
+      {"/a link/a", "/d/b"}, {"/d/a", "/e link/b"}, {"/d/sub/../a", "/d/b"}, {"/d/./a", "/d/b"}};
+  for (const auto& paths : waysToAAndB) {
+    const EmptiedFolders emptied = FoldersToEmpty(paths, files, shell, "");
+    ASSERT_EQ(emptied.size(), 1U) << paths[0];
+    EXPECT_EQ(emptied.begin()->second, "/d");
+  }
+}
+
+TEST_F(EmptiedFoldersTest, AFolderWithoutSuchAPathStays) {
+  files.MakeLink("/link", "/e");
+  EXPECT_EQ(Emptied({"/link/a"}), "");
+  EXPECT_EQ(Emptied({"/d/sub/../a", "/d/./b"}), "");
+  files.MakeLink("/above", "/d");
+  EXPECT_EQ(Emptied({"/above/sub/c"}), "/d/sub ");
 }
 
 TEST_F(EmptiedFoldersTest, FoldersThatMustStayDo) {

@@ -295,13 +295,25 @@ TEST_F(FileCommandsTest, TheDestinationOpensAfterASuccess) {
   EXPECT_THAT(shell.opened, SizeIs(2));
 }
 
+// Three batches, of which one fails.
 TEST_F(FileCommandsTest, TheLastBatchAloneDecidesWhetherTheDestinationOpens) {
-  AddRows(2001);
   files.MakeFolder("/keep");
-  ExpectFailure(OperationCode::DiskFull, "full");
-  YesTo("/keep", [](FrmFileOper& form) { form.chkOpenDestDir.Value = kTicked; });
-  commands.CopyFile();
-  EXPECT_THAT(shell.opened, ElementsAre("/keep"));
+  frm.chkOpenDestDir.Value = kTicked;
+  for (const Command command : {&FileCommands::CopyFile, &FileCommands::MoveFile}) {
+    for (std::size_t failing = 0; failing < 3; ++failing) {
+      lst.Clear();
+      AddRows(4001);
+      shell.opened.clear();
+      operations.calls.clear();
+      operations.results.assign(failing, {});
+      ExpectFailure(OperationCode::DiskFull, "full");
+      YesTo("/keep");
+      (commands.*command)();
+      EXPECT_THAT(operations.calls, SizeIs(3));
+      EXPECT_THAT(dialogs.boxes, IsEmpty());
+      EXPECT_THAT(shell.opened, SizeIs(failing < 2 ? 1 : 0)) << failing;
+    }
+  }
 }
 
 TEST_F(FileCommandsTest, AClickThatComesWhileTheDialogIsHiddenDoesNothing) {

@@ -216,6 +216,34 @@ TEST_F(FileFlowTest, ADestinationThatIsAFileIsToldByTheOperation) {
   EXPECT_THAT(shell.opened, IsEmpty());
 }
 
+TEST_F(FileFlowTest, AFolderThatIsLeftAgainOnThePathIsNoneBelowTheDestination) {
+  files.MakeFolder("/keep");
+  files.MakeFolder("/data/in");
+  files.MakeFile("/data/a", "bytes");
+  AddRow("/data/in/../a");
+  Yes([](FrmFileOper& form) {
+    form.txtDestination.Text = "/keep";
+    Tick({&form.chkDirStruct});
+  });
+  commands.MoveFile();
+  EXPECT_EQ(Bytes("/keep/data/a"), "bytes");
+  EXPECT_THAT(Names("/keep/data"), ElementsAre("a"));
+  EXPECT_THAT(Rows(lst), IsEmpty());
+}
+
+TEST_F(FileFlowTest, OfAFolderBehindALinkTheFilesGoAlone) {
+  files.MakeFile("/real/a", "bytes");
+  files.MakeLink("/link", "/real");
+  AddRow("/link/a");
+  Yes([](FrmFileOper& form) { Tick({&form.chkRemoveEmptyDir, &form.chkYesToAll}); });
+  commands.DelFile();
+  EXPECT_THAT(Trashed(), ElementsAre("a"));
+  EXPECT_TRUE(Stands("/link"));
+  EXPECT_THAT(Names("/real"), IsEmpty());
+  EXPECT_EQ(Undone(), 1);
+  EXPECT_EQ(Bytes("/link/a"), "bytes");
+}
+
 // --- The cancel
 
 TEST_F(FileFlowTest, AfterACancelEmptiedFoldersStillGoAndTheRestKeepsItsMarks) {

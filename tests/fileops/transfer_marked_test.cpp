@@ -256,6 +256,16 @@ TEST_F(TransferTest, TheRootAndWhatHoldsTheDestinationStay) {
   EXPECT_THAT(Sources(0), ElementsAre("/keeper"));
 }
 
+TEST_F(TransferTest, ALinkToAFolderStaysAndSoDoesTheFolder) {
+  files.MakeFolder("/real/sub");
+  files.MakeLink("/link", "/real");
+  for (const char* path : {"/link/1", "/link/sub/1", "/real/sub/../1"}) AddRow(path);
+  operations.stuck = {"/link/sub"};
+  transfer.RmEmptyDirs(lst, "", false);
+  ASSERT_THAT(operations.calls, SizeIs(1));
+  EXPECT_THAT(Sources(0), ElementsAre("/link/sub"));
+}
+
 TEST_F(WindowsTransferTest, FoldersLoseTheirSeparatorInEitherStyle) {
   files.MakeFolder("C:\\a b");
   AddRow("C:\\a b\\1");
@@ -264,14 +274,15 @@ TEST_F(WindowsTransferTest, FoldersLoseTheirSeparatorInEitherStyle) {
   EXPECT_EQ(operations.calls[0].pFrom, "C:\\a b\0\0"s);
 }
 
-TEST_F(TransferTest, ACancelWhileFoldersAreLookedForLeavesThemAll) {
+TEST_F(TransferTest, ACancelWhileFoldersAreLookedForLeavesThemAllAndIsTold) {
   files.MakeFolder("/a");
   AddRow("/a/1");
   AddRow("/a/2");
   // The second row comes only after the click.
   std::promise<void> clicked;
   std::promise<void> asked;
-  files.SetHook([&](const MemoryFileSystem::Call&) {
+  files.SetHook([&](const MemoryFileSystem::Call& call) {
+    if (call.op != MemoryFileSystem::Op::List) return;
     asked.set_value();
     clicked.get_future().wait();
   });
@@ -281,8 +292,10 @@ TEST_F(TransferTest, ACancelWhileFoldersAreLookedForLeavesThemAll) {
     frm.cmdCancel.OnClick();
     clicked.set_value();
   };
+  ExpectBox("File operations failed. Error Code: 1223\r\n\r\nCancelled: no empty folder was moved to the trash.");
   transfer.RmEmptyDirs(lst, "", false);
   EXPECT_THAT(operations.calls, IsEmpty());
+  EXPECT_THAT(dialogs.boxes, IsEmpty());
 }
 
 }  // namespace

@@ -148,13 +148,14 @@ TEST_F(FileExecutorTest, EntersNoLinkBelowTheDestination) {
   EXPECT_TRUE(Stands("/real/x/two"));
 }
 
-TEST_F(FileExecutorTest, WithoutADestinationNoLinkAtAllIsEntered) {
+TEST_F(FileExecutorTest, WithoutADestinationNothingIsDone) {
   Make("/a/one");
-  files.MakeFolder("/real");
-  files.MakeLink("/d", "/real");
-  EXPECT_EQ(program.Do(PutTheseAt(FO_MOVE, {"/a/one"}, {"/d/one"}, "")).code, OperationCode::Exists);
-  ExpectDone(program.Do(PutTheseAt(FO_MOVE, {"/a/one"}, {"/real/x/one"}, "")));
-  EXPECT_TRUE(Stands("/real/x/one"));
+  files.MakeFolder("/d");
+  for (const char* destination : {"", "d"}) {
+    ExpectFailed(program.Do(PutTheseAt(FO_MOVE, {"/a/one"}, {"/d/one"}, destination)), OperationCode::BadName,
+                 "Nothing was done: the destination is no full path.");
+  }
+  EXPECT_TRUE(Stands("/a/one"));
 }
 
 TEST_F(FileExecutorTest, NeverFollowsALinkThatHasTheNameOfTheFile) {

@@ -57,6 +57,21 @@ TEST(OperationPlanTest, DoubledSeparatorsCountOnce) {
   EXPECT_EQ(plan.items[0].folder, "D:\\keep\\srv\\share\\d");
 }
 
+TEST(OperationPlanTest, AWayBackThatStaysBelowTheDestinationIsTaken) {
+  const OperationPlan plan = MakePlan(PutTheseAt(FO_MOVE, {"/a/b/../c/f", "/a/../f", "/a/./b/../../g"},
+                                                 {"/d/a/b/../c/f", "/d/a/../f", "/d/a/./b/../../g"}, "/d"),
+                                      kPosix);
+  ASSERT_EQ(plan.items.size(), 3U);
+  for (const PlanItem& item : plan.items) EXPECT_FALSE(item.trouble) << item.from;
+  EXPECT_EQ(plan.items[0].folder, "/d/a/c");
+  EXPECT_EQ(plan.items[0].name, "f");
+  EXPECT_EQ(plan.items[1].folder, "/d");
+  EXPECT_EQ(plan.items[1].name, "f");
+  EXPECT_EQ(plan.items[2].folder, "/d");
+  EXPECT_EQ(MakePlan(PutTheseAt(FO_COPY, {"C:\\a\\..\\f"}, {"D:\\k\\a\\..\\f"}, "D:\\k"), kWindows).items[0].folder,
+            "D:\\k");
+}
+
 TEST(OperationPlanTest, TheRootIsADestinationToo) {
   const OperationPlan plan = MakePlan(PutThese(FO_MOVE, {"/a/x"}, "/"), kPosix);
   ASSERT_EQ(plan.items.size(), 1U);
@@ -65,7 +80,8 @@ TEST(OperationPlanTest, TheRootIsADestinationToo) {
 }
 
 TEST(OperationPlanTest, APlaceThatIsNoneIsTold) {
-  for (const char* place : {"/d", "/d/", "/d/.", "/dx/y", "/d/x/..", "/d/../d/x", "d/x"}) {
+  for (const char* place :
+       {"/d", "/d/", "/d/.", "/dx/y", "/d/x/..", "/d/../d/x", "/d/x/../../y", "/d/x/../../d/y", "/d/../x", "d/x"}) {
     const OperationPlan plan = MakePlan(PutTheseAt(FO_MOVE, {"/a/x"}, {place}, "/d"), kPosix);
     ASSERT_EQ(plan.items.size(), 1U);
     EXPECT_EQ(plan.items[0].trouble.code, OperationCode::BadName) << place;
