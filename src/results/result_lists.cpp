@@ -40,15 +40,23 @@ ResultLists::ResultLists(Panel& statusPanel)
   });
 }
 
-void ShowResult(ResultLists& results) {
-  SortList(results.List(ResultList::Duplicates), kDupGrpItem + 1, kAscending);
-  SortList(results.List(ResultList::SameName), kNameItem + 1, kAscending);
-  SortList(results.List(ResultList::ZeroSize), kNameItem + 1, kAscending);
-  SortList(results.List(ResultList::Portions), kDupGrpItem + 1, kAscending);
+void ShowResult(ResultLists& results, const std::function<void()>& inBetween) {
+  const auto sort = [&](ResultList list, std::int16_t item) {
+    SortList(results.List(list), CheckedInt16(item + 1), kAscending);
+    inBetween();
+  };
+  sort(ResultList::Duplicates, kDupGrpItem);
+  sort(ResultList::SameName, kNameItem);
+  sort(ResultList::ZeroSize, kNameItem);
+  sort(ResultList::Portions, kDupGrpItem);
   for (const ResultList grouped : {ResultList::Duplicates, ResultList::SameName, ResultList::Portions}) {
     ColorGroups(results.List(grouped), grouped);
+    inBetween();
   }
-  UpdateCount(results, kAllLists);
+  for (std::int16_t i = 0; i < kResultLists; ++i) {
+    UpdateCount(results, i);
+    inBetween();
+  }
   if (results.lstResult[static_cast<std::size_t>(results.mIntCurFrame)].Count() > 0) return;
   // The last list with rows wins; that of the read errors never does.
   for (std::int32_t i = 0; i <= static_cast<std::int32_t>(ResultList::Portions); ++i) {

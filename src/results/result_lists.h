@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 
 #include "controls/list_view.h"
 #include "controls/panel.h"
@@ -41,7 +42,9 @@ struct ResultLists {
 };
 
 // Puts lists that were filled anew in order: sorted, coloured, counted. Where the one on show has no rows, the last
-// that has some comes up, read errors apart.
-void ShowResult(ResultLists& results);
+// that has some comes up, read errors apart. `inBetween` runs after each step, so that a window may answer between the
+// lists of a large result; it adds and removes no rows.
+void ShowResult(
+    ResultLists& results, const std::function<void()>& inBetween = [] {});
 
 }  // namespace tresmor

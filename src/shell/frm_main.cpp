@@ -55,9 +55,9 @@ void DisableFileMenus(FrmMain& frm) {
   UpdateCount(frm.results, kAllLists);
 }
 
-void ShowResult(FrmMain& frm) {
+void ShowResult(FrmMain& frm, const std::function<void()>& inBetween) {
   if (frm.screen != nullptr) OpenForResult(frm, *frm.screen);
-  ShowResult(frm.results);
+  ShowResult(frm.results, inBetween);
   frm.mnuSrchSession.Enabled = true;
   frm.mnuFile.Enabled = true;
 }

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 
 #include "controls/button.h"
 #include "controls/check_box.h"
@@ -71,6 +72,7 @@ void Init(FrmMain& frm);
 // Takes the commands on sessions and files out of reach while the lists change.
 void DisableFileMenus(FrmMain& frm);
 // Makes room for lists that were filled anew, puts them in order and gives the commands back.
-void ShowResult(FrmMain& frm);
+void ShowResult(
+    FrmMain& frm, const std::function<void()>& inBetween = [] {});
 
 }  // namespace tresmor

@@ -1,6 +1,7 @@
 #include "shell/search_control.h"
 
 #include <array>
+#include <chrono>
 #include <string>
 
 #include "base/number.h"
@@ -84,10 +85,11 @@ void SearchControl::RunSearch() {
   frm_.tmrProgress.Enabled = false;
   frm_.msgBar.Text = "Completed in " + progress_.Elapsed() + ", searched " + std::to_string(srchFileCnt_) + " files.";
   UnlockSrchUi();
-  ShowResult(frm_);
+  ShowResult(frm_, [this] { ports_.events.Pump(std::chrono::milliseconds(0)); });
 }
 
 void SearchControl::CancelSearch() {
+  if (frm_.cmdSrch.Caption() != kCancelCaption) return;
   frm_.msgBar.Text = "Stopping ...";
   progress_.CancelSrch = true;
   stop_.Stop();

@@ -39,7 +39,7 @@ class SearchControl {
   // Throws the search's Failure; the lists then hold what came before it, unsorted, and the inputs are free again.
   void RunSearch();
 
-  // Makes a running search end soon.
+  // Makes a running search end soon; without one it does nothing.
   void CancelSearch();
   // Asks the user whether to do that. The search stands still while the question is open.
   void AskCancelSrch();

@@ -1,5 +1,6 @@
 #include "shell/session_commands.h"
 
+#include <chrono>
 #include <optional>
 #include <vector>
 
@@ -71,7 +72,7 @@ bool SessionCommands::LoadSession(const std::string& sFileName) {
     frm_.tmrProgress.Enabled = false;
     frm_.pbMain.Value = 0;
     frm_.msgBar.Text = kReadyText;
-    ShowResult(frm_);
+    ShowResult(frm_, [this] { ports_.events.Pump(std::chrono::milliseconds(0)); });
     return true;
   });
 }

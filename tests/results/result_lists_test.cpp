@@ -65,6 +65,18 @@ TEST_F(ResultListsTest, ShowResultSortsThenColoursThenCounts) {
   EXPECT_EQ(results.mIntCurFrame, 0);
 }
 
+TEST_F(ResultListsTest, ShowResultLetsAWindowAnswerAfterEachStep) {
+  Add(ResultList::Duplicates, "b", 1);
+  Add(ResultList::Duplicates, "a", 1);
+  std::vector<std::string> seen;
+  ShowResult(results, [&] { seen.push_back(duplicates.Column(3).text + ", " + results.tabMain.Caption(2)); });
+  // Four sorts, three colourings, five counts: only the last but three have the count.
+  ASSERT_EQ(seen.size(), 12U);
+  EXPECT_EQ(seen.front(), "^ Duplicate #, Duplicates");
+  EXPECT_EQ(seen[7], "^ Duplicate #, Duplicates");
+  EXPECT_EQ(seen[8], "^ Duplicate #, Duplicates(2/1)");
+}
+
 TEST_F(ResultListsTest, ShowResultMarksTheHeadersOfEmptyListsToo) {
   SortList(zero, 2, kDescending);
   ShowResult(results);
