@@ -7,7 +7,7 @@
 #include "app/window_program.h"
 #include "desk/options.h"
 #include "platform/posix/program_folder.h"
-#include "qt/visible_indicators.h"
+#include "qt/program_style.h"
 
 namespace {
 
@@ -34,7 +34,7 @@ int main(int argc, char** argv) {
   QApplication app(argc, argv);
   QApplication::setDesktopFileName("tresmor");
   QApplication::setQuitOnLastWindowClosed(false);
-  QApplication::setStyle(new tresmor::VisibleIndicators);  // the application owns it
+  QApplication::setStyle(new tresmor::ProgramStyle);  // the application owns it
   tresmor::ChooseIconTheme();
   tresmor::WindowProgram program(writers, tresmor::FindUserFolders(), tresmor::FindExecutableFolder());
   program.Start([] { QApplication::quit(); });

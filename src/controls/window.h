@@ -11,8 +11,9 @@ namespace tresmor {
 
 enum class WindowState : std::int16_t { Normal = 0, Minimised = 1, Maximised = 2 };
 
-// A window of the program's. Its place is that of its outer edges, with frame and menu bar. Whoever shows it keeps
-// place and state true to the screen, the user's changes included, and calls what the user sets off. A size that the
+// A window of the program's. Its place is that of its outer edges, with frame and menu bar; until it shows, it is the
+// room for controls that it was drawn with. A window that fills the screen is maximised. Whoever shows it keeps place
+// and state true to the screen, the user's changes included, and calls what the user sets off. A size that the
 // program writes comes out as whole pixels, rounded up, so that what had room keeps it.
 class Window : public PlacedControl {
  public:
@@ -24,7 +25,7 @@ class Window : public PlacedControl {
         ScaleHeight(*this, Notice::What::Client, place.height) {}
 
   Property<std::string> Caption;
-  Property<WindowState> State;
+  Property<WindowState> State;  // written by whoever shows the window alone
   // Twips that are left for controls; measured by whoever shows the window.
   Property<float> ScaleWidth;
   Property<float> ScaleHeight;

@@ -12,7 +12,8 @@ enum class BoxIcon { None, Critical, Question, Exclamation, Information };
 enum class BoxButtons { Ok, YesNo, OkCancel, YesNoCancel };
 enum class BoxAnswer { Ok, Cancel, Yes, No };
 
-// Open asks for a file that exists; Save for any, and asks before one that exists is taken.
+// Open asks for a file to read, and before it takes one that doesn't exist whether it is to be created, which it isn't
+// here; Save asks for any, and again before it takes one that exists.
 enum class FileDialogMode { Open, Save };
 
 // What a box says: words of the program's own, with line ends where the box is to have them, and among them names,
@@ -56,9 +57,11 @@ struct FileQuestion {
   FileDialogMode mode = FileDialogMode::Open;
   std::string title;
   std::vector<FileFilter> filters;  // the first one is in force
-  std::string defaultExtension;     // without a dot; given to a name that has none
-  std::string startName;            // the proposal, a bare name or a path; may be empty
-  std::string startFolder;          // a file here means its folder; empty for the usual place
+  std::string defaultExtension;     // without a dot; given to a name without one, if that is no file to open
+  std::string startName;            // the proposal, a bare name or a full path; may be empty
+  // Where to begin, if the proposal is no full path. A file here means its folder, and a folder that isn't there the
+  // nearest that is; what is no full path means the usual place.
+  std::string startFolder;
 };
 
 class Dialogs {

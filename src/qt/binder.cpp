@@ -13,6 +13,7 @@
 #include <QRadioButton>
 #include <QShortcut>
 #include <QSignalBlocker>
+#include <utility>
 
 #include "qt/display_text.h"
 
@@ -46,6 +47,32 @@ class FocusWatch : public QObject {
 void WatchFocus(QLineEdit& field, QEvent::Type type, std::function<void()> handler) {
   new FocusWatch(field, type, std::move(handler));  // the field's child
 }
+
+// Selects all of a field when the program asks for it. Where a click of the mouse brought the focus that it asks upon,
+// the rest of the click would take the selection away again: it is made up for when the button is let go, unless the
+// mouse selected something else.
+class WholeSelection : public QObject {
+ public:
+  explicit WholeSelection(QLineEdit& field) : QObject(&field), field_(field) { field.installEventFilter(this); }
+  void Select() {
+    field_.selectAll();
+    again_ = byMouse_;
+  }
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() == QEvent::FocusIn) {
+      byMouse_ = static_cast<QFocusEvent*>(event)->reason() == Qt::MouseFocusReason;
+    } else if (event->type() == QEvent::MouseButtonRelease) {
+      byMouse_ = false;
+      if (std::exchange(again_, false) && !field_.hasSelectedText()) field_.selectAll();
+    }
+    return false;
+  }
+
+ private:
+  QLineEdit& field_;
+  bool byMouse_ = false;  // the click that brought the focus isn't over
+  bool again_ = false;
+};
 
 // Cut and paste stay a field's own where it takes no typing too, and do nothing there.
 class LockedKeys : public QObject {
@@ -210,11 +237,12 @@ void Binder::Bind(TextBox& control, QLineEdit& widget) const {
   });
   QObject::connect(&widget, &QLineEdit::textEdited, &widget,
                    [&, this](const QString& text) { Deliver([&] { control.Text = EditedBytes(text); }); });
-  Follow(control, widget, [&](const Notice& notice) {
-    if (notice.what == Notice::What::Selection) widget.selectAll();
-  });
   WatchFocus(widget, QEvent::FocusIn, [&, this] { Deliver(control.OnGotFocus); });
   WatchFocus(widget, QEvent::FocusOut, [&, this] { Deliver(control.OnLostFocus); });
+  auto* const selection = new WholeSelection(widget);  // the field's child; hears of the focus first, as the last made
+  Follow(control, widget, [selection](const Notice& notice) {
+    if (notice.what == Notice::What::Selection) selection->Select();
+  });
 }
 
 void Binder::Bind(ComboBox& control, QComboBox& widget) const {

@@ -1,5 +1,6 @@
 #include "qt/list_widget.h"
 
+#include <QApplication>
 #include <QContextMenuEvent>
 #include <QDropEvent>
 #include <QHeaderView>
@@ -292,14 +293,19 @@ void ListWidget::focusInEvent(QFocusEvent* event) {
   if (CurrentRow() == 0 && model()->rowCount() > 0) SetCurrentRow(std::max(1, list_.SelectedItem()));
 }
 
-// To the next row whose name begins so, from the current one on and around.
+// To the next row whose name begins so, around the end. A longer beginning may be that of the current row too.
 void ListWidget::keyboardSearch(const QString& search) {
+  const bool isLate = !sinceTyped_.isValid() || sinceTyped_.elapsed() >= QApplication::keyboardInputInterval();
+  sinceTyped_.start();
+  typed_ = isLate ? search : typed_ + search;
+  if (typed_.isEmpty()) return;
+  const bool isOneLetter = typed_.count(typed_.front(), Qt::CaseInsensitive) == typed_.size();
+  const std::string start = (isOneLetter ? typed_.left(1) : typed_).toStdString();
   const std::int32_t count = list_.Count();
-  const std::int32_t current = CurrentRow();
-  const std::string start = search.toStdString();
+  const std::int32_t first = CurrentRow() + (isOneLetter ? 1 : 0);
   std::string scratch;
-  for (std::int32_t step = 1; step <= count; ++step) {
-    const std::int32_t row = (current - 1 + step) % count + 1;
+  for (std::int32_t step = 0; step < count; ++step) {
+    const std::int32_t row = (first - 1 + step + count) % count + 1;
     if (!EqualText(list_.CellView(row, 0, scratch).substr(0, start.size()), start)) continue;
     return binder_.Deliver([&] { PickRow(row, Qt::NoModifier); });
   }

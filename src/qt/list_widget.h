@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QTreeView>
 #include <functional>
 #include <string>
@@ -20,11 +21,13 @@ struct ListLook {
 // Shows a list. What is selected are bits of the control's rows, however many: the toolkit knows only the current row.
 //
 // Keys besides the usual: Space marks, or unmarks, all selected rows like the current one; Enter is a double click;
-// Ctrl and a digit sorts by the column of that number; Menu or Shift+F10 is the right button.
+// Ctrl and a digit sorts by the column of that number; Menu or Shift+F10 is the right button. Letters typed quickly go
+// to the next name that begins with them; one letter over and over goes from name to name.
 class ListWidget : public QTreeView {
  public:
   ListWidget(ListView& list, const Binder& binder, ListLook look, QWidget* parent);
 
+  // `search` goes on from what was typed just before.
   void keyboardSearch(const QString& search) override;
 
  protected:
@@ -60,6 +63,8 @@ class ListWidget : public QTreeView {
   const Binder& binder_;
   const ListLook look_;
   std::int32_t anchor_ = 0;  // where a range began, 0 for nowhere
+  QString typed_;            // the beginning of a name, letter by letter
+  QElapsedTimer sinceTyped_;
 };
 
 }  // namespace tresmor

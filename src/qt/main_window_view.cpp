@@ -19,6 +19,7 @@
 #include "qt/list_widget.h"
 #include "qt/picture_widget.h"
 #include "qt/tab_strip_widget.h"
+#include "shell/layout.h"
 
 namespace tresmor {
 namespace {
@@ -85,11 +86,12 @@ MainWindowView::MainWindowView(FrmMain& frm, const Binder& binder, const ListTip
   binder_.BindHelp(frm_, *this);
   Follow(frm_, *this, [this](const Notice& notice) {
     if (reporting_) return;
-    if (notice.what == Notice::What::Place || notice.what == Notice::What::State) Apply();
+    if (notice.what == Notice::What::Place) Apply();
     if (notice.what == Notice::What::Text) setWindowTitle(ShownLine(frm_.Caption()));
     if (notice.what == Notice::What::Visible) setVisible(frm_.Visible());
   });
-  Apply();
+  resize(RoundUp(frm_.ScaleWidth()), RoundUp(frm_.ScaleHeight()) + menuBar_.heightForWidth(RoundUp(frm_.ScaleWidth())));
+  LayOut();
 }
 
 void MainWindowView::BuildMenus() {
@@ -274,19 +276,28 @@ void MainWindowView::BuildProgressBar(QWidget& bar) {
   });
 }
 
+int MainWindowView::RoundUp(float twips) const {
+  constexpr double kHairsbreadth = 0.01;  // no pixel more for what single precision leaves behind the point
+  return static_cast<int>(std::ceil(static_cast<double>(twips) / binder_.Scale().PerPixel() - kHairsbreadth));
+}
+
+QSize MainWindowView::InnerSize(float width, float height) const {
+  return QSize(RoundUp(width), RoundUp(height)) - FrameSize();
+}
+
+WindowState MainWindowView::StateOnScreen() const {
+  return isMinimized()                     ? WindowState::Minimised
+         : isMaximized() || isFullScreen() ? WindowState::Maximised
+                                           : WindowState::Normal;
+}
+
 void MainWindowView::Apply() {
-  const auto pixels = [this](float twips) {
-    constexpr double kHairsbreadth = 0.01;  // no pixel more for what single precision leaves behind the point
-    return static_cast<int>(std::ceil(static_cast<double>(twips) / binder_.Scale().PerPixel() - kHairsbreadth));
-  };
-  const QSize inner = QSize(pixels(frm_.Width()), pixels(frm_.Height())) - FrameSize();
-  const QPoint place = {binder_.Scale().ToPixels(frm_.Left()), binder_.Scale().ToPixels(frm_.Top())};
-  if (isVisible() && place != frameGeometry().topLeft()) move(place);
-  const auto state = frm_.State() == WindowState::Maximised   ? Qt::WindowMaximized
-                     : frm_.State() == WindowState::Minimised ? Qt::WindowMinimized
-                                                              : Qt::WindowNoState;
-  if (windowState() != state) setWindowState(state);
-  if (inner != size()) resize(inner);
+  if (StateOnScreen() == WindowState::Normal) {
+    const QPoint place = {binder_.Scale().ToPixels(frm_.Left()), binder_.Scale().ToPixels(frm_.Top())};
+    if (isVisible() && place != frameGeometry().topLeft()) move(place);
+    const QSize inner = InnerSize(frm_.Width(), frm_.Height());
+    if (!refused_ && inner != size()) resize(inner);
+  }
   LayOut();
 }
 
@@ -294,11 +305,13 @@ void MainWindowView::LayOut() {
   const int bar = menuBar_.heightForWidth(width());
   const QRect menus(0, 0, width(), bar);
   const QRect room(0, bar, width(), height() - bar);
-  const bool moved = menuBar_.geometry() != menus || canvas_.geometry() != room;
+  const bool changed = menuBar_.geometry() != menus || canvas_.geometry() != room || frame_ != FrameSize();
   menuBar_.setGeometry(menus);
   canvas_.setGeometry(room);
+  frame_ = FrameSize();
   Report();
-  if (moved) binder_.Deliver(frm_.OnResize);
+  if (changed) binder_.Deliver(frm_.OnResize);
+  if (StateOnScreen() == WindowState::Normal) setMinimumSize(InnerSize(kLeastWidth, LeastHeight(frm_)));
 }
 
 void MainWindowView::Report() {
@@ -310,7 +323,7 @@ void MainWindowView::Report() {
   frm_.Height = twips.FromPixels(height() + FrameSize().height());
   frm_.Left = twips.FromPixels(frameGeometry().x());
   frm_.Top = twips.FromPixels(frameGeometry().y());
-  frm_.State = isMinimized() ? WindowState::Minimised : isMaximized() ? WindowState::Maximised : WindowState::Normal;
+  frm_.State = StateOnScreen();
 
   StatusBar& bar = frm_.StatusBar1;
   const float height = std::max(bar.Height(), twips.FromPixels(fontMetrics().height() + 6));
@@ -327,9 +340,15 @@ void MainWindowView::Report() {
   second.Height = height;
 }
 
-void MainWindowView::resizeEvent(QResizeEvent*) { LayOut(); }
+// A desktop that gives the same size once more has refused what was asked for meanwhile, and isn't asked again.
+void MainWindowView::resizeEvent(QResizeEvent* event) {
+  const QScopedValueRollback<bool> guard(refused_, event->spontaneous() && size() == given_);
+  if (event->spontaneous()) given_ = size();
+  LayOut();
+}
 
-void MainWindowView::moveEvent(QMoveEvent*) { Report(); }
+// The desktop may have put a frame around it.
+void MainWindowView::moveEvent(QMoveEvent*) { LayOut(); }
 
 void MainWindowView::changeEvent(QEvent* event) {
   if (event->type() == QEvent::WindowStateChange) {

@@ -37,11 +37,16 @@ class MainWindowView : public QWidget {
   void BuildStatusBar();
   void BuildProgressBar(QWidget& bar);
 
-  // The form's size or state was written by the program.
+  // The form's place was written by the program. Where the window is maximised or minimised, its place is the
+  // desktop's.
   void Apply();
   // Menu bar above, room for controls below; tells the form of it.
   void LayOut();
   void Report();
+  WindowState StateOnScreen() const;
+  // Whole pixels, without the desktop's frame, for the outer size that the form says.
+  QSize InnerSize(float width, float height) const;
+  int RoundUp(float twips) const;
   QSize FrameSize() const { return frameGeometry().size() - size(); }
 
   FrmMain& frm_;
@@ -50,6 +55,9 @@ class MainWindowView : public QWidget {
   QMenuBar menuBar_;
   QWidget canvas_;
   bool reporting_ = false;
+  QSize frame_;  // that was laid out last
+  QSize given_;  // by the desktop, last
+  bool refused_ = false;
 };
 
 }  // namespace tresmor

@@ -86,19 +86,21 @@ BoxAnswer AnswerOf(int button) {
   }
 }
 
-// Paths go through the dialogs of the platform as it writes them: its own pair of conversions keeps what isn't UTF-8
-// only where the locale does, so such names stay the business of the lists.
-QString PathText(const std::string& path) { return QFile::decodeName(QByteArray::fromStdString(path)); }
+// The toolkit's dialogs know names that are UTF-8 only. Others stand there as in a field that is typed in, which the
+// toolkit takes for no file's name.
+QString PathText(const std::string& path) {
+  const QString text = QFile::decodeName(QByteArray::fromStdString(path));
+  return QFile::encodeName(text).toStdString() == path ? text : EditText(path);
+}
 std::string PathBytes(const QString& path) { return QFile::encodeName(path).toStdString(); }
+bool IsNameOfAFile(const QString& path) { return QFile::decodeName(QFile::encodeName(path)) == path; }
 
-// The nearest folder that exists on the way to `path`; empty for the usual place.
-QString NearestFolder(const std::string& path) {
-  if (path.empty()) return {};
-  QFileInfo info(PathText(path));
-  while (!info.isDir() && !info.isRoot() && info.absolutePath() != info.absoluteFilePath()) {
-    info.setFile(info.absolutePath());
-  }
-  return info.isDir() ? info.absoluteFilePath() : QString();
+// The nearest folder that exists on the way to `path` and that the dialogs know; empty for the usual place.
+QString NearestFolder(const QString& path) {
+  QFileInfo info(path);
+  if (!info.isAbsolute()) return {};
+  while (!(info.isDir() && IsNameOfAFile(info.filePath())) && !info.isRoot()) info.setFile(info.absolutePath());
+  return info.absoluteFilePath();
 }
 
 // The program's "*.*" is every name; the toolkit's has a dot in it.
@@ -152,10 +154,50 @@ QStringList NameFilters(const FileQuestion& question) {
   return filters;
 }
 
-std::optional<std::string> Ask(QFileDialog& dialog) {
-  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
-  return PathBytes(dialog.selectedFiles().front());
-}
+// The toolkit's dialog, which names the files behind links by the links, and takes nothing that it can't name.
+class FileDialog : public QFileDialog {
+ public:
+  FileDialog(const std::string& title, const QString& folder) : QFileDialog(ModalOwner(), TitleOf(title)) {
+    setOption(DontResolveSymlinks);
+    if (!folder.isEmpty()) setDirectory(folder);
+  }
+
+  std::optional<std::string> Ask() {
+    if (exec() != Accepted || selectedFiles().isEmpty()) return std::nullopt;
+    return PathBytes(Chosen());
+  }
+
+  // Of a file to open that isn't there by the name that was typed.
+  QString extensionToTry;
+
+ protected:
+  void accept() override {
+    const QString path = Chosen();
+    if (!IsNameOfAFile(path)) {
+      Box(QMessageBox::Warning, "This dialog can't choose a file whose name isn't UTF-8:\n" + Shown(path),
+          QMessageBox::Ok);
+    } else if (acceptMode() == AcceptSave || fileMode() == Directory || QFileInfo::exists(path) || MayCreate(path)) {
+      QFileDialog::accept();
+    }
+  }
+
+ private:
+  QString Chosen() const {
+    const QString typed = selectedFiles().value(0);
+    const bool isWhole = extensionToTry.isEmpty() || QFileInfo::exists(typed) || !QFileInfo(typed).suffix().isEmpty();
+    return isWhole ? typed : typed + '.' + extensionToTry;
+  }
+  bool MayCreate(const QString& path) {
+    const QString question = " doesn't exist.\nDo you want to create it?";
+    return Box(QMessageBox::Question, Shown(path) + question, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
+  }
+  static QString Shown(const QString& path) { return ShownLine(EditedBytes(path)); }
+  int Box(QMessageBox::Icon icon, const QString& text, QMessageBox::StandardButtons buttons) {
+    QMessageBox box(icon, windowTitle(), text, buttons, this);
+    box.setTextFormat(Qt::PlainText);
+    return box.exec();
+  }
+};
 
 }  // namespace
 
@@ -177,32 +219,30 @@ BoxAnswer QtDialogs::MessageBox(const BoxText& text, BoxIcon icon, const std::st
 }
 
 std::optional<std::string> QtDialogs::OpenFileDlg(const FileQuestion& question) {
-  QFileDialog dialog(ModalOwner(), TitleOf(question.title));
+  const QFileInfo start(PathText(question.startName));
+  FileDialog dialog(question.title,
+                    NearestFolder(start.isAbsolute() ? start.absolutePath() : PathText(question.startFolder)));
   const bool saves = question.mode == FileDialogMode::Save;
   dialog.setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-  dialog.setFileMode(saves ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+  dialog.setFileMode(QFileDialog::AnyFile);
   dialog.setNameFilters(NameFilters(question));
+  const QString extension = ShownLine(question.defaultExtension);
   if (std::any_of(question.filters.begin(), question.filters.end(), MeansPrograms)) {
     ShowPrograms(question, dialog);
+  } else if (saves) {
+    dialog.setDefaultSuffix(extension);
   } else {
-    dialog.setDefaultSuffix(ShownLine(question.defaultExtension));
-  }
-  const QFileInfo start(PathText(question.startName));
-  if (start.isAbsolute()) {
-    dialog.setDirectory(start.absolutePath());
-  } else if (const QString folder = NearestFolder(question.startFolder); !folder.isEmpty()) {
-    dialog.setDirectory(folder);
+    dialog.extensionToTry = extension;
   }
   if (!start.fileName().isEmpty()) dialog.selectFile(start.fileName());
-  return Ask(dialog);
+  return dialog.Ask();
 }
 
 std::optional<std::string> QtDialogs::BrowseFolder(const std::string& title, const std::string& startDir) {
-  QFileDialog dialog(ModalOwner(), TitleOf(title));
+  FileDialog dialog(title, NearestFolder(PathText(startDir)));
   dialog.setFileMode(QFileDialog::Directory);
   dialog.setOption(QFileDialog::ShowDirsOnly);
-  if (const QString folder = NearestFolder(startDir); !folder.isEmpty()) dialog.setDirectory(folder);
-  return Ask(dialog);
+  return dialog.Ask();
 }
 
 std::string QtDialogs::InputBox(const BoxText& prompt, const std::string& title, const std::string& proposal) {

@@ -9,6 +9,7 @@ TabStripWidget::TabStripWidget(TabStrip& control, const Binder& binder, QWidget*
     : QWidget(parent), control_(control), binder_(binder), bar_(this) {
   bar_.setExpanding(false);
   bar_.setUsesScrollButtons(true);
+  bar_.setElideMode(Qt::ElideNone);
   for (std::int32_t tab = 1; tab <= control_.Count(); ++tab) bar_.addTab(Caption(control_.Caption(tab)));
   bar_.setCurrentIndex(control_.SelectedTab() - 1);
   setFocusProxy(&bar_);

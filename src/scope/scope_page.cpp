@@ -93,6 +93,7 @@ bool ScopePage::IsListed(const std::string& folder) const {
 bool ScopePage::CheckFileType() {
   if (scope_.chkExclude.Ticked() || !scope_.txtExt.Text().empty()) return true;
   Warn(ports_.dialogs, "Please input file type.", "");
+  scope_.TabPath.Select(kPathTab);  // where it can be seen
   FlashCtrl(scope_.txtExt, ports_.events);
   FocusField(scope_, kPathTab, scope_.txtExt);
   return false;

@@ -7,9 +7,17 @@
 #include "results/rows.h"
 
 namespace tresmor {
+namespace {
+
+// A change may still wait in the line when the user cancels, whose message is then the last one until the search ends.
+bool IsUnderWay(const SearchDesk& desk) { return !desk.progress.CancelSrch; }
+
+}  // namespace
 
 void JobObserver::ShowMessage(std::string text) {
-  line_.Post([text = std::move(text)](const SearchDesk& desk) { desk.frm.msgBar.Text = text; });
+  line_.Post([text = std::move(text)](const SearchDesk& desk) {
+    if (IsUnderWay(desk)) desk.frm.msgBar.Text = text;
+  });
 }
 
 void JobObserver::SetProgressMsg(std::string text) {
@@ -30,7 +38,7 @@ void JobObserver::SetBar(int percent) {
 }
 
 void JobObserver::EnableTimer(bool on) {
-  line_.Post([on](const SearchDesk& desk) { desk.frm.tmrProgress.Enabled = on; });
+  line_.Post([on](const SearchDesk& desk) { desk.frm.tmrProgress.Enabled = on && IsUnderWay(desk); });
 }
 
 void JobObserver::ShowList(ResultList list, bool visible) {

@@ -5,7 +5,6 @@
 namespace tresmor {
 namespace {
 
-constexpr float kLeastWidth = 10000;
 constexpr float kHeightWithResult = 8000;
 constexpr float kPlaceOnScreen = 300;  // from the left or upper edge, for a window that would leave it
 constexpr float kBelowPanels = 160;
@@ -17,10 +16,6 @@ constexpr float kBarMargin = 40;
 template <class... Steps>
 void PassOverFailures(Steps&&... steps) {
   (PassOverFailure(steps), ...);
-}
-
-float LeastHeight(const FrmMain& frm) {
-  return frm.StatusBar1.Height() + (frm.Height() - frm.ScaleHeight() + frm.frmSelPath.Height()) + kBelowPanels;
 }
 
 bool HidesPanels(const FrmMain& frm) {
@@ -62,6 +57,10 @@ void OnTab(TabStrip& tabs, Laying&& lay) {
 }
 
 }  // namespace
+
+float LeastHeight(const FrmMain& frm) {
+  return frm.StatusBar1.Height() + (frm.Height() - frm.ScaleHeight() + frm.frmSelPath.Height()) + kBelowPanels;
+}
 
 void Resize(FrmMain& frm) {
   PassOverFailure([&] { frm.results.tabMain.Width = frm.ScaleWidth() - frm.frmFileOp.Width() - kBetweenColumns; });

@@ -10,7 +10,11 @@ namespace tresmor {
 // that would leave a control less than no room, is passed over. Right-hand frames go by the window's outer width and
 // the tabs by its inner one, so that they are apart by the width of the frame as well.
 void Resize(FrmMain& frm);
-// The same for the frame of the scope and what is in it.
+// The bounds below which it does so, of the window's outer edges. The height is that of the upper panels and the status
+// bar with what the window has around them at present.
+inline constexpr float kLeastWidth = 10000;
+float LeastHeight(const FrmMain& frm);
+// Lays out the frame of the scope and what is in it.
 void ResizeSelPath(FrmMain& frm);
 
 // From now on a new size is laid out, and a tab that is chosen has its frame shown and laid out. The frames of TabPath

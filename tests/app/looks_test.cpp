@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <QGroupBox>
+#include <QToolButton>
 
 #include "app/app_world.h"
 
@@ -117,6 +118,9 @@ TEST_P(LooksTest, TheWindowCanBeReadBeforeAndAfterASearch) {
   const auto look = [this] {
     ExpectAllFits(View());
     ExpectNames(View());
+    for (const QToolButton* const arrow : Named("Results")->findChildren<QToolButton*>()) {
+      EXPECT_FALSE(arrow->isVisibleTo(&View())) << "not all tabs show";
+    }
     if (GetParam().points > 10) return;
     EXPECT_LE(View().frameGeometry().width(), 1024);
     EXPECT_LE(View().frameGeometry().height(), 768);

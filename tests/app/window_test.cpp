@@ -2,8 +2,11 @@
 #include <gtest/gtest.h>
 
 #include <QClipboard>
+#include <QWindow>
+#include <cmath>
 
 #include "app/app_world.h"
+#include "shell/layout.h"
 
 namespace tresmor::tests {
 namespace {
@@ -28,9 +31,37 @@ class WindowTest : public AppTest {
     auto* const tabs = static_cast<QTabBar*>(Named("Results"));
     QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(tab).center());
   }
+  // The desktop's side of the window, which gives it any size.
+  QWindow& Desktop() { return *View().windowHandle(); }
+  // All that one sets off after the other.
+  static void LetEventsIn() {
+    for (int i = 0; i < 20; ++i) QCoreApplication::processEvents();
+  }
+  double TwipsPerPixel() const { return Twips::OfApplication().PerPixel(); }
 
   int layouts_ = 0;
 };
+
+// Calls a handler before each event of one kind.
+class EventWatch : public QObject {
+ public:
+  EventWatch(QObject& object, QEvent::Type type, std::function<void()> handler)
+      : QObject(&object), type_(type), handler_(std::move(handler)) {
+    object.installEventFilter(this);
+  }
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() == type_) handler_();
+    return false;
+  }
+
+ private:
+  const QEvent::Type type_;
+  const std::function<void()> handler_;
+};
+
+void Watch(QObject& object, QEvent::Type type, std::function<void()> handler) {
+  new EventWatch(object, type, std::move(handler));  // the object's child
+}
 
 TEST_F(WindowTest, TheTabOnShowLaysOutNothing) {
   ClickTab(0);
@@ -44,16 +75,67 @@ TEST_F(WindowTest, TheTabOnShowLaysOutNothing) {
 TEST_F(WindowTest, EdgesSnapBackToTheLeastSize) {
   const QSize least = View().size();
   const float list = List(ResultList::ZeroSize).Height();
-  View().resize(least.width(), 60);
+  Desktop().resize(least.width(), 60);
   WaitUntil([&] { return View().height() >= least.height(); });
   EXPECT_EQ(View().height(), least.height());
   EXPECT_EQ(List(ResultList::ZeroSize).Height(), list) << "there is no room to lay it out";
-  View().resize(300, least.height());
+  Desktop().resize(300, least.height());
   WaitUntil([&] { return View().width() > 300; });
   EXPECT_GE(Frm().Width(), 10000);
   View().resize(least.width() + 100, least.height() + 300);
   EXPECT_GT(List(ResultList::ZeroSize).Height(), list);
   EXPECT_EQ(Frm().frmFileOp.Left(), Frm().Width() - Frm().frmFileOp.Width() - 160);
+}
+
+TEST_F(WindowTest, TheDesktopIsToldTheLeastSize) {
+  View().resize(1, 1);
+  EXPECT_EQ(View().size(), View().minimumSize());
+  EXPECT_EQ(Desktop().minimumSize(), View().minimumSize());
+  EXPECT_LE(10000, Frm().Width());
+  EXPECT_GT(10000 + Frm().Width() / static_cast<float>(View().frameGeometry().width()), Frm().Width());
+  EXPECT_EQ(View().frameGeometry().height(), std::ceil(LeastHeight(Frm()) / TwipsPerPixel() - 0.01));
+}
+
+// Whatever the window asks for, the desktop gives it its own size again.
+TEST_F(WindowTest, ADesktopThatRefusesIsAskedOnce) {
+  const QSize given(300, 200);
+  int asked = 0;
+  Desktop().resize(given);
+  Watch(View(), QEvent::Resize, [&] {
+    if (View().size() == given) return;
+    ++asked;
+    QTimer::singleShot(0, &View(), [&] { Desktop().resize(given); });
+  });
+  WaitUntil([&] { return asked > 0 && View().size() == given; });
+  const int askedFirst = asked;
+  LetEventsIn();
+  EXPECT_EQ(asked, askedFirst);
+  EXPECT_EQ(View().size(), given);
+  EXPECT_EQ(Frm().Width(), static_cast<float>(View().frameGeometry().width() * TwipsPerPixel()));
+}
+
+TEST_F(WindowTest, AWindowThatFillsTheScreenKeepsTheDesktopsSize) {
+  for (const Qt::WindowState state : {Qt::WindowMaximized, Qt::WindowFullScreen}) {
+    View().setWindowState(state);
+    LetEventsIn();
+    const QRect place = View().geometry();
+    Frm().Height = 9000;
+    Frm().Left = 300;
+    LetEventsIn();
+    EXPECT_EQ(View().geometry(), place);
+    EXPECT_EQ(View().windowState(), state);
+    EXPECT_EQ(Frm().State(), WindowState::Maximised);
+    View().setWindowState(Qt::WindowNoState);
+    EXPECT_EQ(Frm().State(), WindowState::Normal);
+  }
+}
+
+TEST_F(WindowTest, ItOpensWithTheRoomThatItWasDrawnWithAndAFrameAround) {
+  EXPECT_EQ(View().width(), std::ceil(10140 / TwipsPerPixel() - 0.01));
+  const int frame = View().frameGeometry().width() - View().width();
+  EXPECT_GT(frame, 0);
+  EXPECT_EQ(Frm().Width(), static_cast<float>((View().width() + frame) * TwipsPerPixel()));
+  EXPECT_EQ(Frm().fraSrch.Left(), Frm().Width() - Frm().fraSrch.Width() - 160);
 }
 
 TEST_F(WindowTest, AShortcutGoesByTheRuleOfItsMenu) {

@@ -240,6 +240,29 @@ TEST(Binder, FocusIsGotAndLostWithinTheWindowAlone) {
   EXPECT_EQ(told, (std::vector<std::string>{"got", "lost 7"}));
 }
 
+TEST(Binder, AClickThatBringsTheFocusKeepsWhatIsSelectedUponIt) {
+  TextBox text;
+  text.OnGotFocus = [&] { text.SelectAll(); };
+  text.Text = "2004/03/31";
+  Stage stage;
+  auto* const other = new QLineEdit;
+  stage.room->addWidget(other);
+  auto* const widget = stage.Add<QLineEdit>(text);
+  stage.Show();
+  other->setFocus();
+  Click(widget);
+  EXPECT_EQ(widget->selectedText(), "2004/03/31");
+  Click(widget);
+  EXPECT_EQ(widget->selectedText(), "") << "a further click is about the cursor";
+
+  other->setFocus();
+  const int middle = widget->height() / 2;
+  QTest::mousePress(widget, Qt::LeftButton, {}, {2, middle});
+  widget->setSelection(0, 4);  // by moving the mouse
+  QTest::mouseRelease(widget, Qt::LeftButton, {}, {40, middle});
+  EXPECT_EQ(widget->selectedText(), "2004");
+}
+
 TEST(Binder, TicksOfACheckListGoBothWays) {
   CheckList list({"Zero", "One", "Two"});
   Stage stage;

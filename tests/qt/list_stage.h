@@ -17,6 +17,20 @@ inline ListLook ResultLook() {
   return look;
 }
 
+// How long letters may be apart that are typed together.
+class Typing {
+ public:
+  explicit Typing(int milliseconds) { QApplication::setKeyboardInputInterval(milliseconds); }
+  ~Typing() { QApplication::setKeyboardInputInterval(usual_); }
+  Typing(const Typing&) = delete;
+  Typing& operator=(const Typing&) = delete;
+
+ private:
+  const int usual_ = QApplication::keyboardInputInterval();
+};
+inline constexpr int kOneByOne = 0;
+inline constexpr int kTogether = 3'600'000;
+
 struct ListStage {
   explicit ListStage(int rows, ListLook look = ResultLook()) {
     list.AddColumn({"Name", 2540});

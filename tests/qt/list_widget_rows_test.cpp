@@ -5,8 +5,7 @@
 #include <QKeyEvent>
 #include <string>
 
-#include "qt/list_widget.h"
-#include "qt/qt_event_queue.h"
+#include "qt/list_stage.h"
 
 namespace tresmor {
 namespace {
@@ -72,6 +71,7 @@ TEST_F(ListWidgetRowsTest, ManyRowsAreMarkedInOneChange) {
 }
 
 TEST_F(ListWidgetRowsTest, LettersGoToTheNextNameInAnyCase) {
+  const tests::Typing slowly(tests::kOneByOne);
   Type("A");
   EXPECT_EQ(list.SelectedItem(), 2);
   Type("a");

@@ -253,16 +253,33 @@ TEST(ListWidgetKeys, ControlAndADigitSort) {
   EXPECT_EQ(lists.TakeLog(), (Log{"column 1", "column 3"})) << "a hidden column can't be clicked either";
 }
 
-TEST(ListWidgetKeys, LettersGoToTheNextNameThatBeginsSo) {
-  ListStage lists(0);
-  for (const char* const name : {"apple", "Pear", "plum", "peach\xFF"}) lists.AddRow(name);
-  lists.ClickRow(1);
-  for (const int expected : {2, 3, 4, 2}) {
-    QTest::keyClick(lists.widget, 'p');
-    EXPECT_EQ(lists.Selected(), Rows{expected});
+struct NamesStage : ListStage {
+  NamesStage() : ListStage(0) {
+    for (const char* const name : {"apple", "Pear", "plum", "peach\xFF", "A%A"}) AddRow(name);
+    ClickRow(1);
   }
-  QTest::keyClick(lists.widget, 'x');
-  EXPECT_EQ(lists.Selected(), Rows{2});
+  void ExpectRowsOf(const std::string& letters, const Rows& rows) {
+    Rows reached;
+    for (const char letter : letters) {
+      QTest::keyClick(widget, letter);
+      reached.push_back(Selected().front());
+    }
+    EXPECT_EQ(reached, rows) << letters;
+  }
+};
+
+TEST(ListWidgetKeys, LettersGoToTheNextNameThatBeginsSo) {
+  const Typing slowly(kOneByOne);
+  NamesStage().ExpectRowsOf("pppx", {2, 3, 4, 4});
+  NamesStage().ExpectRowsOf("pl", {2, 2});
+}
+
+TEST(ListWidgetKeys, LettersTypedQuicklyAreTheBeginningOfAName) {
+  const Typing quickly(kTogether);
+  NamesStage().ExpectRowsOf("peac", {2, 2, 2, 4});
+  NamesStage().ExpectRowsOf("plx", {2, 3, 3});
+  NamesStage().ExpectRowsOf("pPpp", {2, 3, 4, 2});
+  NamesStage().ExpectRowsOf("a%a", {5, 5, 5});
 }
 
 TEST(ListWidgetRows, SortingKeepsWhereTheListIsScrolledTo) {

@@ -1,6 +1,7 @@
 #include "qt/qt_dialogs.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <QFileDialog>
 #include <QInputDialog>
@@ -8,6 +9,7 @@
 #include <QLineEdit>
 #include <QListView>
 
+#include "qt/display_text.h"
 #include "qt/modal_script.h"
 #include "support/temp_tree.h"
 
@@ -17,6 +19,18 @@ namespace {
 class QtDialogsTest : public TempTree {
  protected:
   QtDialogsTest() { ShowActive(main_); }
+
+  static QLineEdit* NameIn(QWidget& window) { return window.findChild<QLineEdit*>("fileNameEdit"); }
+  static void Type(QWidget& window, const QString& name) {
+    NameIn(window)->setText(name);
+    QTest::keyClick(NameIn(window), Qt::Key_Return);
+  }
+  static std::string FolderOf(const QWidget& window) {
+    return static_cast<const QFileDialog&>(window).directory().path().toStdString() + "/";
+  }
+  void ExpectCancel(const QString& title) {
+    script_.Expect(title, [](QWidget& window) { QTest::keyClick(&window, Qt::Key_Escape); });
+  }
 
   QWidget main_;
   QtDialogs dialogs_;
@@ -84,36 +98,81 @@ TEST_F(QtDialogsTest, AnInputBoxGivesBackTheExactBytes) {
   EXPECT_EQ(dialogs_.InputBox("?", "Rename", "kept"), "");
 }
 
-TEST_F(QtDialogsTest, AFileToOpenHasToBeThere) {
-  MakeFile("a.Tresmor");
+FileQuestion OpenQuestion(const std::string& folder) {
   FileQuestion question;
   question.title = "Load";
   question.filters = {{"Session (*.Tresmor)", "*.Tresmor"}, {"All Files", "*.*"}};
   question.defaultExtension = "Tresmor";
-  question.startFolder = At("");
+  question.startFolder = folder;
+  return question;
+}
+
+TEST_F(QtDialogsTest, AFileToOpenMayBeTypedWithoutItsExtension) {
+  MakeFile("a.Tresmor");
+  MakeFile("plain");
+  const FileQuestion question = OpenQuestion(At(""));
   script_.Expect("Load", [this](QWidget& window) {
     auto& dialog = static_cast<QFileDialog&>(window);
     EXPECT_EQ(dialog.nameFilters(), (QStringList{"Session (*.Tresmor)", "All Files (*)"}));
     EXPECT_EQ(dialog.acceptMode(), QFileDialog::AcceptOpen);
-    EXPECT_EQ(dialog.fileMode(), QFileDialog::ExistingFile);
-    EXPECT_EQ(dialog.directory().path().toStdString() + "/", At(""));
-    auto* const name = window.findChild<QLineEdit*>("fileNameEdit");
-    name->setText("a");
-    QTest::keyClick(name, Qt::Key_Return);
+    EXPECT_EQ(FolderOf(window), At(""));
+    Type(window, "a");
   });
   EXPECT_EQ(dialogs_.OpenFileDlg(question), At("a.Tresmor"));
-  script_.Expect("Load", [](QWidget& window) { QTest::keyClick(&window, Qt::Key_Escape); });
+  script_.Expect("Load", [](QWidget& window) { Type(window, "plain"); });
+  EXPECT_EQ(dialogs_.OpenFileDlg(question), At("plain"));
+  ExpectCancel("Load");
   EXPECT_EQ(dialogs_.OpenFileDlg(question), std::nullopt);
 }
 
-TEST_F(QtDialogsTest, AFileToSaveMayBeNewAndIsReplacedOnlyIfToldSo) {
-  MakeFile("old.csv");
+TEST_F(QtDialogsTest, AFileToOpenThatIsNotThereIsAskedAboutOnceMore) {
+  const FileQuestion question = OpenQuestion(At(""));
+  const auto expectTyped = [this](const QString& name, const std::string& asked, const QString& answer) {
+    script_.Expect("Load", [name](QWidget& window) { Type(window, name); });
+    script_.ExpectBox("Load", QString::fromStdString(At(asked) + " doesn't exist.\nDo you want to create it?"), answer);
+  };
+  expectTyped("gone", "gone.Tresmor", "No");
+  ExpectCancel("Load");
+  EXPECT_EQ(dialogs_.OpenFileDlg(question), std::nullopt);
+  expectTyped("gone", "gone.Tresmor", "Yes");
+  EXPECT_EQ(dialogs_.OpenFileDlg(question), At("gone.Tresmor"));
+  expectTyped("gone.txt", "gone.txt", "Yes");
+  EXPECT_EQ(dialogs_.OpenFileDlg(question), At("gone.txt"));
+}
+
+TEST_F(QtDialogsTest, AFileBehindALinkIsNamedByTheLink) {
+  MakeFolder("real");
+  MakeFile("real/there.Tresmor");
+  ASSERT_EQ(symlink(At("real/there.Tresmor").c_str(), At("link.Tresmor").c_str()), 0);
+  script_.Expect("Load", [](QWidget& window) {
+    EXPECT_TRUE(static_cast<QFileDialog&>(window).testOption(QFileDialog::DontResolveSymlinks));
+    const auto* const files = window.findChild<QListView*>("listView");
+    QModelIndex link;
+    WaitUntil([&] {
+      const QAbstractItemModel& model = *files->model();
+      const QModelIndexList found = model.match(model.index(0, 0, files->rootIndex()), Qt::DisplayRole, "link.Tresmor");
+      link = found.value(0);
+      return link.isValid();
+    });
+    QTest::mouseClick(files->viewport(), Qt::LeftButton, {}, files->visualRect(link).center());
+    Click(Find<QPushButton>(window, "Open"));
+  });
+  EXPECT_EQ(dialogs_.OpenFileDlg(OpenQuestion(At(""))), At("link.Tresmor"));
+}
+
+FileQuestion SaveQuestion(const std::string& name) {
   FileQuestion question;
   question.mode = FileDialogMode::Save;
   question.title = "Save";
   question.filters = {{"CSV", "*.csv"}};
   question.defaultExtension = "csv";
-  question.startName = At("old.csv");
+  question.startName = name;
+  return question;
+}
+
+TEST_F(QtDialogsTest, AFileToSaveMayBeNewAndIsReplacedOnlyIfToldSo) {
+  MakeFile("old.csv");
+  const FileQuestion question = SaveQuestion(At("old.csv"));
   const auto type = [](const QString& text) {
     return [text](QWidget& window) {
       auto* const name = window.findChild<QLineEdit*>("fileNameEdit");
@@ -130,6 +189,48 @@ TEST_F(QtDialogsTest, AFileToSaveMayBeNewAndIsReplacedOnlyIfToldSo) {
   script_.Expect("Save", type("old"));
   script_.Expect("Save", [](QWidget& window) { Click(Find<QPushButton>(window, "Yes")); });
   EXPECT_EQ(dialogs_.OpenFileDlg(question), At("old.csv"));
+  ExpectCancel("Save");
+  EXPECT_EQ(dialogs_.OpenFileDlg(question), std::nullopt);
+}
+
+TEST_F(QtDialogsTest, AProposalIsMadeInTheNearestFolderThatIsThere) {
+  MakeFolder("sub");
+  script_.Expect("Save", [this](QWidget& window) {
+    EXPECT_EQ(FolderOf(window), At("sub/"));
+    EXPECT_EQ(NameIn(window)->text(), "old.csv");
+    QTest::keyClick(&window, Qt::Key_Escape);
+  });
+  EXPECT_EQ(dialogs_.OpenFileDlg(SaveQuestion(At("sub/gone/deeper/old.csv"))), std::nullopt);
+}
+
+TEST_F(QtDialogsTest, ANameThatTheDialogCannotTellIsRefused) {
+  MakeFile("a\uFFFD.csv");
+  MakeFile("a?.csv");
+  script_.Expect("Save", [](QWidget& window) {
+    EXPECT_EQ(EditedBytes(NameIn(window)->text()), "a\xFF.csv");
+    QTest::keyClick(NameIn(window), Qt::Key_Return);
+  });
+  script_.ExpectBox(
+      "Save", "This dialog can't choose a file whose name isn't UTF-8:\n" + QString::fromStdString(At("a\uFFFD.csv")));
+  script_.Expect("Save", [](QWidget& window) { Type(window, "b"); });
+  EXPECT_EQ(dialogs_.OpenFileDlg(SaveQuestion(At("a\xFF.csv"))), At("b.csv"));
+}
+
+TEST_F(QtDialogsTest, WithoutAFullPathADialogBeginsAtTheUsualPlace) {
+  MakeFolder("sub");
+  const auto folderOf = [this](const std::string& start) {
+    std::string folder;
+    script_.Expect("Select", [&folder](QWidget& window) {
+      folder = FolderOf(window);
+      QTest::keyClick(&window, Qt::Key_Escape);
+    });
+    EXPECT_EQ(dialogs_.BrowseFolder("Select", start), std::nullopt);
+    return folder;
+  };
+  script_.Expect("Select", [](QWidget& window) { Click(Find<QPushButton>(window, "Choose")); });
+  EXPECT_EQ(dialogs_.BrowseFolder("Select", At("sub")), At("sub"));  // which is the usual place from now on
+  EXPECT_EQ(folderOf(""), At("sub/"));
+  EXPECT_EQ(folderOf("gedit"), At("sub/"));
 }
 
 TEST_F(QtDialogsTest, AFolderIsLookedForAsFarAsItsPathExists) {
@@ -144,6 +245,10 @@ TEST_F(QtDialogsTest, AFolderIsLookedForAsFarAsItsPathExists) {
   EXPECT_EQ(dialogs_.BrowseFolder("Select", At("sub/gone/deeper")), std::nullopt);
   expectAt(At("sub"));
   EXPECT_EQ(dialogs_.BrowseFolder("Select", At("sub")), std::nullopt);
+  MakeFolder("sub/odd\xFF");
+  MakeFolder("sub/odd\uFFFD");
+  expectAt(At("sub"));
+  EXPECT_EQ(dialogs_.BrowseFolder("Select", At("sub/odd\xFF")), std::nullopt);
   script_.Expect("Select", [](QWidget& window) {
     EXPECT_EQ(static_cast<QFileDialog&>(window).fileMode(), QFileDialog::Directory);
     Click(Find<QPushButton>(window, "Choose"));

@@ -14,6 +14,8 @@
 #include <functional>
 #include <ostream>
 
+#include "qt/program_style.h"
+
 // For the messages of failed tests.
 inline void PrintTo(const QString& text, std::ostream* out) { *out << '"' << text.toStdString() << '"'; }
 
@@ -43,7 +45,7 @@ inline int RunWindowTests(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   qputenv("QT_QPA_PLATFORMTHEME", "");
   QApplication application(argc, argv);
-  QApplication::setStyle("Fusion");
+  QApplication::setStyle(new ProgramStyle("Fusion"));  // the application owns it
   QApplication::setFont(PinnedFont(kFontPoints));
   QApplication::setQuitOnLastWindowClosed(false);
   testing::InitGoogleTest(&argc, argv);

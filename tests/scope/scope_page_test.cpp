@@ -155,6 +155,10 @@ TEST_F(ScopePageTest, WithoutAFileTypeNothingIsAdded) {
   scope.txtExt.SetText("");
   scope.TabPath.Select(kDateTab);
   seen.clear();
+  scope.txtExt.Listen([this](const Notice& notice) {
+    if (notice.what != Notice::What::BackColor) return;
+    EXPECT_EQ(scope.TabPath.SelectedTab(), kPathTab) << "it flashes where it can't be seen";
+  });
   Expect("Please input file type.", "");
   Add("/data");
   EXPECT_THAT(Rows(scope.lstPath), IsEmpty());

@@ -7,11 +7,13 @@
 #include <algorithm>
 #include <atomic>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "results/counters.h"
 #include "results/sort_list.h"
+#include "shell/job_observer.h"
 #include "shell/search_fixture.h"
 #include "support/failure_of.h"
 
@@ -367,7 +369,15 @@ TEST_F(SearchControlTest, ASearchAfterACancelledOneRunsThrough) {
   EXPECT_EQ(frm.results.List(ResultList::Duplicates).Count(), 4);
 }
 
+TEST_F(SearchControlTest, ACancelWithoutASearchDoesNothing) {
+  frm.msgBar.Text = "Completed";
+  control.CancelSearch();
+  EXPECT_EQ(frm.msgBar.Text(), "Completed");
+  EXPECT_FALSE(progress.CancelSrch);
+}
+
 TEST_F(SearchControlTest, CancelStopsTheTimerAtOnce) {
+  frm.cmdSrch.Caption = kCancelCaption;
   frm.tmrProgress.Enabled = true;
   frm.tmrProgress.Tag = "7";
   control.CancelSearch();
@@ -375,6 +385,22 @@ TEST_F(SearchControlTest, CancelStopsTheTimerAtOnce) {
   EXPECT_TRUE(progress.CancelSrch);
   EXPECT_FALSE(frm.tmrProgress.Enabled());
   EXPECT_EQ(frm.tmrProgress.Tag(), "");
+}
+
+TEST_F(SearchControlTest, WhatWaitsInTheLineAtACancelTakesNothingBack) {
+  frm.cmdSrch.Caption = kCancelCaption;
+  JobLine<DeskChange> line(events, 8);
+  JobObserver observer(line, progress);
+  observer.EnableTimer(true);
+  observer.ShowMessage("Searching duplicated files ...");
+  observer.ShowList(ResultList::Duplicates, false);
+  control.CancelSearch();
+  const SearchDesk desk{frm, progress, dialogs};
+  std::optional<DeskChange> change;
+  while (line.Take(change) == JobLine<DeskChange>::Next::Notice) (*change)(desk);
+  EXPECT_EQ(frm.msgBar.Text(), "Stopping ...");
+  EXPECT_FALSE(frm.tmrProgress.Enabled());
+  EXPECT_FALSE(frm.results.List(ResultList::Duplicates).Visible()) << "what isn't about the progress comes as ever";
 }
 
 TEST_F(SearchControlTest, AFailureComesThroughAndLeavesTheWindowUsable) {

@@ -232,7 +232,7 @@ TEST_F(SessionCommandsTest, NothingIsLeftOfATickThatCameWhileItLoaded) {
   });
   events.onPump = [&] {
     events.Tick();
-    ticked = frm.pbMain.Value() > 0 && frm.msgBar.Text().starts_with("Loading search session ");
+    ticked = ticked || (frm.pbMain.Value() > 0 && frm.msgBar.Text().starts_with("Loading search session "));
   };
   Load();
   EXPECT_TRUE(ticked);
