@@ -31,6 +31,11 @@ void Progress::ClearTag() {
   tmrProgress_.Tag = "";
 }
 
+void Progress::StartTag(std::int64_t index) {
+  BeginPhase();
+  tmrProgress_.Tag = std::to_string(index);
+}
+
 std::string Progress::Elapsed() const {
   return FormatElapsed(static_cast<std::int64_t>(std::floor(events_.Seconds() - SrchStartTime)));
 }

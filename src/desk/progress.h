@@ -47,6 +47,8 @@ class Progress {
   void SetTag(std::int64_t index);
   // Empties the timer's Tag now and begins a phase.
   void ClearTag();
+  // Begins a phase whose first figure this is, shown from now on.
+  void StartTag(std::int64_t index);
 
   // "hh:mm:ss" since SrchStartTime.
   std::string Elapsed() const;

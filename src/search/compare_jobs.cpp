@@ -1,8 +1,8 @@
 #include "search/compare_jobs.h"
 
 #include <algorithm>
+#include <atomic>
 #include <memory>
-#include <mutex>
 #include <span>
 
 #include "search/comp_file_cnt.h"
@@ -17,10 +17,14 @@ namespace {
 // Of a file that turns out to be equal the kernel's own reading ahead brings the rest.
 constexpr std::int64_t kAheadEach = 128 << 10;
 
+std::int32_t FilesOf(const CompareRun& run) { return run.dupEnd - run.dupStart + 1; }
+
 class CompareJobs {
  public:
-  CompareJobs(FileProps& table, std::span<const CompareRun> runs, const CompareChoices& choices, const HeadPorts& ports)
-      : table_(table), runs_(runs), choices_(choices), ports_(ports), done_(runs.size()) {
+  // `done` files have been settled without being compared.
+  CompareJobs(FileProps& table, const CompareChoices& choices, const HeadPorts& ports, std::int32_t done)
+      : table_(table), choices_(choices), ports_(ports), done_(done) {
+    ports.observer.StartTag(Figure(done));
     const std::size_t threads = ports.pool.Threads();
     for (std::size_t k = 0; k < threads; ++k) {
       compares_.push_back(std::make_unique<FileCompare>(ComparePorts{ports.kept, ports.stop, ports.limits, threads}));
@@ -81,17 +85,11 @@ class CompareJobs {
   void Close(const CompareRun& run) {
     if (ports_.stop.Stopped()) return DropGroups(run);
     if (!choices_.isAllSrchTarget) ReChkSrchTarget(table_, run.dupStart, run.dupEnd);
-    TellDone(static_cast<std::size_t>(&run - runs_.data()));
+    ports_.observer.SetTag(Figure(done_ += FilesOf(run)));
   }
 
-  // What the user sees goes along the table, although runs are done in another order.
-  void TellDone(std::size_t run) {
-    const std::lock_guard lock(mutex_);
-    done_[run] = true;
-    for (; told_ < runs_.size() && done_[told_]; ++told_) {
-      ports_.observer.SetTag(std::min(runs_[told_].dupEnd + 1, table_.Last()));
-    }
-  }
+  // A run that reaches back has a record in common with the one in front of it.
+  std::int32_t Figure(std::int32_t done) const { return std::min(done, table_.Last()); }
 
   // Of a run that was stopped half-way nothing is listed as equal.
   void DropGroups(const CompareRun& run) {
@@ -102,12 +100,9 @@ class CompareJobs {
   }
 
   FileProps& table_;
-  const std::span<const CompareRun> runs_;
   const CompareChoices& choices_;
   const HeadPorts& ports_;
-  std::mutex mutex_;
-  std::vector<bool> done_;                              // by run
-  std::size_t told_ = 0;                                // all runs in front of this one are done
+  std::atomic<std::int32_t> done_;                      // files
   std::vector<std::unique_ptr<FileCompare>> compares_;  // by thread
 };
 
@@ -115,7 +110,9 @@ class CompareJobs {
 
 void CompareRuns(FileProps& table, const std::vector<CompareRun>& runs, const CompareChoices& choices,
                  const HeadPorts& ports) {
-  CompareJobs jobs(table, runs, choices, ports);
+  std::int32_t settled = table.Last() + 1;
+  for (const CompareRun& run : runs) settled -= FilesOf(run);
+  CompareJobs jobs(table, choices, ports, settled);
   for (std::size_t begin = 0, end; begin < runs.size(); begin = end) {
     for (end = begin + 1; end < runs.size() && !runs[end].reachesBack;) ++end;
     jobs.Compare(std::span(runs).subspan(begin, end - begin));

@@ -19,8 +19,8 @@ struct CompareChoices {
 };
 
 // Compares each run, in any order and by all threads: runs share no records, except one that reaches back, which waits
-// until all in front of it are done. Long files come first, each run of them by all threads together. The tag tells how
-// far along the table everything is done.
+// until all in front of it are done. Long files come first, each run of them by all threads together. The tag starts at
+// the number of files that are in no run, and goes on with those of each run that is done.
 void CompareRuns(FileProps& table, const std::vector<CompareRun>& runs, const CompareChoices& choices,
                  const HeadPorts& ports);
 

@@ -133,6 +133,7 @@ class Search {
     ports_.observer.SetProgressMsg("Search duplicate files in [value] of " + Count() + " files...");
     if (!Wants(SrchType::Duplicates)) return true;
     if (Stopped()) return false;
+    ports_.observer.StartTag(kept_);
     kept_ = std::max(kept_, 1);
     std::vector<CompareRun> runs;
     const auto same = [&](std::int32_t i) { return table_[i].Sz == table_[i - 1].Sz; };
@@ -163,9 +164,7 @@ class Search {
     ports_.observer.SetBar(0);
     if (kept_ > table_.Last()) return;
     while (table_[kept_].Sz < limits_.portionFrom && kept_ < table_.Last()) ++kept_;
-    HeadPorts ports = headPorts_;
-    ports.headObserver = &ports_.observer;
-    const auto runs = CutByHeads(table_, kept_, table_.Last(), request_.isAllSrchTarget, headsRead_, ports);
+    const auto runs = CutByHeads(table_, kept_, table_.Last(), request_.isAllSrchTarget, headsRead_, headPorts_);
     ports_.observer.SetProgressMsg("Search file portions in [value] of " + Count() + " files...");
     ports_.observer.SetBar(0);
     Compare(runs, SizeRule::DifferentSizes);

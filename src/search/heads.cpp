@@ -111,7 +111,7 @@ class HeadOrder {
   void ReadRecord(std::uint32_t record, std::int64_t offset, std::span<char> into) {
     const std::int32_t index = first_ + static_cast<std::int32_t>(record);
     if (!ReadPart(table_, index, ports_, offset, into)) table_[index].DupGrp = kReadError;
-    if (ports_.headObserver != nullptr) ports_.headObserver->SetTag(index);
+    ports_.observer.SetTag(index);
   }
 
   // Sorts each tie by its parts of `length` bytes and leaves the smaller ties that they fall into. Word by word, since

@@ -20,11 +20,8 @@ struct HeadPorts {
   KeptFiles& kept;  // what was opened stays there
   ThreadPool& pool;
   const StopToken& stop;
-  SearchObserver& observer;
+  SearchObserver& observer;  // gets the index of each file whose head is read as its tag
   const SearchLimits& limits;
-  // Gets the index of each file whose head is read as its tag, where the heads are a phase of their own. The heads of
-  // big runs are read before any run is compared, and their figures would run ahead of it.
-  SearchObserver* headObserver = nullptr;
 };
 
 // For each record from `first` to `last` a number that orders the heads as their bytes do and is equal for equal heads.

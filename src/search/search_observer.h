@@ -35,6 +35,7 @@ class SearchObserver {
   virtual void SetItemsCnt(std::int64_t count) = 0;   // files that the bar's 100 stands for
   virtual void SetTag(std::int64_t index) = 0;        // progress value; called for each file, must be cheap
   virtual void ClearTag() = 0;
+  virtual void StartTag(std::int64_t index) = 0;  // figures start at this one, even if there were higher ones
   virtual void SetBar(int percent) = 0;
   virtual void EnableTimer(bool on) = 0;
   virtual void ShowList(ResultList list, bool visible) = 0;

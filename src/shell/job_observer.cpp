@@ -33,6 +33,10 @@ void JobObserver::ClearTag() {
   line_.Post([](const SearchDesk& desk) { desk.progress.ClearTag(); });
 }
 
+void JobObserver::StartTag(std::int64_t index) {
+  line_.Post([index](const SearchDesk& desk) { desk.progress.StartTag(index); });
+}
+
 void JobObserver::SetBar(int percent) {
   line_.Post([percent](const SearchDesk& desk) { desk.frm.pbMain.Value = static_cast<float>(percent); });
 }

@@ -31,6 +31,7 @@ class JobObserver final : public SearchObserver {
   void SetItemsCnt(std::int64_t count) override;
   void SetTag(std::int64_t index) override { progress_.SetTag(index); }
   void ClearTag() override;
+  void StartTag(std::int64_t index) override;
   void SetBar(int percent) override;
   void EnableTimer(bool on) override;
   void ShowList(ResultList list, bool visible) override;

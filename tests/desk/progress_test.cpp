@@ -83,6 +83,18 @@ TEST_F(ProgressTest, ClearTagTakesBackWhatWasSet) {
   EXPECT_EQ(tmrProgress.Tag(), "");
 }
 
+TEST_F(ProgressTest, StartTagGoesBackToALowerFigureAtOnce) {
+  progress.SetTag(90);
+  TickAt(1);
+  progress.StartTag(5);
+  EXPECT_EQ(tmrProgress.Tag(), "5");
+  TickAt(2);
+  EXPECT_EQ(tmrProgress.Tag(), "5");
+  progress.SetTag(6);
+  TickAt(3);
+  EXPECT_EQ(tmrProgress.Tag(), "6");
+}
+
 TEST_F(ProgressTest, PassesOverFailuresAndStillLooksForTheCancel) {
   pbMain.Value = 40;
   tmrProgress.Tag = "no number";

@@ -33,6 +33,7 @@ class SearchLog final : public SearchObserver {
     if (onTag) onTag(index);
   }
   void ClearTag() override { events.push_back("tag cleared"); }
+  void StartTag(std::int64_t index) override { SetTag(index); }
   void SetBar(int percent) override { events.push_back("bar " + std::to_string(percent)); }
   void EnableTimer(bool on) override { events.push_back(on ? "timer on" : "timer off"); }
   void ShowList(ResultList list, bool visible) override {

@@ -271,26 +271,30 @@ TEST(SrchPortion, StopWhileHeadsAreReadComparesNothing) {
 }
 
 // They are read before any run is compared: a figure from them would have to fall back to the runs in front.
-TEST(SrchPortion, HeadsOfBigRunsTellNoFigure) {
+TEST(SrchPortion, HeadsOfBigRunsTellTheirFiguresBeforeThoseOfTheComparison) {
   MemoryFileSystem files;
   for (std::size_t size = 1; size <= 40; ++size) {
     for (const char* folder : {"/d/1/", "/d/2/"}) files.MakeFile(folder + std::to_string(size), std::string(size, 'x'));
   }
-  constexpr std::int64_t kBigRun = 80;
+  files.MakeFile("/d/alone", std::string(500, 'x'));
   for (int k = 0; k < 300; ++k) files.MakeFile("/d/big/" + std::to_string(k), std::string(1000, 'x'));
   SearchLog log;
-  std::vector<std::size_t> told;  // figures before each head
+  std::vector<std::size_t> heads;  // how many figures were told before each
   files.SetHook([&](const MemoryFileSystem::Call& call) {
-    if (call.op == MemoryFileSystem::Op::Read && call.length == 400) told.push_back(log.tags.size());
+    if (call.op == MemoryFileSystem::Op::Read && call.length == 400) heads.push_back(log.tags.size());
   });
   StopToken stop;
   ThreadPool pool(1);
   FakeShell shell;
   ExecSrch(Duplicates(), {files, shell, FakeVersions(), pool, stop, log});
-  ASSERT_GE(told.size(), 300U);
-  EXPECT_EQ(told.front(), told.back());
-  ASSERT_LT(told.back(), log.tags.size());
-  EXPECT_LT(log.tags[told.back()], kBigRun);
+  ASSERT_GE(heads.size(), 300U);
+  EXPECT_EQ(log.tags[heads[0] - 1], 0);
+  EXPECT_EQ(log.tags[heads[299]], 380);
+  const auto comparison = log.tags.begin() + static_cast<std::ptrdiff_t>(heads[299]) + 1;
+  EXPECT_EQ(*comparison, 1);  // the file that is alone
+  const auto showing = comparison + 42;
+  EXPECT_TRUE(std::is_sorted(comparison, showing));
+  EXPECT_EQ(*(showing - 1), 380);
 }
 
 TEST(SrchPortion, HeadsOfAPortionSearchTellTheirFigures) {

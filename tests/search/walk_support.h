@@ -27,6 +27,7 @@ class WalkRecorder final : public SearchObserver {
   void SetItemsCnt(std::int64_t) override {}
   void SetTag(std::int64_t) override {}
   void ClearTag() override {}
+  void StartTag(std::int64_t) override {}
   void SetBar(int percent) override { bars.push_back(percent); }
   void EnableTimer(bool) override {}
   void ShowList(ResultList, bool) override {}
