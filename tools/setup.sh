@@ -2,7 +2,7 @@
 
 build_packages="g++ cmake ninja-build pkg-config libutf8proc-dev libcli11-dev nlohmann-json3-dev \
 qt6-base-dev qt6-svg-dev libwmf-dev libemf2svg-dev breeze-icon-theme fonts-dejavu-core"
-test_packages="libgtest-dev libgmock-dev clang-format clang-tidy python3 locales xvfb openbox xdotool x11-utils imagemagick"
+test_packages="libgtest-dev libgmock-dev clang-format clang-tidy python3 locales xvfb openbox xdotool x11-utils imagemagick pandoc"
 coverage_packages="gcovr"
 fuzz_packages="clang libclang-rt-dev llvm"
 

@@ -42,6 +42,7 @@ WindowProgram::WindowProgram(const FileWriters& writers, const UserFolders& fold
   binder_.OnHelp = [this](std::int32_t context) { window_.Help(context); };
   forms_.ShowWhileVisible(window_.Files().frmFileProgress);
   forms_.ShowWhileVisible(window_.frmTip, view_);
+  forms_.ShowWhileVisible(window_.frmHelp);
 }
 
 MainWindowPorts WindowProgram::Ports(const std::string& executableFolder) {

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
@@ -127,22 +128,57 @@ void ShowEntries(const ComboBox& control, QComboBox& widget) {
   for (std::int32_t i = 0; i < control.ListCount(); ++i) widget.addItem(EditText(control.List(i)));
 }
 
+void BindToolTip(Control& control, QWidget& widget) {
+  ShowValue(control, widget, Notice::What::ToolTip, [&] { widget.setToolTip(PlainToolTip(control.ToolTipText())); });
+  widget.setToolTipDuration(kToolTipMilliseconds);
+}
+
 Qt::CheckState TickOf(bool ticked) { return ticked ? Qt::Checked : Qt::Unchecked; }
 
-// Which control a widget shows.
+// Which control a widget or an item of a menu shows.
 constexpr char kControl[] = "control";
-void SetControl(Control& control, QWidget& widget) {
-  widget.setProperty(kControl, QVariant::fromValue(static_cast<void*>(&control)));
+void SetControl(Control& control, QObject& shown) {
+  shown.setProperty(kControl, QVariant::fromValue(static_cast<void*>(&control)));
+}
+const Control* ControlOf(const QObject& shown) {
+  return static_cast<const Control*>(shown.property(kControl).value<void*>());
 }
 
 // The topic of what a widget shows, or of the nearest around it that has one; 0 for none.
 std::int32_t HelpTopicAt(const QWidget* widget) {
   for (; widget != nullptr; widget = widget->parentWidget()) {
-    const auto* const control = static_cast<const Control*>(widget->property(kControl).value<void*>());
+    const Control* const control = ControlOf(*widget);
     if (control != nullptr && control->HelpContextID != 0) return control->HelpContextID;
   }
   return 0;
 }
+
+// The same for the highlighted item of a menu.
+std::int32_t HelpTopicOf(const QMenu& menu) {
+  const QAction* const action = menu.activeAction();
+  const Control* const item = action == nullptr ? nullptr : ControlOf(*action);
+  return item != nullptr && item->HelpContextID != 0 ? item->HelpContextID : HelpTopicAt(&menu);
+}
+
+// A menu takes all keys for itself.
+class MenuHelp : public QObject {
+ public:
+  MenuHelp(QMenu& menu, std::function<void(std::int32_t topic)> ask)
+      : QObject(&menu), menu_(menu), ask_(std::move(ask)) {
+    menu.installEventFilter(this);
+  }
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() != QEvent::KeyPress || static_cast<QKeyEvent*>(event)->key() != Qt::Key_F1) return false;
+    const std::int32_t topic = HelpTopicOf(menu_);
+    menu_.close();
+    ask_(topic);
+    return true;
+  }
+
+ private:
+  QMenu& menu_;
+  const std::function<void(std::int32_t topic)> ask_;
+};
 
 }  // namespace
 
@@ -151,8 +187,7 @@ QString Caption(const std::string& caption) { return ShownLine(caption); }
 void Binder::BindState(Control& control, QWidget& widget) const {
   ShowValue(control, widget, Notice::What::Enabled, [&] { widget.setEnabled(control.Enabled()); });
   ShowValue(control, widget, Notice::What::Visible, [&] { widget.setVisible(control.Visible()); });
-  ShowValue(control, widget, Notice::What::ToolTip, [&] { widget.setToolTip(PlainToolTip(control.ToolTipText())); });
-  widget.setToolTipDuration(kToolTipMilliseconds);
+  BindToolTip(control, widget);
   SetControl(control, widget);
   Follow(control, widget, [&](const Notice& notice) {
     if (notice.what == Notice::What::Focus) widget.setFocus(Qt::OtherFocusReason);
@@ -171,9 +206,18 @@ void Binder::BindHelp(Control& form, QWidget& window) const {
   auto* const key = new QShortcut(QKeySequence(Qt::Key_F1), &window);
   QObject::connect(key, &QShortcut::activated, &window, [this, &window] {
     const QWidget* const focus = window.focusWidget();
-    const std::int32_t topic = HelpTopicAt(focus == nullptr ? &window : focus);
-    if (OnHelp && topic != 0) Deliver([&] { OnHelp(topic); });
+    AskHelp(HelpTopicAt(focus == nullptr ? &window : focus));
   });
+}
+
+void Binder::BindHelp(QMenu& menu) const {
+  new MenuHelp(menu, [this](std::int32_t topic) { AskHelp(topic); });  // the menu's child
+}
+
+void Binder::BindItem(Control& item, QAction& action) const { SetControl(item, action); }
+
+void Binder::AskHelp(std::int32_t topic) const {
+  if (OnHelp && topic != 0) Deliver([&] { OnHelp(topic); });
 }
 
 void Binder::Bind(Button& control, QPushButton& widget) const {
@@ -216,10 +260,8 @@ void Binder::Bind(Label& control, QLabel& widget) const {
 
 void Binder::Bind(Panel& control, QLabel& widget) const {
   widget.setTextFormat(Qt::PlainText);
-  ShowValue(control, widget, Notice::What::Text, [&] {
-    widget.setText(ShownLine(control.Text()));
-    widget.setToolTip(PlainToolTip(control.Text()));  // for what the panel is too short for
-  });
+  ShowValue(control, widget, Notice::What::Text, [&] { widget.setText(ShownLine(control.Text())); });
+  BindToolTip(control, widget);
 }
 
 void Binder::Bind(Frame& control, QGroupBox& widget) const {

@@ -23,11 +23,13 @@
 #include "qt/qt_event_queue.h"
 #include "qt/twips.h"
 
+class QAction;
 class QComboBox;
 class QGroupBox;
 class QLabel;
 class QLineEdit;
 class QListWidget;
+class QMenu;
 class QProgressBar;
 class QPushButton;
 class QCheckBox;
@@ -68,6 +70,10 @@ class Binder {
 
   // F1 in the window of `form` asks OnHelp for the topic of the control that has the keys, or of what that stands in.
   void BindHelp(Control& form, QWidget& window) const;
+  // The same in an open menu, which closes: for the item that is highlighted, or the window.
+  void BindHelp(QMenu& menu) const;
+  // Which item that is.
+  void BindItem(Control& item, QAction& action) const;
   std::function<void(std::int32_t context)> OnHelp;
 
   // Runs what the user set off; nothing of it gets into the toolkit.
@@ -78,6 +84,8 @@ class Binder {
   const Twips& Scale() const { return twips_; }
 
  private:
+  void AskHelp(std::int32_t topic) const;
+
   QtEventQueue& events_;
   const Twips twips_;
 };

@@ -312,11 +312,6 @@ void ListWidget::keyboardSearch(const QString& search) {
 }
 
 bool ListWidget::viewportEvent(QEvent* event) {
-  if (event->type() == QEvent::Leave) {
-    binder_.Deliver([&] {
-      if (list_.OnMouseMove) list_.OnMouseMove(0);
-    });
-  }
   if (event->type() != QEvent::ToolTip || !look_.hoverText) return QTreeView::viewportEvent(event);
   QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), PlainToolTip(look_.hoverText()), viewport(), {},
                      kToolTipMilliseconds);

@@ -97,6 +97,7 @@ MainWindowView::MainWindowView(FrmMain& frm, const Binder& binder, const ListTip
 void MainWindowView::BuildMenus() {
   for (Menu* const menu : frm_.Menus()) {
     QMenu* const shown = menuBar_.addMenu(Caption(menu->Caption()));
+    binder_.BindHelp(*shown);
     connect(shown, &QMenu::aboutToShow, this, [this, menu] { binder_.Deliver(menu->OnOpen); });
     shown->menuAction()->setEnabled(menu->Enabled());
     Follow(*menu, *this, [menu, shown](const Notice& notice) {
@@ -120,6 +121,7 @@ void MainWindowView::AddItem(Menu& menu, MenuItem& item, QMenu& shown) {
   QAction* const action = shown.addAction(text);
   if (const char* const icon = IconNameOf(frm_, item)) action->setIcon(ThemeIcon(icon));
   action->setEnabled(item.Enabled());
+  binder_.BindItem(item, *action);
   connect(action, &QAction::triggered, this, [this, &item] { binder_.Deliver(item.OnClick); });
   Follow(item, *this, [action, &item](const Notice& notice) {
     if (notice.what == Notice::What::Enabled) action->setEnabled(item.Enabled());

@@ -47,6 +47,10 @@ void QtForms::Show(Form& form, Owner owner) {
 
 void QtForms::ShowWhileVisible(FrmFileProgress& form) { Show(form, ModalOwner); }
 
+void QtForms::ShowWhileVisible(FrmHelp& form) {
+  Show(form, [] { return nullptr; });
+}
+
 void QtForms::ShowWhileVisible(FrmTip& form, QWidget& owner) {
   Show(form, [&owner] { return &owner; });
 }

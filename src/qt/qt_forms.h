@@ -7,6 +7,7 @@
 #include "desk/guarded_msg.h"
 #include "fileops/file_commands.h"
 #include "qt/form_dialog.h"
+#include "shell/frm_help.h"
 #include "shell/frm_tip.h"
 #include "shell/shell_forms.h"
 
@@ -23,6 +24,7 @@ class QtForms : public ModalForms, public FileForms, public ShellForms {
   // From now on the form's window is on the screen while the form is Visible: over all others, or over `owner`.
   void ShowWhileVisible(FrmFileProgress& form);
   void ShowWhileVisible(FrmTip& form, QWidget& owner);
+  void ShowWhileVisible(FrmHelp& form);  // where the desktop likes
 
   void ShowModal(FrmOptions& form) override;
   void ShowModal(FrmSmartDel& form, const ListTip& tips) override;

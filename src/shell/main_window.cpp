@@ -1,5 +1,7 @@
 #include "shell/main_window.h"
 
+#include <algorithm>
+#include <initializer_list>
 #include <utility>
 
 #include "base/path.h"
@@ -13,13 +15,15 @@
 namespace tresmor {
 namespace {
 
-constexpr char kHelpFile[] = "Tresmor.chm";
+constexpr char kHelpFolder[] = "help";
 constexpr char kErrorPicture[] = "err_read.bmp";
 
 }  // namespace
 
 MainWindow::MainWindow(const MainWindowPorts& ports, MainWindowHooks hooks)
     : frmTip({ports.files, ports.settings, ports.dialogs, ports.random}),
+      frmHelp({ports.files, ports.shell, ports.dialogs},
+              JoinPath(ports.programFolder, kHelpFolder, ports.files.Style())),
       ports_(ports),
       hooks_(std::move(hooks)),
       dispatch_(ports.dialogs, {.restore = [this] { RestoreAfterFailure(); },
@@ -68,11 +72,13 @@ MainWindow::MainWindow(const MainWindowPorts& ports, MainWindowHooks hooks)
                     .settings = ports.settings,
                     .forms = ports.shellForms,
                     .style = ports.files.Style(),
-                    .Help = HelpPage(kMarkPage)}) {
+                    .Help = [this] { Help(kMarkPage); }}) {
   frm.Visible = false;
   frm.screen = &ports_.screen;
   frm.txtPath.SetText(ports_.shell.FirstFolder());
   BindListTips(frm, options_, tips_);
+  BindMessageTip(frm, options_);
+  fileCommands_.frmFileOper.HelpContextID = frm.mnuDelete.HelpContextID;
   BindButtons();
   BindMenus();
   BindFileMenu();
@@ -100,7 +106,7 @@ void MainWindow::BindMenus() {
 }
 
 void MainWindow::BindHelpMenu() {
-  frm.mnuHelp.OnClick = HelpPage(kQuickStartPage);
+  frm.mnuHelp.OnClick = [this] { Help(kQuickStartPage); };
   frm.mnuSuppForum.OnClick = [this] { ports_.shell.OpenUrl(SupportAddress()); };
   frm.mnuWebSite.OnClick = [this] { ports_.shell.OpenUrl(WebSiteAddress()); };
   frm.mnuEmail.OnClick = [this] { ports_.shell.OpenUrl(MailAddress()); };
@@ -108,13 +114,8 @@ void MainWindow::BindHelpMenu() {
   frm.mnuAbout.OnClick = [this] { ShowAbout(ports_.dialogs, ports_.version); };
 }
 
-std::function<void()> MainWindow::HelpPage(const char* page) {
-  if (!hooks_.Help) return nullptr;
-  return [this, page] { hooks_.Help(page); };
-}
-
-void MainWindow::Help(std::int32_t context) {
-  if (hooks_.Help) dispatch_.RunPassive([&] { hooks_.Help(context); });
+void MainWindow::Help(const HelpTopic& topic) {
+  dispatch_.RunPassive([&] { frmHelp.Show(topic); });
 }
 
 void MainWindow::BindFileMenu() {
@@ -148,9 +149,10 @@ void MainWindow::BindTimers() {
 }
 
 void MainWindow::BindDispatch() {
+  const std::initializer_list<const MenuItem*> ownWays = {&frm.mnuSrch, &frm.MnuQuit, &frm.mnuHelp};
   for (const Menu* const menu : frm.Menus()) {
     for (MenuItem* const item : menu->Items()) {
-      if (item != nullptr && item != &frm.mnuSrch && item != &frm.MnuQuit) dispatch_.BindAction(item->OnClick);
+      if (item != nullptr && !std::ranges::count(ownWays, item)) dispatch_.BindAction(item->OnClick);
     }
   }
   dispatch_.BindAction(frm.cmdNewSrch.OnClick);
@@ -194,12 +196,11 @@ std::string MainWindow::ProgramFile(const char* name) const {
 
 // Each step relies on those before it.
 void MainWindow::StartUp() {
-  helpFile_ = ProgramFile(kHelpFile);
   InitProgressBar(frm);
   Init(frm);
   LoadSettings(ports_.settings, ports_.shell, ports_.now(), Settings());
   if (options_.NoTooltipsOpt != 1) InitTooltips(frm);
-  RemindOfUpdate(options_, ports_.now(), ports_.shell, ports_.dialogs, ports_.version);
+  RemindOfUpdate(options_, ports_.now, ports_.shell, ports_.dialogs, ports_.version);
   TakeLatest(frm.txtPath);
   TakeLatest(frm.txtExt);
   if (ShowTipsAtStartup(ports_.settings)) frmTip.Load(ports_.programFolder);
@@ -235,6 +236,7 @@ void MainWindow::Close() {
   dispatch_.RunPassive([this] { SaveSettings(ports_.settings, Settings()); });
   ReleaseProgressBar(frm);
   frmTip.Visible = false;
+  frmHelp.Close();
 }
 
 void MainWindow::RestoreAfterFailure() {

@@ -21,9 +21,9 @@
 #include "results/preview.h"
 #include "scope/scope_page.h"
 #include "shell/export_command.h"
+#include "shell/frm_help.h"
 #include "shell/frm_main.h"
 #include "shell/frm_tip.h"
-#include "shell/help.h"
 #include "shell/options_dialog.h"
 #include "shell/result_page.h"
 #include "shell/search_button.h"
@@ -58,7 +58,6 @@ struct MainWindowPorts {
 
 // What the window calls and is no part of it. What needs a hook that isn't set can't be chosen.
 struct MainWindowHooks {
-  ShowHelp Help;
   // A sheet of a file's properties for mnuPropPage, where the desktop has none.
   std::function<void(const std::string& file)> OwnFileProp;
 };
@@ -73,6 +72,7 @@ class MainWindow {
 
   FrmMain frm;
   FrmTip frmTip;
+  FrmHelp frmHelp;
 
   // What the program does first, once, when whoever shows the form listens to it already. The form becomes Visible when
   // all is done, so that boxes of the start come before it.
@@ -82,10 +82,8 @@ class MainWindow {
   const ListTip& Tips() const { return tips_; }
   // The dialogs of the commands on files.
   FileCommands& Files() { return fileCommands_; }
-  // The program's help, from Load on.
-  const std::string& HelpFile() const { return helpFile_; }
-  // Shows the topic of a HelpContextID, for whoever is asked for it. Does nothing where there is no help.
-  void Help(std::int32_t context);
+  // Shows the help about a topic, for whoever is asked for it; at any time, on top of an action too.
+  void Help(const HelpTopic& topic);
 
  private:
   void BindButtons();
@@ -110,7 +108,6 @@ class MainWindow {
   bool MayClose();
   void Close();
   void RestoreAfterFailure();
-  std::function<void()> HelpPage(const char* page);
   SettingsOwner Settings() { return {frm.txtPath, frm.txtExt, presets_, options_}; }
 
   const MainWindowPorts ports_;
@@ -119,7 +116,6 @@ class MainWindow {
   ActionDispatch cancel_;  // of a search: runs on top of it, but not of itself
   OneAction refusal_;      // of closing
   bool closeLater_ = false;
-  std::string helpFile_;
 
   Options options_;
   Presets presets_;

@@ -25,8 +25,8 @@ void SmartMarkerDialog::Show() {
   ActionDispatch inDialog(ports_.rules.dialogs);
   ListTip tips{owner_.hovered, {}};
   Load(frm, asked);
-  Bind(frm, inDialog);
   BindListTip(frm.lstFolder, TipRows::Folders, owner_.options, tips);
+  Bind(frm, inDialog);
   // Its rules are for the list on show, and the user may have gone to another one meanwhile.
   results.tabMain.Select(static_cast<std::int32_t>(asked) + 1);
   frm.Visible = true;
@@ -88,7 +88,6 @@ void SmartMarkerDialog::Bind(FrmSmartDel& frm, ActionDispatch& inDialog) const {
   frm.cmdClearMarks.OnClick = [this] { SetAllMarks(owner_.frm.results, false); };
   frm.CancelButton.OnClick = [&frm] { frm.Visible = false; };
   frm.cmdHelp.OnClick = ports_.Help;
-  frm.cmdHelp.Enabled = static_cast<bool>(ports_.Help);
   frm.cmdSelAll.OnClick = [&frm] { SelAllFolders(frm, true); };
   frm.cmdClrAll.OnClick = [&frm] { SelAllFolders(frm, false); };
   frm.cmdGetSelections.OnClick = [this, &frm] {
@@ -101,6 +100,7 @@ void SmartMarkerDialog::Bind(FrmSmartDel& frm, ActionDispatch& inDialog) const {
     inDialog.BindAction(button->OnClick);
   }
   inDialog.BindPassive(frm.cmbPattern.OnClick);
+  inDialog.BindPassive(frm.lstFolder.OnMouseMove);
 }
 
 }  // namespace tresmor

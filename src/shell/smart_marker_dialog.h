@@ -30,7 +30,7 @@ struct SmartMarkerDialogPorts {
   SettingsStore& settings;
   ShellForms& forms;
   PathStyle style;
-  std::function<void()> Help;  // shows the help's page about marks; none where there is no help
+  std::function<void()> Help;  // shows the help's page about marks
 };
 
 // Interface thread.

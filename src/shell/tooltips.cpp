@@ -31,6 +31,7 @@ std::vector<Tooltip> TooltipsOf(FrmMain& frm) {
 
 void InitTooltips(FrmMain& frm) {
   for (const Tooltip& tip : TooltipsOf(frm)) tip.control.ToolTipText = tip.text;
+  frm.msgBar.ToolTipText = frm.msgBar.Text();
 }
 
 void InitTooltips(FrmSmartDel& frm) {
@@ -40,8 +41,16 @@ void InitTooltips(FrmSmartDel& frm) {
   frm.cmdClearMarks.ToolTipText = frm.cmdMark.ToolTipText();  // people know it so
 }
 
+void BindMessageTip(FrmMain& frm, const Options& options) {
+  frm.msgBar.Listen([&](const Notice& notice) {
+    if (notice.what != Notice::What::Text || notice.when != Notice::When::After) return;
+    if (options.NoTooltipsOpt != 1) frm.msgBar.ToolTipText = frm.msgBar.Text();
+  });
+}
+
 void RemoveTooltips(FrmMain& frm, ListTip& tips) {
   for (const Tooltip& tip : TooltipsOf(frm)) tip.control.ToolTipText = "";
+  frm.msgBar.ToolTipText = "";
   tips.texts.clear();
 }
 

@@ -18,14 +18,15 @@ void ChkUpdate(const Shell& shell, ProgramVersion version) {
                 "&Minor=" + std::to_string(version.Minor) + "&Rev=" + std::to_string(version.Revision));
 }
 
-void RemindOfUpdate(Options& options, DateStamp now, const Shell& shell, Dialogs& dialogs, ProgramVersion version) {
-  if (DaysBetween(options.LastUpdateChk, now) < kReminderDays) return;
+void RemindOfUpdate(Options& options, const std::function<DateStamp()>& now, const Shell& shell, Dialogs& dialogs,
+                    ProgramVersion version) {
+  if (DaysBetween(options.LastUpdateChk, now()) < kReminderDays) return;
   const std::string question = "Tresmor can check its update periodically, and you haven't checked it for more than " +
                                std::to_string(kReminderDays) +
                                " days. \r\n\r\nDo you want to check if new version available online?";
   const BoxAnswer answer = dialogs.MessageBox(question, BoxIcon::Question, "Check new version", BoxButtons::YesNo);
   if (answer == BoxAnswer::Yes) ChkUpdate(shell, version);
-  options.LastUpdateChk = now;
+  options.LastUpdateChk = now();  // of the answer: the question may stand for days
 }
 
 std::string WebSiteAddress() { return PageAddress(kFromProgram); }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include "base/date.h"
@@ -21,8 +22,9 @@ struct ProgramVersion {
 void ChkUpdate(const Shell& shell, ProgramVersion version);
 
 // Asks whether to look for a new version where the last question was 45 days ago or more, counted by midnights, does so
-// on a yes, and then has been asked at `now`, of the local clock, whatever the answer was. Interface thread.
-void RemindOfUpdate(Options& options, DateStamp now, const Shell& shell, Dialogs& dialogs, ProgramVersion version);
+// on a yes, and then has been asked just now, whatever the answer was. `now` asks the local clock. Interface thread.
+void RemindOfUpdate(Options& options, const std::function<DateStamp()>& now, const Shell& shell, Dialogs& dialogs,
+                    ProgramVersion version);
 
 // What the items of the help menu open.
 std::string WebSiteAddress();

@@ -167,7 +167,10 @@ TEST(Binder, LabelsAndPanelsShowPlainText) {
   panel.Text = "<i>x\ny";
   EXPECT_EQ(bar->textFormat(), Qt::PlainText);
   EXPECT_EQ(bar->text(), QStringLiteral("<i>x\u240Ay"));
+  EXPECT_EQ(bar->toolTip(), "");
+  panel.ToolTipText = "<i>x\ny";
   EXPECT_EQ(bar->toolTip(), PlainToolTip("<i>x\ny"));
+  EXPECT_EQ(bar->toolTipDuration(), 20000);
   EXPECT_EQ(group->title(), "A & B");
 }
 

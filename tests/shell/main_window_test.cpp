@@ -56,7 +56,6 @@ TEST_F(MainWindowTest, TheStartGoesStepByStep) {
   LetDaysPass(45);
   ExpectReminder();
   const auto check = [&](const char* path) {
-    EXPECT_EQ(window.HelpFile(), "/opt/tresmor/Tresmor.chm");
     EXPECT_EQ(frm.PrevPbParent, &frm);
     EXPECT_EQ(frm.Height(), 4365);  // what the panels need, in whole pixels
     EXPECT_GT(view.resizes, 0);
@@ -348,25 +347,68 @@ TEST_F(MainWindowTest, SmartMarkerWorksOnTheListOnShow) {
 }
 
 TEST_F(MainWindowTest, HelpIsAskedForByNumberAndByPage) {
+  for (const char* const page : {"scope.htm", "quickstart.htm", "mark.htm"}) {
+    files.MakeFile(std::string("/opt/tresmor/help/") + page, "");
+  }
   Load();
+  const FrmHelp& help = window.frmHelp;
   window.Help(117);
+  EXPECT_TRUE(help.Visible());
+  EXPECT_EQ(help.Address(), "scope.htm");
+  EXPECT_TRUE(frm.mnuHelp.Enabled());
   frm.mnuHelp.OnClick();
+  EXPECT_EQ(help.Address(), "quickstart.htm");
   AddRow(frm, ResultList::ZeroSize, "row");
-  forms.inSmartDel = [](FrmSmartDel& form) {
+  forms.inSmartDel = [&](FrmSmartDel& form) {
     EXPECT_TRUE(form.cmdHelp.Enabled());
     form.cmdHelp.OnClick();
+    EXPECT_EQ(help.Address(), "mark.htm");
+    frm.mnuHelp.OnClick();
+    EXPECT_EQ(help.Address(), "quickstart.htm") << "in the middle of an action, too";
   };
   frm.mnuSmartDel.OnClick();
-  EXPECT_THAT(log, ElementsAre("help 117", "help quickstart.htm", "help mark.htm"));
+  frm.Unload();
+  EXPECT_FALSE(help.Visible());
 }
 
-TEST_F(MainWindowTest, WithoutHelpNothingOffersIt) {
-  MainWindow bare(Ports(), {});
-  bare.Load();
-  bare.Help(117);
-  EXPECT_FALSE(bare.frm.mnuHelp.Enabled());
-  forms.inSmartDel = [](FrmSmartDel& form) { EXPECT_FALSE(form.cmdHelp.Enabled()); };
-  bare.frm.mnuSmartDel.OnClick();
+TEST_F(MainWindowTest, HelpThatIsMissingIsTold) {
+  Load();
+  dialogs.boxes.push_back(
+      {"The help can't be shown, since this file of it is missing:\r\n\r\n"
+       "/opt/tresmor/help/quickstart.htm",
+       "Help", BoxIcon::Exclamation});
+  frm.mnuHelp.OnClick();
+  EXPECT_FALSE(window.frmHelp.Visible());
+}
+
+// --- Hover texts of the status bar
+
+TEST_F(MainWindowTest, TheMessageIsItsHoverTextWhileHoverTextsAreOn) {
+  Load();
+  EXPECT_EQ(frm.msgBar.ToolTipText(), "Tresmor is ready.");
+  frm.msgBar.Text = "A long message";
+  EXPECT_EQ(frm.msgBar.ToolTipText(), "A long message");
+  const auto setTips = [&](std::int16_t off) {
+    forms.inOptions = [off](FrmOptions& form) {
+      form.chkNoTooltips.Value = off;
+      form.OKButton.OnClick();
+    };
+    frm.mnuOptions.OnClick();
+  };
+  setTips(kTicked);
+  EXPECT_EQ(frm.msgBar.ToolTipText(), "");
+  frm.msgBar.Text = "Another";
+  EXPECT_EQ(frm.msgBar.ToolTipText(), "");
+  setTips(kOff);
+  EXPECT_EQ(frm.msgBar.ToolTipText(), "Another");
+}
+
+TEST_F(MainWindowTest, NoMessageHoversWhereTheSettingsSwitchHoverTextsOff) {
+  Keep(kOptionsSection, "NoTooltips", "1");
+  Load();
+  EXPECT_EQ(frm.msgBar.Text(), "Tresmor is ready.");
+  frm.msgBar.Text = "Another";
+  EXPECT_EQ(frm.msgBar.ToolTipText(), "");
 }
 
 // --- New search, and operations

@@ -29,6 +29,7 @@ class ScriptedForms final : public ModalForms, public FileForms, public ShellFor
  public:
   void ShowModal(FrmMyMsgBox& form) override {
     shown.push_back(form.Message);
+    form.chkDontShow.Value = ticksDontShow ? kTicked : kOff;
     form.OKButton.OnClick();
   }
   void ShowModal(FrmFileOper& form) override { Play(inFileOper, form); }
@@ -39,6 +40,7 @@ class ScriptedForms final : public ModalForms, public FileForms, public ShellFor
   }
 
   std::vector<std::string> shown;
+  bool ticksDontShow = false;  // before that
   std::function<void(FrmFileOper&)> inFileOper;
   std::function<void(FrmOptions&)> inOptions;
   std::function<void(FrmSmartDel&)> inSmartDel;
@@ -65,12 +67,7 @@ struct MainWindowWorld {
 
   // Every hook is set, and says its name in `log`.
   MainWindowHooks AllHooks() {
-    return {.Help =
-                [this](const HelpTopic& topic) {
-                  const auto* const page = std::get_if<std::string>(&topic);
-                  log.push_back("help " + (page != nullptr ? *page : std::to_string(std::get<std::int32_t>(topic))));
-                },
-            .OwnFileProp = [this](const std::string& file) { log.push_back("sheet of " + file); }};
+    return {.OwnFileProp = [this](const std::string& file) { log.push_back("sheet of " + file); }};
   }
   MainWindowPorts Ports() {
     return {.files = files,

@@ -364,8 +364,7 @@ TEST_F(SmartMarkerDialogTest, OneActionRunsAtATime) {
 
 // --- Help
 
-TEST_F(SmartMarkerDialogTest, HelpCanBeAskedForWhereThereIsOne) {
-  Show([](const FrmSmartDel& form) { EXPECT_FALSE(form.cmdHelp.Enabled()); });
+TEST_F(SmartMarkerDialogTest, HelpCanBeAskedFor) {
   int asked = 0;
   help = [&] { ++asked; };
   Show([](const FrmSmartDel& form) {
@@ -374,6 +373,11 @@ TEST_F(SmartMarkerDialogTest, HelpCanBeAskedForWhereThereIsOne) {
     EXPECT_TRUE(form.Visible());
   });
   EXPECT_EQ(asked, 1);
+}
+
+TEST_F(SmartMarkerDialogTest, AFailureOfAHoverTextIsTold) {
+  dialogs.boxes = {{"Run-time error '9':\r\n\r\nSubscript out of range", ""}};
+  Show([](const FrmSmartDel& form) { form.lstFolder.OnMouseMove(99); });
 }
 
 }  // namespace

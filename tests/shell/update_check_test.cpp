@@ -24,10 +24,11 @@ class ReminderTest : public testing::Test {
   }
   void Remind(DateStamp last) {
     options.LastUpdateChk = last;
-    RemindOfUpdate(options, kNoon, shell, dialogs, {3, 1, 7});
+    RemindOfUpdate(options, [this] { return now; }, shell, dialogs, {3, 1, 7});
   }
 
   Options options;
+  DateStamp now = kNoon;
   FakeShell shell;
   ScriptedDialogs dialogs;
 };
@@ -55,6 +56,13 @@ TEST_F(ReminderTest, AYesOpensThePageAndCountsAsANoDoes) {
   Remind(kZeroDate);
   EXPECT_THAT(shell.opened, ElementsAre("https://tresmor.example/ChkUpdate.asp?Major=3&Minor=1&Rev=7"));
   EXPECT_EQ(options.LastUpdateChk, kNoon);
+}
+
+TEST_F(ReminderTest, WhenItIsAnsweredIsWhatCounts) {
+  ExpectQuestion(BoxAnswer::No);
+  dialogs.onBox = [this] { now += 2 * kOneDay; };  // the user is away
+  Remind(kZeroDate);
+  EXPECT_EQ(options.LastUpdateChk, kNoon + 2 * kOneDay);
 }
 
 TEST_F(ReminderTest, WithoutAQuestionTheDateStays) {

@@ -19,6 +19,7 @@ LEAKS_OF_LIBRARIES = os.path.join(os.path.dirname(os.path.abspath(__file__)), 'l
 PATIENCE = 60  # seconds to wait for a window or a file: the machine may be busy
 SCREEN = '2560x1800x24'
 MAIN = 'Tresmor - No Duplicate Files'
+HELP = 'Tresmor Help'
 
 # Colours by which the toolkit knows a dark desktop.
 DARK = """[Colors:Button]
@@ -149,6 +150,15 @@ def story(desk, home, program):
     desk.gone('Tip of the Day')
     main = desk.window(MAIN)
     desk.picture('start')
+    desk.keys('F1')
+    desk.window(HELP)
+    desk.keys('ctrl+f')
+    desk.type('newest version')
+    desk.keys('Return')
+    desk.picture('help')
+    desk.keys('Escape')
+    desk.gone(HELP)
+    desk.window(MAIN)
     desk.keys('Tab', 'ctrl+a')
     desk.type(files)
     desk.keys('alt+greater')
@@ -175,6 +185,15 @@ def story(desk, home, program):
     desk.keys('ctrl+k')
     desk.window('Smart Marking')
     desk.picture('smart-marking')
+    # Help stays usable beside a modal dialog.
+    desk.keys('F1')
+    desk.window(HELP)
+    desk.keys('ctrl+f')
+    desk.type('keys')
+    desk.picture('help-beside')
+    desk.keys('Escape')
+    desk.gone(HELP)
+    desk.window('Smart Marking')
     desk.keys('Escape')
     desk.gone('Smart Marking')
     # All duplicates but the first of each group can go; here the first row is marked by mouse and the next by key.
@@ -208,15 +227,21 @@ def story(desk, home, program):
         raise SystemExit('no settings were kept')
 
 
+def environment(home, display, scale):
+    """That of a program on a desktop without any settings."""
+    env = {key: value for key, value in os.environ.items() if not key.startswith(('XDG_', 'QT_', 'WAYLAND'))}
+    env.update(HOME=home, DISPLAY=display, QT_SCALE_FACTOR=str(scale), XDG_RUNTIME_DIR=home)
+    env['LSAN_OPTIONS'] = f'suppressions={LEAKS_OF_LIBRARIES}'
+    return env
+
+
 def run(path, look, pictures):
     colours, scale = look.split('-')
     folder = os.path.join(pictures, look)
     shutil.rmtree(folder, ignore_errors=True)
     os.makedirs(folder)
     with tempfile.TemporaryDirectory(prefix='tresmor-window-') as home, Display() as display:
-        env = {key: value for key, value in os.environ.items() if not key.startswith(('XDG_', 'QT_', 'WAYLAND'))}
-        env.update(HOME=home, DISPLAY=display.name, QT_SCALE_FACTOR=scale, XDG_RUNTIME_DIR=home)
-        env['LSAN_OPTIONS'] = f'suppressions={LEAKS_OF_LIBRARIES}'
+        env = environment(home, display.name, scale)
         os.makedirs(os.path.join(home, '.config'))
         if colours == 'dark':
             env.update(XDG_CURRENT_DESKTOP='KDE', KDE_SESSION_VERSION='5', KDE_FULL_SESSION='true')
