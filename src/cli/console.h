@@ -33,7 +33,7 @@ struct ConsolePorts {
   FileOperations& operations;
   FileChanges& changes;
   UndoLog& undoLog;           // that the operations write
-  std::string workingFolder;  // absolute
+  std::string workingFolder;  // as TypedPath takes it
   std::FILE* out;
   bool outIsTerminal = false;
   ErrorOutput& err;

@@ -1,6 +1,7 @@
 #include "cli/export_list_command.h"
 
 #include "cli/session_io.h"
+#include "cli/typed_path.h"
 #include "persist/csv_export.h"
 
 namespace tresmor {
@@ -41,8 +42,8 @@ bool AreOneFile(const FileSystem& files, const std::string& a, const std::string
 }  // namespace
 
 int ExportListCommand(const ExportOptions& options, const ConsolePorts& ports) {
-  const std::string out = FilePath(options.file, ports.workingFolder);
-  if (AreOneFile(ports.files, out, FilePath(options.session, ports.workingFolder))) {
+  const std::string out = TypedPath(options.file, ports.workingFolder);
+  if (AreOneFile(ports.files, out, TypedPath(options.session, ports.workingFolder))) {
     throw WrongUse("'" + options.file + "' is the session itself; the list would take its place.");
   }
   ports.nothingToCancel();

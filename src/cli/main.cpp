@@ -43,8 +43,8 @@ int main(int argc, char** argv) {
   tresmor::UndoLog undoLog(files, changes, tresmor::FindUndoLog(folders));
   tresmor::FileExecutor operations(files, changes, trash, undoLog);
   tresmor::ErrorOutput err(stderr, DeviceOfStderr());
-  std::error_code nowhere;  // a working folder that is gone: relative paths then don't exist
-  const std::string workingFolder = std::filesystem::current_path(nowhere).string();
+  std::error_code gone;  // leaves no working folder
+  const std::string workingFolder = std::filesystem::current_path(gone).string();
   return tresmor::RunConsole(argc, argv,
                              {files, writer, shell, events, operations, changes, undoLog, workingFolder, stdout,
                               isatty(STDOUT_FILENO) != 0, err, tresmor::Interrupted, tresmor::ReleaseInterrupts});

@@ -12,6 +12,7 @@
 #include "cli/readable.h"
 #include "cli/scope_rows.h"
 #include "cli/session_io.h"
+#include "cli/typed_path.h"
 #include "cli/visible.h"
 #include "fileops/transfer_marked.h"
 #include "results/marks.h"
@@ -62,7 +63,7 @@ EmptiedFolders EmptiedBy(const ResultLists& results, const OperOptions& options,
   EmptiedFolders emptied =
       FoldersToEmpty(MarkedPaths(results.List(options.list)), ports.files, ports.shell, destination);
   // The session is written when all is over.
-  const std::string session = FilePath(options.session, ports.workingFolder);
+  const std::string session = TypedPath(options.session, ports.workingFolder);
   std::erase_if(emptied, [&](const auto& folder) { return ports.shell.MustStay(folder.second, session); });
   return emptied;
 }

@@ -1,6 +1,7 @@
 #include "cli/scope_rows.h"
 
 #include "base/path.h"
+#include "cli/typed_path.h"
 #include "search/file_helpers.h"
 #include "search/protect_dir.h"
 #include "search/scope_row.h"
@@ -25,8 +26,7 @@ void CheckFolder(const std::string& folder, const std::string& typed, const Scop
 // As text alone: "." and doubled separators say nothing and go, but ".." stays, since what it means hangs on links.
 std::string AbsoluteFolder(const std::string& typed, const ScopePorts& ports) {
   const PathStyle style = ports.files.Style();
-  const std::string whole =
-      typed.starts_with(style.separator) ? typed : AddTail(ports.workingFolder, style.Tail()) + typed;
+  const std::string whole = TypedPath(typed, ports.workingFolder);
   std::string folder = style.Tail();
   for (std::size_t begin = 0; begin < whole.size();) {
     const std::size_t end = std::min(whole.find(style.separator, begin), whole.size());

@@ -13,7 +13,7 @@ namespace tresmor {
 struct ScopePorts {
   const FileSystem& files;
   const Shell& shell;
-  const std::string& workingFolder;  // absolute
+  const std::string& workingFolder;  // as TypedPath takes it
 };
 
 // Puts the folders of a command line into lstPath. Throws WrongUse for one that isn't there or is no folder.
@@ -28,7 +28,7 @@ void CheckScopeRows(const FrmMain& frm, const ScopePorts& ports);
 // Throws WrongUse where the folder isn't there in which a file is to be written.
 void CheckFolderOfFile(const std::string& typed, const ScopePorts& ports);
 
-// A folder as it was typed, from the root and with the separator at its end.
+// A folder as it was typed, from the root and with the separator at its end. Throws WrongUse as TypedPath.
 std::string AbsoluteFolder(const std::string& typed, const ScopePorts& ports);
 
 // Why a row is left out, in the words of a command.

@@ -4,7 +4,7 @@
 
 #include "base/failure.h"
 #include "base/like.h"
-#include "base/path.h"
+#include "cli/typed_path.h"
 #include "desk/report_failure.h"
 #include "persist/session_file.h"
 #include "results/rows.h"
@@ -41,19 +41,15 @@ bool CheckRows(const ResultLists& lists, Dialogs& dialogs) {
 
 }  // namespace
 
-std::string FilePath(const std::string& typed, const std::string& workingFolder) {
-  return typed.starts_with('/') ? typed : AddTail(workingFolder, "/") + typed;
-}
-
 bool LoadSession(FrmMain& frm, Progress& progress, const std::string& typed, const ConsolePorts& ports) {
   SessionCommands commands(frm, progress, {ports.files, ports.writer, ports.events, ports.err});
-  const bool loaded = commands.LoadSession(FilePath(typed, ports.workingFolder));
+  const bool loaded = commands.LoadSession(TypedPath(typed, ports.workingFolder));
   ports.err.ClearProgress();
   return loaded;
 }
 
 bool SaveSession(FrmMain& frm, const std::string& typed, const ConsolePorts& ports) {
-  const std::string path = FilePath(typed, ports.workingFolder);
+  const std::string path = TypedPath(typed, ports.workingFolder);
   try {
     return SaveSession(path, ControlsOf(frm), {ports.writer, ports.events, ports.err});
   } catch (const Failure& failure) {

@@ -9,9 +9,6 @@
 
 namespace tresmor {
 
-// The path of a file as it was typed.
-std::string FilePath(const std::string& typed, const std::string& workingFolder);
-
 // Puts the session of a file into the form. False if there is none, it is of an unknown version, or damaged; why is
 // told then. Cells of rows may hold anything.
 bool LoadSession(FrmMain& frm, Progress& progress, const std::string& typed, const ConsolePorts& ports);

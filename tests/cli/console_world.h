@@ -46,7 +46,7 @@ struct ConsoleRun {
 
 class ConsoleTest : public testing::Test {
  protected:
-  // Runs "tresmor-cli" with these arguments, in the working folder "/home".
+  // Runs "tresmor-cli" with these arguments.
   ConsoleRun Run(const std::vector<std::string>& arguments) {
     Scratch out;
     Scratch err;
@@ -62,8 +62,8 @@ class ConsoleTest : public testing::Test {
     UndoLog undoLog(files, changes, "/home/state/undo");
     FileExecutor operations(files, changes, trash, undoLog, [] { return std::int64_t{1'088'683'200}; });
     return RunConsole(static_cast<int>(argv.size()), argv.data(),
-                      {files, writer, shell, events, operations, changes, undoLog, "/home", out, outIsTerminal, errors,
-                       [this] { return interrupted.load(); }, [this] { ++ends; }});
+                      {files, writer, shell, events, operations, changes, undoLog, workingFolder, out, outIsTerminal,
+                       errors, [this] { return interrupted.load(); }, [this] { ++ends; }});
   }
   ConsoleRun Find(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), "find");
@@ -90,6 +90,7 @@ class ConsoleTest : public testing::Test {
     for (const auto& [id, timer] : timers) timer.tick();
   }
 
+  std::string workingFolder = "/home";
   MemoryFileSystem files;
   MemoryFileWriter writer{files};
   MemoryFileChanges changes{files};

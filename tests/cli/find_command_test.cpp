@@ -302,6 +302,27 @@ TEST_F(FindTest, ToleranceIsHandedOn) {
   EXPECT_EQ(Find({"/data", "--format", "groups", "--tolerant"}).out, "/data/b\n/data/a\n");
 }
 
+TEST_F(FindTest, WithoutAWorkingFolderRelativePathsAreRefused) {
+  MakeFile("/data/a", "");
+  workingFolder = "";
+  for (const char* typed : {".", "data"}) {
+    const ConsoleRun run = Find({typed, "--types", "zero", "--format", "groups"});
+    EXPECT_EQ(run.status, 2);
+    EXPECT_EQ(run.out, "");
+    EXPECT_THAT(run.err, HasSubstr("Path '" + std::string(typed) + "' does not exist: the working folder is gone."));
+  }
+  EXPECT_EQ(Find({"/data", "--types", "zero", "--format", "groups", "--save", "s.Tresmor"}).status, 2);
+  EXPECT_EQ(Run({"show", "s.Tresmor"}).status, 2);
+  EXPECT_EQ(Find({"/data", "--types", "zero", "--format", "groups"}).out, "/data/a\n");
+}
+
+TEST_F(FindTest, HiddenFilesAndFoldersAreSearchedOnRequestAlone) {
+  for (const char* path : {"/data/.a", "/data/.b/c", "/data/d"}) MakeFile(path, "");
+  EXPECT_EQ(Find({"/data", "--types", "zero", "--format", "groups"}).out, "/data/d\n");
+  EXPECT_EQ(Find({"/data", "--types", "zero", "--format", "groups", "--hidden"}).out,
+            "/data/.a\n/data/.b/c\n/data/d\n");
+}
+
 TEST_F(FindTest, RelativePathsStartInTheWorkingFolder) {
   MakeFile("/home/data/a", "");
   MakeFile("/home/b", "");
