@@ -43,14 +43,17 @@ class PartWatch final : public OperationWatch {
 class OneResult {
  public:
   void Add(OperationResult result) {
+    cancelled_ = cancelled_ || result.code == OperationCode::Cancelled;
     if (result.code == OperationCode::Done || result.code == OperationCode::Cancelled) return;
     if (first_.code != OperationCode::Done) ++more_;
     if (first_.code == OperationCode::Done) first_ = std::move(result);
   }
+  // Some had no turn.
+  void Leave() { cancelled_ = true; }
   OperationResult Result(const std::string& cancelText) const {
     OperationResult result = first_;
     if (more_ > 0) result.description += " " + std::to_string(more_) + " more failed too.";
-    if (cancelText.empty()) return result;
+    if (!cancelled_) return result;
     result.code = OperationCode::Cancelled;
     result.description.insert(0, cancelText + (result.description.empty() ? "" : " "));
     return result;
@@ -59,6 +62,7 @@ class OneResult {
  private:
   OperationResult first_;
   std::int64_t more_ = 0;
+  bool cancelled_ = false;
 };
 
 std::string ListOfOne(const std::string& path) { return path + std::string(2, '\0'); }
@@ -74,10 +78,18 @@ OperationResult CheckedOperations::ShFileOperation(const ShFileOpStruct& operati
   part.Latest().allFiles = static_cast<std::int64_t>(paths.size());
   OneResult results;
   std::unordered_set<std::string> seen;
-  for (std::size_t i = 0; i < paths.size() && !watch.Cancelled(); ++i) {
+  for (std::size_t i = 0; i < paths.size(); ++i) {
     if (!seen.insert(paths[i]).second) continue;
+    if (watch.Cancelled()) {
+      results.Leave();
+      break;
+    }
     part.Begin(paths[i]);
-    if (!mayGo_(paths[i]) || watch.Cancelled()) continue;
+    if (!mayGo_(paths[i])) continue;
+    if (watch.Cancelled()) {
+      results.Leave();
+      break;
+    }
     one.pFrom = ListOfOne(paths[i]);
     if (hasPlaces) one.pTo = ListOfOne(places.at(i));
     results.Add(operations_.ShFileOperation(one, part));
@@ -85,7 +97,7 @@ OperationResult CheckedOperations::ShFileOperation(const ShFileOpStruct& operati
   const OperationProgress& done = part.Latest();
   const std::string cancelText =
       "Cancelled: " + std::to_string(done.files) + " of " + std::to_string(done.allFiles) + " were done.";
-  return results.Result(watch.Cancelled() ? cancelText : "");
+  return results.Result(cancelText);
 }
 
 }  // namespace tresmor

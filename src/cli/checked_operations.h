@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <utility>
 
@@ -20,7 +21,7 @@ class CheckedOperations final : public FileOperations {
   // `operations` outlives it.
   CheckedOperations(FileOperations& operations, MayGo mayGo) : operations_(operations), mayGo_(std::move(mayGo)) {}
 
-  void BeginUndoStep() override { operations_.BeginUndoStep(); }
+  std::unique_ptr<OpenUndoStep> BeginUndoStep() override { return operations_.BeginUndoStep(); }
   OperationResult ShFileOperation(const ShFileOpStruct& operation, OperationWatch& watch) override;
 
  private:

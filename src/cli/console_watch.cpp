@@ -18,12 +18,14 @@ void ConsoleWatch::Progress(const OperationProgress& progress) {
 }
 
 OperationResult ConsoleOperations::ShFileOperation(const ShFileOpStruct& operation, OperationWatch& /*watch*/) {
-  if (watch_.Cancelled()) return {};
+  cancelled_ = cancelled_ || watch_.Cancelled();
+  if (cancelled_) return {};
   watch_.Begin();
   OperationResult result = operations_.ShFileOperation(operation, watch_);
   files_ += watch_.Latest().files;
   bytes_ += watch_.Latest().bytes;
   if (result.code == OperationCode::Cancelled) {
+    cancelled_ = true;
     cancelText_ = result.description;
     return {};
   }

@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <functional>
+#include <memory>
 #include <string>
 #include <utility>
 
@@ -44,7 +45,7 @@ class ConsoleOperations final : public FileOperations {
   // Both outlive it.
   ConsoleOperations(FileOperations& operations, ConsoleWatch& watch) : operations_(operations), watch_(watch) {}
 
-  void BeginUndoStep() override { operations_.BeginUndoStep(); }
+  std::unique_ptr<OpenUndoStep> BeginUndoStep() override { return operations_.BeginUndoStep(); }
   // A cancelled one counts as done here: it is told once, by whoever asks CancelText, however many more there would
   // have been.
   OperationResult ShFileOperation(const ShFileOpStruct& operation, OperationWatch& watch) override;
@@ -52,6 +53,8 @@ class ConsoleOperations final : public FileOperations {
   std::int64_t Files() const { return files_; }  // that were done
   std::int64_t Bytes() const { return bytes_; }
   bool HasFailed() const { return failed_; }
+  // Whether a cancel has left anything.
+  bool WasCancelled() const { return cancelled_; }
   // What the one that was cancelled said; empty if none was.
   const std::string& CancelText() const { return cancelText_; }
 
@@ -61,6 +64,7 @@ class ConsoleOperations final : public FileOperations {
   std::int64_t files_ = 0;
   std::int64_t bytes_ = 0;
   bool failed_ = false;
+  bool cancelled_ = false;
   std::string cancelText_;
 };
 

@@ -1,5 +1,6 @@
 #include "cli/oper_command.h"
 
+#include <algorithm>
 #include <set>
 #include <string>
 #include <utility>
@@ -101,10 +102,20 @@ std::string GroupsThatGo(const ResultLists& results, const OperOptions& options,
          (skips ? ", so that they are skipped without --allow-all:\n" : ":\n") + lines;
 }
 
+// A line about marked rows of a damaged session that can be no files.
+std::string RowsThatFail(const ListView& lst) {
+  const std::vector<std::string> paths = MarkedPaths(lst);
+  const auto count =
+      std::count_if(paths.begin(), paths.end(), [](const std::string& path) { return path.find('\0') != path.npos; });
+  return count == 0 ? "" : std::to_string(count) + " of them would fail: there is a NUL in the path.\n";
+}
+
 int PrintPlan(const ResultLists& results, const OperOptions& options, const std::string& destination,
               const ConsolePorts& ports) {
-  const MarkedRows marked = CountMarked(results.List(options.list));
-  std::string text = Amount(marked.count, marked.bytes) + " would be " + WhatIsDone(options) + ".\n";
+  const ListView& lst = results.List(options.list);
+  const MarkedRows marked = CountMarked(lst);
+  std::string text =
+      Amount(marked.count, marked.bytes) + " would be " + WhatIsDone(options) + ".\n" + RowsThatFail(lst);
   if (options.TakesAway()) {
     EmptiedFolders emptied = EmptiedBy(results, options, destination, ports);
     text += FoldersThatGo(emptied, options);
@@ -127,12 +138,13 @@ class OperRun {
   // Does it, tells what went wrong, and takes rows whose files have gone off the list. Gives the exit status.
   int Run() {
     marked_ = CountMarked(lst_).count;
-    operations_.BeginUndoStep();
+    const auto step = operations_.BeginUndoStep();
     Operate();
     ports_.err.ClearProgress();
-    if (watch_.Cancelled()) ports_.err.Say(CancelText());
+    const bool cancelled = operations_.WasCancelled() || cleanUp_.WasCancelled();
+    if (cancelled) ports_.err.Say(CancelText());
     PruneMissing(lst_, ports_.files, ports_.events);
-    if (watch_.Cancelled()) return kCancelled;
+    if (cancelled) return kCancelled;
     return skipped_ == 0 && !operations_.HasFailed() && !cleanUp_.HasFailed() ? kRanThrough : kNotAllDone;
   }
 

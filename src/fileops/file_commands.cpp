@@ -83,7 +83,7 @@ void FileCommands::Ok() {
 
 void FileCommands::DoDelete(ListView& lst) {
   const bool yesToAll = frmFileOper.chkYesToAll.Ticked();
-  ports_.transfer.operations.BeginUndoStep();
+  const auto step = ports_.transfer.operations.BeginUndoStep();
   transfer_.TransferMarked(lst,
                            {.wFunc = FO_DELETE, .bUndo = frmFileOper.optRecycleBin.Value(), .bYesToAll = yesToAll});
   if (frmFileOper.chkRemoveEmptyDir.Ticked()) transfer_.RmEmptyDirs(lst, "", yesToAll);
@@ -94,6 +94,7 @@ void FileCommands::DoDelete(ListView& lst) {
 void FileCommands::DoMove(ListView& lst) {
   if (!HasDestination("Destination path does not exist, please select a destination folder by clicking Browse button."))
     return;
+  const auto step = ports_.transfer.operations.BeginUndoStep();
   const std::int32_t rc = TransferTo(lst, FO_MOVE);
   if (frmFileOper.chkRemoveEmptyDir.Ticked()) {
     transfer_.RmEmptyDirs(lst, frmFileOper.DestPath, frmFileOper.chkYesToAll.Ticked());
@@ -103,6 +104,7 @@ void FileCommands::DoMove(ListView& lst) {
 
 void FileCommands::DoCopy(ListView& lst) {
   if (!HasDestination("Please select a destination folder by clicking Browse button.")) return;
+  const auto step = ports_.transfer.operations.BeginUndoStep();
   FinishAtDestination(lst, TransferTo(lst, FO_COPY));
 }
 
@@ -114,7 +116,6 @@ bool FileCommands::HasDestination(const char* complaint) {
 }
 
 std::int32_t FileCommands::TransferTo(const ListView& lst, std::uint32_t wFunc) {
-  ports_.transfer.operations.BeginUndoStep();
   return transfer_.TransferMarked(lst, {.wFunc = wFunc,
                                         .bDirStruct = frmFileOper.chkDirStruct.Ticked(),
                                         .bYesToAll = frmFileOper.chkYesToAll.Ticked(),

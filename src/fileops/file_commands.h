@@ -39,6 +39,9 @@ class FileCommands {
   void MoveFile();
   void CopyFile();
 
+  // For other work on files, which the same form shows. While no command runs.
+  FileJob& Job() { return job_; }
+
   FrmFileOper frmFileOper;
   FrmFileProgress frmFileProgress;  // its timer wants binding to the event queue
 

@@ -1,5 +1,7 @@
 #include "fileops/single_file.h"
 
+#include "base/failure.h"
+#include "base/path.h"
 #include "results/rows.h"
 
 namespace tresmor {
@@ -39,22 +41,34 @@ void SingleFile::Rename(const std::string& path) {
   ListView& lst = results_.Shown();
   const std::int32_t row = lst.SelectedItem();
   const std::string answer = ports_.dialogs.InputBox(BoxText("Please type a new file name for \r\n").Name(path),
-                                                     "Rename", std::string(GetFileNameOf(path, ports_.style)));
+                                                     "Rename", std::string(GetFileNameOf(path, ports_.files.Style())));
   if (answer.empty()) return;
-  if (GiveName(lst, row, path, answer) != Errors::None) {
+  if (!GiveName(lst, row, path, answer)) {
     ports_.dialogs.MessageBox("File can't be renamed.", BoxIcon::None, "Can't rename", BoxButtons::Ok);
   }
 }
 
-Errors SingleFile::GiveName(ListView& lst, std::int32_t row, const std::string& path, const std::string& name) {
+bool SingleFile::GiveName(ListView& lst, std::int32_t row, const std::string& path, const std::string& name) {
   try {
-    const std::string renamed = std::string(GetFolderOf(path, ports_.style)) + name;
-    if (const Errors failure = ports_.changes.Rename(path, renamed); failure != Errors::None) return failure;
+    const std::string renamed = std::string(GetFolderOf(path, ports_.files.Style())) + name;
+    const Errors failure = ports_.changes.Rename(path, renamed);
+    if (failure != Errors::None && (failure != Errors::DifferentDrive || !MoveByCopy(path, renamed))) return false;
     if (const std::int32_t now = FindRow(lst, path, row); now != 0) lst.SetCell(now, kNameItem, name);
-    return Errors::None;
+    return true;
   } catch (...) {
-    return CaughtFailure().Number();
+    CaughtFailure();
+    return false;
   }
+}
+
+bool SingleFile::MoveByCopy(const std::string& from, const std::string& to) {
+  const std::string end(2, '\0');
+  const ShFileOpStruct operation{FO_RENAME, from + end, to + end, FOF_MULTIDESTFILES,
+                                 ParentOf(to, ports_.files.Style())};
+  OperationResult result;
+  ports_.job.Run("Renaming file",
+                 [&](OperationWatch& watch) { result = ports_.operations.ShFileOperation(operation, watch); });
+  return result.code == OperationCode::Done;
 }
 
 }  // namespace tresmor

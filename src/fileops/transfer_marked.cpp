@@ -31,6 +31,15 @@ const char* TitleOf(std::uint32_t wFunc) {
   return "Deleting files";
 }
 
+// A NUL ends each path of a list, so one with a NUL in it would be two, neither of which was meant. No file has such a
+// path, but a row may. It is listed under a text that shows it and is no full path, so that it fails like any other.
+std::string Listed(std::string_view path) {
+  std::string shown = "(NUL in its path) ";
+  if (path.find('\0') == path.npos) return std::string(path);
+  for (const char byte : path) shown += byte == '\0' ? std::string("\\0") : std::string(1, byte);
+  return shown;
+}
+
 void AddPath(std::string& list, std::string_view path) {
   list += path;
   list += '\0';
@@ -78,8 +87,9 @@ std::int32_t Transfer::TransferMarked(const ListView& lst, const TransferOptions
     if (toOneFolder) oper.pTo = options.destPath;
     const std::size_t end = std::min(first + kBatchFiles, paths.size());
     for (std::size_t i = first; i < end; ++i) {
-      AddPath(oper.pFrom, paths[i]);
-      if (options.bDirStruct) AddPath(oper.pTo, MapDestPath(options.destPath, paths[i], ports_.files.Style()));
+      const std::string path = Listed(paths[i]);
+      AddPath(oper.pFrom, path);
+      if (options.bDirStruct) AddPath(oper.pTo, MapDestPath(options.destPath, path, ports_.files.Style()));
     }
     oper.pFrom += '\0';
     if (options.bDirStruct) oper.pTo += '\0';
@@ -105,7 +115,7 @@ void Transfer::RmEmptyDirs(const ListView& lst, const std::string& destPath, boo
       watch.Progress(progress);
       const auto [known, isNew] = removable.try_emplace(progress.path);
       if (isNew) known->second = IsRemovable(progress.path, destPath);
-      if (known->second) AddPath(oper.pFrom, progress.path);
+      if (known->second) AddPath(oper.pFrom, Listed(progress.path));
       ++progress.files;
     }
   });

@@ -3,11 +3,17 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
 namespace tresmor {
 
-enum : std::uint32_t { FO_MOVE = 1, FO_COPY = 2, FO_DELETE = 3 };
+enum : std::uint32_t {
+  FO_MOVE = 1,
+  FO_COPY = 2,
+  FO_DELETE = 3,
+  FO_RENAME = 4,  // a move that belongs to no step that can be undone
+};
 
 enum : std::uint16_t {
   FOF_MULTIDESTFILES = 0x0001,     // pTo has a full path for each of pFrom
@@ -67,17 +73,24 @@ class OperationWatch {
   virtual bool Cancelled() = 0;
 };
 
+// What a user asked for, from the first operation to the last.
+class OpenUndoStep {
+ public:
+  virtual ~OpenUndoStep() = default;
+};
+
 class FileOperations {
  public:
   virtual ~FileOperations() = default;
   // What is done from here to the next call is undone as one. What goes to the trash after a delete for good is undone
-  // with the step before, which the delete doesn't touch.
-  virtual void BeginUndoStep() = 0;
+  // with the step before, which the delete doesn't touch. While the result lives no other program begins a step in
+  // between or undoes, once something was done that can be undone. One at a time, and it goes before this does.
+  [[nodiscard]] virtual std::unique_ptr<OpenUndoStep> BeginUndoStep() = 0;
 
   // Does it and returns when it is over, on any thread but one operation at a time. A path that fails is left as it
-  // was, and the others are still done; the result is that of the first that failed. A path that stands there twice, or
-  // went with its folder before, is done once and is no failure. Missing folders at the destination are made. A source
-  // is removed only when its copy is complete and on the disk.
+  // was, and the others are still done; the result is that of the first that failed, or Cancelled if a cancel left any
+  // untried. A path that stands there twice, or went with its folder before, is done once and is no failure. Missing
+  // folders at the destination are made. A source is removed only when its copy is complete and on the disk.
   virtual OperationResult ShFileOperation(const ShFileOpStruct& operation, OperationWatch& watch) = 0;
 };
 

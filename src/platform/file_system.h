@@ -37,6 +37,7 @@ struct FileIdentity {
 struct FileStat {
   EntryKind kind = EntryKind::Other;
   bool hidden = false;
+  bool link = false;           // a symbolic link
   std::int64_t size = 0;       // bytes
   std::int64_t modified = 0;   // last write, seconds since 1970 UTC
   std::int64_t changedNs = 0;  // last change of the file's inode, nanoseconds since 1970 UTC

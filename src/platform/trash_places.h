@@ -10,8 +10,7 @@ namespace tresmor {
 struct TrashPlace {
   std::string folder;     // the trash folder, without a separator at the end; "files" and "info" stand in it
   std::string topFolder;  // of a disk's own trash: paths are noted from here on. Empty: they are noted whole
-  // Beside a top folder: the folder that the path stands in, without links and ".." on the way to it. Empty where that
-  // can't be told.
+  // The folder that the path stands in, without links and ".." on the way to it. Empty where that can't be told.
   std::string realFolder{};
 };
 

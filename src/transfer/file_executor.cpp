@@ -20,9 +20,10 @@ std::unique_ptr<PathOperation> MakeOperation(const ShFileOpStruct& operation, co
     return std::make_unique<TrashFile>(tools, passed);
   }
   if (operation.wFunc == FO_DELETE) return std::make_unique<DeleteFile>(tools);
-  const AfterCopy after = operation.wFunc == FO_MOVE ? AfterCopy::RemoveSource : AfterCopy::KeepSource;
+  const AfterCopy after = operation.wFunc == FO_COPY ? AfterCopy::KeepSource : AfterCopy::RemoveSource;
+  const UndoNotes notes = operation.wFunc == FO_RENAME ? UndoNotes::None : UndoNotes::Keep;
   const OnCollision onCollision = operation.fFlags & FOF_RENAMEONCOLLISION ? OnCollision::Rename : OnCollision::Fail;
-  return std::make_unique<TransferFile>(tools, after, plan.base, onCollision, passed);
+  return std::make_unique<TransferFile>(tools, after, plan.base, onCollision, notes, passed);
 }
 
 }  // namespace
@@ -34,6 +35,11 @@ std::int64_t SystemSeconds() {
 FileExecutor::FileExecutor(const FileSystem& files, FileChanges& changes, TrashPlaces& trash, UndoLog& log,
                            std::function<std::int64_t()> now)
     : names_(files.Style()), tools_{files, changes, trash, log, names_, std::move(now)} {}
+
+std::unique_ptr<OpenUndoStep> FileExecutor::BeginUndoStep() {
+  tools_.log.Begin();
+  return std::make_unique<UndoLog::Use>(tools_.log);
+}
 
 OperationResult FileExecutor::ShFileOperation(const ShFileOpStruct& operation, OperationWatch& watch) {
   const OperationPlan plan = MakePlan(operation, tools_.files.Style());

@@ -21,7 +21,7 @@ class FileExecutor final : public FileOperations {
   FileExecutor(const FileSystem& files, FileChanges& changes, TrashPlaces& trash, UndoLog& log,
                std::function<std::int64_t()> now = SystemSeconds);
 
-  void BeginUndoStep() override { tools_.log.Begin(); }
+  std::unique_ptr<OpenUndoStep> BeginUndoStep() override;
   OperationResult ShFileOperation(const ShFileOpStruct& operation, OperationWatch& watch) override;
 
  private:

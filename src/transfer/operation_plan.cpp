@@ -69,7 +69,7 @@ OperationPlan MakePlan(const ShFileOpStruct& operation, PathStyle style) {
   OperationPlan plan;
   const std::vector<std::string> sources = ListedPaths(operation.pFrom);
   std::vector<std::string> places;
-  if (operation.wFunc < FO_MOVE || operation.wFunc > FO_DELETE) {
+  if (operation.wFunc < FO_MOVE || operation.wFunc > FO_RENAME) {
     plan.trouble = {OperationCode::BadName, "there is no operation " + std::to_string(operation.wFunc)};
   }
   if (sources.empty()) plan.trouble = {OperationCode::BadName, "no file was named"};

@@ -144,14 +144,16 @@ void OperationRun::Withdraw(const std::vector<Step>& steps) {
 
 OperationResult OperationRun::Result(const PathOperation& operation) const {
   OperationResult result;
-  if (cancelled_) {
+  const std::int64_t failed = othersFailed_ + (first_ ? 1 : 0);
+  const bool cancelled = cancelled_ && progress_.files + failed < progress_.allFiles;
+  if (cancelled) {
     result.code = OperationCode::Cancelled;
     result.description = "Cancelled: " + std::to_string(progress_.files) + " of " + std::to_string(progress_.allFiles) +
                          " were " + operation.PastParticiple() + ".";
   }
   if (!first_) return result;
-  if (!cancelled_) result.code = first_.code;
-  if (cancelled_) result.description += ' ';
+  if (!cancelled) result.code = first_.code;
+  if (cancelled) result.description += ' ';
   result.description += (firstPath_.empty() ? "A file without a name" : firstPath_) + " could not be " +
                         operation.PastParticiple() + ": " + first_.reason + "." + Others(othersFailed_);
   return result;

@@ -17,9 +17,6 @@ namespace tresmor {
 class OperationRun {
  public:
   OperationRun(const TransferTools& tools, const OperationPlan& plan, OperationWatch& watch);
-  ~OperationRun() { tools_.log.Release(); }
-  OperationRun(const OperationRun&) = delete;
-  OperationRun& operator=(const OperationRun&) = delete;
 
   OperationResult Run(PathOperation& operation);
   // So many bytes more were copied. False: cancelled.
@@ -46,6 +43,7 @@ class OperationRun {
   OperationResult Result(const PathOperation& operation) const;
 
   const TransferTools& tools_;
+  const UndoLog::Use log_{tools_.log};
   const OperationPlan& plan_;
   OperationWatch& watch_;
   OperationProgress progress_;

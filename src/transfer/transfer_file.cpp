@@ -69,7 +69,7 @@ Trouble TransferFile::Prepare(Task& task) {
   return {};
 }
 
-Trouble TransferFile::Correct(const Task& task) { return Moves() ? tools_.log.Correct(task.entry) : Trouble{}; }
+Trouble TransferFile::Correct(const Task& task) { return Undoable() ? tools_.log.Correct(task.entry) : Trouble{}; }
 
 Trouble TransferFile::PickAnother(Task& task) {
   if (onCollision_ == OnCollision::Fail) return TargetTrouble(Errors::FileExists, task.entry.to);

@@ -8,20 +8,23 @@
 namespace tresmor {
 
 enum class OnCollision { Fail, Rename };
+enum class UndoNotes { Keep, None };
 
 class TransferFile final : public PathOperation {
  public:
-  TransferFile(const TransferTools& tools, AfterCopy after, std::string base, OnCollision onCollision, Passed passed)
+  TransferFile(const TransferTools& tools, AfterCopy after, std::string base, OnCollision onCollision, UndoNotes notes,
+               Passed passed)
       : tools_(tools),
         after_(after),
         base_(std::move(base)),
         onCollision_(onCollision),
+        notes_(notes),
         passed_(std::move(passed)),
         destination_(tools.files, tools.changes),
         copier_(tools.files, tools.changes, destination_) {}
 
   const char* PastParticiple() const override { return Moves() ? "moved" : "copied"; }
-  bool Undoable() const override { return Moves(); }
+  bool Undoable() const override { return Moves() && notes_ == UndoNotes::Keep; }
   bool TakesAway() const override { return Moves(); }
   Trouble Prepare(Task& task) override;
   Trouble Perform(Task& task) override;
@@ -40,6 +43,7 @@ class TransferFile final : public PathOperation {
   const AfterCopy after_;
   const std::string base_;
   const OnCollision onCollision_;
+  const UndoNotes notes_;
   const Passed passed_;
   Destination destination_;
   FileCopier copier_;

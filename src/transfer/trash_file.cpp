@@ -67,8 +67,10 @@ Errors TrashFile::MoveWithInfo(const Task& task, const TrashPlace& place, Troubl
   failure = tools_.changes.Rename(entry.from, entry.to);
   if (failure == Errors::None) return failure;
   tools_.changes.Remove(entry.trashInfo);
-  trouble = failure == Errors::DifferentDrive ? Trouble{OperationCode::NoTrash, "its disk has no trash"}
-                                              : RenameTrouble(failure, tools_.files, entry.from, entry.to);
+  trouble = failure == Errors::DifferentDrive
+                ? Trouble{OperationCode::NoTrash,
+                          "it can't be renamed into " + place.folder + " in a way that is sure to replace nothing"}
+                : RenameTrouble(failure, tools_.files, entry.from, entry.to);
   return failure;
 }
 

@@ -86,8 +86,11 @@ Trouble Undo::ReturnIntoItsFolder(const UndoEntry& entry, OperationWatch& watch)
     return {OperationCode::NotFound, "its folder could not be put back; it is left at " + entry.to};
   }
   Trouble trouble = Return(entry, watch);
-  if (!trouble && !entry.trashInfo.empty()) changes_.Remove(entry.trashInfo);
-  return trouble;
+  if (trouble) return trouble;
+  if (!entry.trashInfo.empty()) changes_.Remove(entry.trashInfo);
+  // Once files have come back into it, nobody could tell by its time that it is the one that went.
+  if (entry.kind == EntryKind::Folder) log_.Withdraw({&entry, 1});
+  return {};
 }
 
 // What is gone from a folder, or was changed, is so for good; but a folder that is missing may be on a disk that is.

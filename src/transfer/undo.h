@@ -29,9 +29,6 @@ struct UndoResult {
 class Undo {
  public:
   Undo(const FileSystem& files, FileChanges& changes, UndoLog& log);
-  ~Undo() { log_.Release(); }
-  Undo(const Undo&) = delete;
-  Undo& operator=(const Undo&) = delete;
 
   // Walks the step from its end. What was put back, never went, or is told to have gone or changed where it was put,
   // is dropped from the log; the rest stays. Progress and cancel as in operations; the question isn't asked.
@@ -49,6 +46,7 @@ class Undo {
   const FileSystem& files_;
   FileChanges& changes_;
   UndoLog& log_;
+  const UndoLog::Use use_{log_};
   Destination destination_;
   FileCopier copier_;
   OperationProgress progress_;

@@ -125,6 +125,12 @@ class StepReader {
   std::unordered_map<std::string, std::size_t> last_;
 };
 
+// The trouble may be with another disk than the file's, so what it is about has to be told.
+Trouble NotNoted(const Trouble& trouble) {
+  if (!trouble) return {};
+  return {trouble.code, "how to undo it can't be noted, as " + trouble.reason};
+}
+
 Errors ReadBytes(FileReader& reader, std::string& bytes) {
   bytes.resize(static_cast<std::size_t>(reader.Size()));
   const FileReader::Result result = reader.ReadAt(0, bytes);
@@ -172,13 +178,15 @@ Trouble UndoLog::Add(const std::string& records) {
   if (path_.empty()) return {OperationCode::Denied, "there is no home folder to note in how it can be undone"};
   bool written = false;
   if (!held_) {
-    if (Trouble trouble = Destination(files_, changes_).Enter(ParentOf(path_, files_.Style()))) return trouble;
+    if (const Trouble trouble = Destination(files_, changes_).Enter(ParentOf(path_, files_.Style()))) {
+      return NotNoted(trouble);
+    }
     const Errors failure = fresh_ ? BeginStep(records, written) : Lock(Sharing::Shared, held_);
     if (failure == Errors::PathAccess) return {OperationCode::Denied, "files are being put back just now"};
-    if (failure != Errors::None) return TargetTrouble(failure, path_);
+    if (failure != Errors::None) return NotNoted(TargetTrouble(failure, path_));
   }
   fresh_ = false;
-  return written ? Trouble{} : TargetTrouble(changes_.Append(path_, records), path_);
+  return written ? Trouble{} : NotNoted(TargetTrouble(changes_.Append(path_, records), path_));
 }
 
 Trouble UndoLog::Write(std::span<const UndoEntry> entries) {

@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "platform/file_changes.h"
+#include "platform/file_operations.h"
 #include "platform/file_system.h"
 #include "transfer/trouble.h"
 
@@ -71,6 +72,20 @@ class UndoLog {
 
   void Release() { held_.reset(); }
 
+  // Calls Release at its end, unless another one lives.
+  class Use final : public OpenUndoStep {
+   public:
+    explicit Use(UndoLog& log) : log_(log) { ++log_.uses_; }
+    ~Use() override {
+      if (--log_.uses_ == 0) log_.Release();
+    }
+    Use(const Use&) = delete;
+    Use& operator=(const Use&) = delete;
+
+   private:
+    UndoLog& log_;
+  };
+
  private:
   Errors Lock(Sharing sharing, std::unique_ptr<FileLock>& lock) const;
   Errors StartAnew(const std::string& records);
@@ -83,6 +98,7 @@ class UndoLog {
   const std::string path_;
   std::unique_ptr<FileLock> held_;
   bool fresh_ = true;
+  int uses_ = 0;
 };
 
 }  // namespace tresmor

@@ -95,6 +95,15 @@ TEST_F(CheckedOperationsTest, ACancelLeavesTheRestAndTellsTheFirstFailureToo) {
   EXPECT_EQ(operations.calls.size(), 2U);
 }
 
+TEST_F(CheckedOperationsTest, ACancelThatLeavesNothingIsNone) {
+  watch.cancelled = [this] { return operations.calls.size() == 2; };
+  EXPECT_EQ(Do(DeleteThese({"/a", "/b"})).code, OperationCode::Done);
+  operations.calls.clear();
+  operations.results = {{}, {OperationCode::Cancelled, "Cancelled: 0 of 1."}};
+  const OperationResult result = Do(DeleteThese({"/a", "/b"}));
+  EXPECT_EQ(result.code, OperationCode::Cancelled);
+}
+
 TEST_F(CheckedOperationsTest, ACancelOfTheJudgementLeavesTheFile) {
   watch.cancelled = [this] { return !judged.empty(); };
   EXPECT_EQ(Do(DeleteThese({"/a", "/b"})).code, OperationCode::Cancelled);
@@ -102,7 +111,7 @@ TEST_F(CheckedOperationsTest, ACancelOfTheJudgementLeavesTheFile) {
 }
 
 TEST_F(CheckedOperationsTest, UndoStepsArePassedOn) {
-  checked.BeginUndoStep();
+  checked.BeginUndoStep().reset();
   EXPECT_EQ(operations.callsAtUndoSteps.size(), 1U);
 }
 

@@ -26,14 +26,14 @@ class DeleteWithFoldersTest : public testing::Test, protected tests::FileOpsWorl
 
 TEST_F(DeleteWithFoldersTest, FilesGoForGoodAndTheirEmptiedFoldersToTheTrash) {
   AddFile("/data/trashed");
-  executor.BeginUndoStep();
+  executor.BeginUndoStep().reset();
   transfer.TransferMarked(lst, {.wFunc = FO_DELETE, .bUndo = true, .bYesToAll = true});
   lst.SetChecked(1, false);
   AddFile("/data/in/one");
   AddFile("/data/in/two");
   AddFile("/data/kept/three");
   files.MakeFile("/data/kept/four", "x");
-  executor.BeginUndoStep();
+  executor.BeginUndoStep().reset();
   transfer.TransferMarked(lst, {.wFunc = FO_DELETE, .bUndo = false, .bYesToAll = true});
   transfer.RmEmptyDirs(lst, "", true);
   FolderListing listing;

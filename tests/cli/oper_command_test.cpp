@@ -150,6 +150,55 @@ TEST_F(OperTest, ACancelLeavesTheRestAndSavesTheSession) {
   EXPECT_EQ(Rows().size(), 4U);
 }
 
+TEST_F(OperTest, ACancelThatLeavesNothingIsNone) {
+  files.MakeFile("/data/empty", "");
+  changes.SetHook([this](const MemoryFileChanges::Call& call) {
+    if (call.op == MemoryFileChanges::Op::Remove) interrupted = true;
+  });
+  for (const auto& [list, name] : {std::pair("duplicates", "two"), std::pair("zero", "empty")}) {
+    interrupted = false;
+    SaveAndMark(name, list);
+    const ConsoleRun run = Do("delete", {"--yes", "--list", list});
+    EXPECT_TRUE(interrupted);
+    EXPECT_EQ(run.err, "");
+    EXPECT_EQ(run.status, kRanThrough);
+  }
+}
+
+TEST_F(OperTest, NobodyUndoesBetweenTheFilesOfAStep) {
+  SaveAndMark("t*");
+  std::vector<Errors> held;
+  files.SetHook([&](const MemoryFileSystem::Call& call) {
+    if (call.op != MemoryFileSystem::Op::Open || call.path != "/data/a/one") return;
+    held.push_back(UndoLog(files, changes, "/home/state/undo").HoldAlone());
+  });
+  EXPECT_EQ(Do("trash").status, kRanThrough);
+  files.SetHook(nullptr);
+  EXPECT_THAT(held, ElementsAre(testing::_, Errors::PathAccess));
+  EXPECT_EQ(UndoLog(files, changes, "/home/state/undo").HoldAlone(), Errors::None);
+}
+
+// More than one path for who reads on behind a NUL.
+TEST_F(OperTest, ARowWithANulInItsPathFailsAndStays) {
+  for (const std::string command : {"trash", "delete"}) {
+    SaveAndMark("two");
+    std::string session = AllFiles(files).at("/home/s.Tresmor");
+    const std::string row = "two|-/data/b/";
+    ASSERT_NE(session.find(row), session.npos);
+    session.replace(session.find(row), 3, std::string("t\0/data/a/one", 13));
+    files.SetContent("/home/s.Tresmor", session);
+    EXPECT_THAT(Do(command, {}).out, HasSubstr("\n1 of them would fail: there is a NUL in the path.\n"));
+    const auto before = Data();
+    for (const char* option : {"--allow-all", "--no-verify"}) {
+      const ConsoleRun run = Do(command, {"--yes", option});
+      EXPECT_THAT(run.err, HasSubstr("(NUL in its path) /data/b/t\\\\0/data/a/one could not be "));
+      EXPECT_EQ(run.status, kNotAllDone);
+    }
+    EXPECT_EQ(Data(), before);
+    EXPECT_THAT(Rows(), testing::Contains(std::string("/data/b/t\0/data/a/one*", 22)));
+  }
+}
+
 // More files than go in one operation.
 TEST_F(OperTest, ACancelIsToldOnce) {
   for (int i = 0; i <= 2000; ++i) files.MakeFile("/data/many/t" + std::to_string(i), "");

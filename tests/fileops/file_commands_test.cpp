@@ -200,6 +200,7 @@ TEST_F(FileCommandsTest, ADeleteIsToTheRecycleBinOrForGood) {
   EXPECT_EQ(operations.calls[1].fFlags, 0x0018);
   EXPECT_THAT(Rows(lst), IsEmpty());
   EXPECT_THAT(operations.callsAtUndoSteps, ElementsAre(0U, 1U));
+  EXPECT_THAT(operations.callsAtStepEnds, ElementsAre(1U, 2U));
 }
 
 TEST_F(FileCommandsTest, EmptiedFoldersGoToTheRecycleBinAfterADeleteForGood) {
@@ -216,7 +217,18 @@ TEST_F(FileCommandsTest, EmptiedFoldersGoToTheRecycleBinAfterADeleteForGood) {
   EXPECT_EQ(operations.calls[1].fFlags, 0x0048);
   EXPECT_THAT(Sources(1), ElementsAre("/data"));
   EXPECT_THAT(operations.callsAtUndoSteps, ElementsAre(0U));  // one step with the files
+  EXPECT_THAT(operations.callsAtStepEnds, ElementsAre(2U));
   EXPECT_THAT(Rows(lst), IsEmpty());
+}
+
+TEST_F(FileCommandsTest, AMoveIsOneStepWithItsEmptiedFolders) {
+  AddFile("/data/a");
+  files.MakeFolder("/keep");
+  YesTo("/keep", [](FrmFileOper& form) { form.chkRemoveEmptyDir.Value = kTicked; });
+  commands.MoveFile();
+  ASSERT_THAT(operations.calls, SizeIs(2));
+  EXPECT_THAT(operations.callsAtUndoSteps, ElementsAre(0U));
+  EXPECT_THAT(operations.callsAtStepEnds, ElementsAre(2U));
 }
 
 TEST_F(FileCommandsTest, AMoveLeavesTheFolderThatHoldsItsDestination) {

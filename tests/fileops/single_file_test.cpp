@@ -16,6 +16,7 @@ using testing::IsEmpty;
 class RenamesOnly final : public FileChanges {
  public:
   Errors Rename(const std::string& from, const std::string& to) override {
+    if (failure != Errors::None) return failure;
     if (!paths.contains(from)) return Errors::FileNotFound;
     if (paths.contains(to)) return Errors::FileExists;
     paths.erase(from);
@@ -39,6 +40,7 @@ class RenamesOnly final : public FileChanges {
   }
 
   std::set<std::string> paths;
+  Errors failure = Errors::None;  // of each rename
 
  private:
   static Errors Unexpected() {
@@ -66,7 +68,9 @@ class SingleFileTest : public testing::Test, protected tests::FileOpsWorld {
 
   RenamesOnly changes;
   Options options;
-  SingleFile single{results, options, {changes, shell, dialogs, files.Style()}};
+  FrmFileProgress frm;
+  FileJob job{frm, events, dialogs};
+  SingleFile single{results, options, {files, changes, operations, shell, dialogs, job}};
 };
 
 TEST_F(SingleFileTest, EachAsksForARowWhereNoneIsSelected) {
@@ -138,6 +142,28 @@ TEST_F(SingleFileTest, NoOtherRowGetsTheNameOfOneThatWent) {
   Answer("new.txt");
   EXPECT_TRUE(changes.paths.contains("/data/new.txt"));
   EXPECT_THAT(Rows(lst), ElementsAre("/data/a.txt", "/data/z.txt"));
+}
+
+TEST_F(SingleFileTest, WhatTheDiskCannotRenameSafelyIsAnOperationOfItsOwn) {
+  changes.failure = Errors::DifferentDrive;
+  Answer("new.txt");
+  ASSERT_EQ(operations.calls.size(), 1U);
+  const ShFileOpStruct& operation = operations.calls[0];
+  EXPECT_EQ(operation.wFunc, FO_RENAME);
+  EXPECT_THAT(Sources(0), ElementsAre("/data/my file.txt"));
+  EXPECT_THAT(operations.Paths(operation.pTo), ElementsAre("/data/new.txt"));
+  EXPECT_EQ(operation.fFlags, FOF_MULTIDESTFILES);
+  EXPECT_EQ(operation.destination, "/data");
+  EXPECT_THAT(Rows(lst), ElementsAre("/data/a.txt", "/data/new.txt"));
+  EXPECT_THAT(operations.callsAtUndoSteps, IsEmpty());
+}
+
+TEST_F(SingleFileTest, AnOperationThatFailsLeavesTheRow) {
+  changes.failure = Errors::DifferentDrive;
+  operations.results = {{OperationCode::Exists, "taken"}};
+  ExpectBox("File can't be renamed.", BoxIcon::None, "Can't rename");
+  Answer("new.txt");
+  EXPECT_THAT(Rows(lst), ElementsAre("/data/a.txt", "/data/my file.txt"));
 }
 
 TEST_F(SingleFileTest, OpensTheFileByTheDesktop) {

@@ -105,6 +105,15 @@ TEST_F(TransferTest, TwoThousandFilesAreOneBatch) {
   EXPECT_THAT(Sources(0), SizeIs(2000));
 }
 
+TEST_F(TransferTest, APathWithANulIsListedAsOneThatIsNoPath) {
+  AddRow("/data/a");
+  AddRow("/data/one\0/data/two"s);
+  transfer.TransferMarked(lst, {.wFunc = FO_MOVE, .bDirStruct = true, .destPath = "/d"});
+  ASSERT_THAT(operations.calls, SizeIs(1));
+  EXPECT_THAT(Sources(0), ElementsAre("/data/a", "(NUL in its path) /data/one\\0/data/two"));
+  EXPECT_THAT(operations.Paths(operations.calls[0].pTo), ElementsAre("/d/data/a", "/d/data/one\\0/data/two"));
+}
+
 TEST_F(TransferTest, OneMoreIsABatchOfItsOwn) {
   AddRow("/data/unmarked", tests::Mark::Off);
   AddRows(2001);

@@ -41,6 +41,15 @@ TEST_P(FileSystemContract, ListTellsNameKindAndHidden) {
   EXPECT_EQ(listing.changedNs, Stat(At("top")).changedNs);
 }
 
+TEST_P(FileSystemContract, StatTellsLinksFromOtherKinds) {
+  world_->MakeFile(At("top/file"), "x");
+  world_->MakeLink(At("top/link"), "file");
+  world_->MakeLink(At("top/nowhere"), "missing");
+  world_->MakeFifo(At("top/fifo"));
+  for (const char* link : {"top/link", "top/nowhere"}) EXPECT_TRUE(Stat(At(link)).link) << link;
+  for (const char* other : {"top", "top/file", "top/fifo"}) EXPECT_FALSE(Stat(At(other)).link) << other;
+}
+
 TEST_P(FileSystemContract, ListReplacesWhatTheListingHeld) {
   world_->MakeFile(At("one/a"), "");
   world_->MakeFolder(At("two"));

@@ -107,6 +107,17 @@ TEST_F(PosixChanges, ACopyHasPermissionsAndTimesToTheNanosecond) {
   EXPECT_EQ(to.st_mtim.tv_nsec, 987'654'321);
 }
 
+// Reading a file that was written since it was last read changes the time of that.
+TEST_F(PosixChanges, ACopyHasTheTimeOfTheLastAccessBeforeItWasMade) {
+  world_->MakeFile(At("from"), "12345");
+  const timespec times[2] = {{1'000'000'000, 123'456'789}, {1'100'000'000, 0}};
+  ASSERT_EQ(utimensat(AT_FDCWD, At("from").c_str(), times, 0), 0);
+  CopyWhole(At("from"), At("to"));
+  EXPECT_EQ(Stat(At("to")).st_atim.tv_sec, 1'000'000'000);
+  EXPECT_EQ(Stat(At("to")).st_atim.tv_nsec, 123'456'789);
+  EXPECT_EQ(Stat(At("to")).st_mtim.tv_sec, 1'100'000'000);
+}
+
 TEST_F(PosixChanges, ACopyHasTheExtendedAttributes) {
   world_->MakeFile(At("from"), "12345");
   const std::string value(2000, '\xFE');

@@ -74,6 +74,14 @@ TEST_F(PosixTrash, OnTheDiskOfTheHomeFolderItIsTheUsersOwn) {
   EXPECT_EQ(Place(At("elsewhere/file")).folder, place.folder);
 }
 
+TEST_F(PosixTrash, TheWayToAFileIsTheRealOneWhicheverTrashItGoesTo) {
+  world_->MakeFolder(At("home"));
+  world_->MakeFile(At("real/in/file"), "1");
+  world_->MakeLink(At("linked"), At("real/in"));
+  EXPECT_EQ(Place(At("linked/../in/file")).realFolder, At("real/in"));
+  EXPECT_EQ(Place(At("linked/file")).folder, At("home/.local/share/Trash"));
+}
+
 TEST_F(PosixTrash, TheUsersOwnMayBeALinkOnTheSameDisk) {
   world_->MakeFolder(At("home/.local/share"));
   world_->MakeFolder(At("kept here"));

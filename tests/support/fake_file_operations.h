@@ -4,6 +4,7 @@
 
 #include <deque>
 #include <functional>
+#include <memory>
 #include <set>
 #include <string>
 #include <string_view>
@@ -19,7 +20,10 @@ class FakeFileOperations final : public FileOperations {
  public:
   explicit FakeFileOperations(MemoryFileSystem& files) : files_(files) {}
 
-  void BeginUndoStep() override { callsAtUndoSteps.push_back(calls.size()); }
+  std::unique_ptr<OpenUndoStep> BeginUndoStep() override {
+    callsAtUndoSteps.push_back(calls.size());
+    return std::make_unique<Step>(*this);
+  }
 
   OperationResult ShFileOperation(const ShFileOpStruct& operation, OperationWatch& watch) override {
     calls.push_back(operation);
@@ -45,11 +49,22 @@ class FakeFileOperations final : public FileOperations {
 
   std::vector<ShFileOpStruct> calls;
   std::vector<std::size_t> callsAtUndoSteps;  // how many had been made when each step began
+  std::vector<std::size_t> callsAtStepEnds;   // and when it ended
   std::deque<OperationResult> results;        // to come, in order; done when there are none
   std::set<std::string> stuck;                // what stays where it is
   std::function<void(const ShFileOpStruct&, OperationWatch&)> onOperation;  // on the operation's thread
 
  private:
+  class Step final : public OpenUndoStep {
+   public:
+    explicit Step(FakeFileOperations& operations) : operations_(operations) {}
+    ~Step() override { operations_.callsAtStepEnds.push_back(operations_.calls.size()); }
+    Step(const Step&) = delete;
+    Step& operator=(const Step&) = delete;
+
+   private:
+    FakeFileOperations& operations_;
+  };
   void Take(const std::string& path) {
     FileStat stat;
     if (!stuck.contains(path) && files_.Stat(path, stat) == Errors::None) files_.Remove(path);

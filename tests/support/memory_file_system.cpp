@@ -191,6 +191,7 @@ Errors MemoryFileSystem::StatOf(const Place& place, FileStat& stat) const {
   if (node.statFailure != Errors::None) return node.statFailure;
   stat.kind = node.kind;
   stat.hidden = IsHidden(place);
+  stat.link = node.link;
   stat.size = node.size;
   stat.modified = node.modified;
   stat.changedNs = node.changed * 1'000'000'000;

@@ -91,6 +91,25 @@ TEST_F(FileExecutorTest, NeverCopiesOrDeletesWhereThereIsNoTrash) {
   EXPECT_THAT(Names("/home/me/Trash/info"), ElementsAre());
 }
 
+TEST_F(FileExecutorTest, SaysSoWhereAFileCannotBeRenamedIntoTheTrashSafely) {
+  Make("/a/one");
+  changes.SetWithoutRename("/home/me/Trash");
+  ExpectFailed(program.Do(TrashThese({"/a/one"})), OperationCode::NoTrash,
+               "/a/one could not be moved to the trash: it can't be renamed into /home/me/Trash in a way that is sure "
+               "to replace nothing.");
+  EXPECT_TRUE(Stands("/a/one"));
+}
+
+TEST_F(FileExecutorTest, DeletesOnlyFilesAndLinksForGood) {
+  Make("/a/one");
+  files.MakeLink("/a/link", "nowhere");
+  files.MakeFifo("/a/fifo");
+  ExpectFailed(program.Do(DeleteThese({"/a/one", "/a/fifo", "/a/link"})), OperationCode::Denied,
+               "/a/fifo could not be deleted: it is a pipe, a socket or a device, and only files and links are "
+               "deleted for good.");
+  EXPECT_THAT(Names("/a"), ElementsAre("fifo"));
+}
+
 TEST_F(FileExecutorTest, TriesTheNextTrashFolder) {
   files.MakeFolder("/usb/.Trash/1/files");
   files.MakeFolder("/usb/.Trash/1/info");

@@ -310,11 +310,41 @@ TEST_F(FileExecutorTest, ACopyInItsPlaceReplacesNothingAndLeavesNoHalf) {
   EXPECT_EQ(Bytes("/a/one"), "bytes of /a/one");
 }
 
+TEST_F(FileExecutorTest, ARenameByCopyReplacesNothingAndIsNoStepToUndo) {
+  for (const char* path : {"/a/one", "/d/two", "/d/taken"}) Make(path);
+  ExpectDone(program.Do(PutThese(FO_MOVE, {"/a/one"}, "/b")));
+  program.executor.BeginUndoStep().reset();
+  changes.SetWithoutRename("/d");
+  const auto rename = [](const std::string& to) {
+    return ShFileOpStruct{FO_RENAME, ListOf({"/d/two"}), ListOf({to}), FOF_MULTIDESTFILES, "/d"};
+  };
+  ExpectFailed(program.Do(rename("/d/taken")), OperationCode::Exists,
+               "/d/two could not be moved: /d/taken stands there already.");
+  // Its time comes out another one than it was, as on disks that keep it roughly.
+  changes.SetHook([this](const Call& call) {
+    if (call.op == Op::FlushFolder) files.SetModified("/d/new", 1000);
+  });
+  ExpectDone(program.Do(rename("/d/new")));
+  EXPECT_THAT(Names("/d"), ElementsAre("new", "taken"));
+  EXPECT_EQ(Bytes("/d/new"), "bytes of /d/two");
+  EXPECT_EQ(Bytes("/d/taken"), "bytes of /d/taken");
+  EXPECT_EQ(program.Undone().putBack, 1);
+  EXPECT_TRUE(Stands("/a/one") && Stands("/d/new"));
+}
+
 TEST_F(FileExecutorTest, DoesNothingThatItCannotNote) {
   Make("/a/one");
   changes.Fail(Op::Append, "/home/me/state/undo.new", Errors::DiskFull);
   ExpectFailed(program.Do(TrashThese({"/a/one"})), OperationCode::DiskFull,
-               "/a/one could not be moved to the trash: the disk of /home/me/state/undo is full.");
+               "/a/one could not be moved to the trash: how to undo it can't be noted, as the disk of "
+               "/home/me/state/undo is full.");
+  EXPECT_TRUE(Stands("/a/one"));
+  changes.Fail(Op::Append, "/home/me/state/undo.new", Errors::None);
+  files.Remove("/home/me/state");
+  changes.SetReadOnly("/home/me");
+  ExpectFailed(program.Do(PutThese(FO_MOVE, {"/a/one"}, "/usb/d")), OperationCode::Denied,
+               "/a/one could not be moved: how to undo it can't be noted, as there is no permission to write to "
+               "/home/me/state.");
   EXPECT_TRUE(Stands("/a/one"));
   ExpectDone(program.Do(DeleteThese({"/a/one"})));
 }

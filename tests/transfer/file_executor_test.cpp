@@ -33,6 +33,16 @@ TEST_F(FileExecutorTest, ACancelEndsBetweenPiecesAndLeavesNoPart) {
   }
 }
 
+TEST_F(FileExecutorTest, ACancelThatLeavesNothingIsNone) {
+  Make("/a/one");
+  watch.cancelled = [this] { return Stands("/d/one"); };
+  ExpectDone(program.Do(PutThese(FO_MOVE, {"/a/one"}, "/d")));
+  Make("/a/two");
+  watch.cancelled = [this] { return Stands("/d/two"); };
+  ExpectFailed(program.Do(PutThese(FO_MOVE, {"/a/gone", "/a/two"}, "/d")), OperationCode::NotFound,
+               "/a/gone could not be moved: it is not there.");
+}
+
 TEST_F(FileExecutorTest, ACancelTellsTheFirstFailureToo) {
   Make("/a/two");
   Make("/a/three");
@@ -45,7 +55,7 @@ TEST_F(FileExecutorTest, ACancelBeforeTheFirstFileKeepsTheLastUndoStep) {
   Make("/a/one");
   Make("/a/two");
   ExpectDone(program.Do(PutThese(FO_MOVE, {"/a/one"}, "/d")));
-  program.executor.BeginUndoStep();
+  program.executor.BeginUndoStep().reset();
   watch.cancelled = [] { return true; };
   EXPECT_EQ(program.Do(PutThese(FO_MOVE, {"/a/two"}, "/d")).code, OperationCode::Cancelled);
   watch.cancelled = nullptr;
@@ -115,13 +125,28 @@ TEST_F(FileExecutorTest, ADeleteForGoodKeepsTheUndoStepBefore) {
   for (const char* path : {"/a/one", "/b/in/two", "/b/in/three"}) Make(path);
   ExpectDone(program.Do(TrashThese({"/a/one", "/b/in/two"})));
   Program later(disks);
-  later.executor.BeginUndoStep();
+  later.executor.BeginUndoStep().reset();
   ExpectDone(later.Do(DeleteThese({"/b/in/three"})));
   ExpectDone(later.Do(TrashThese({"/b/in"})));  // the folder that it emptied
   EXPECT_FALSE(Stands("/b/in"));
   EXPECT_EQ(later.Undone().putBack, 3);
   EXPECT_THAT(Names("/b/in"), ElementsAre("two"));
   EXPECT_TRUE(Stands("/a/one"));
+}
+
+TEST_F(FileExecutorTest, NoOtherProgramComesBetweenTheOperationsOfAStep) {
+  for (const char* path : {"/a/one", "/b/two", "/c/three"}) Make(path);
+  UndoLog otherLog(files, changes, "/home/me/state/undo");
+  FileExecutor otherExecutor(files, changes, program.trash, otherLog);
+  {
+    const auto step = program.executor.BeginUndoStep();
+    ExpectDone(program.Do(PutThese(FO_MOVE, {"/a/one"}, "/d")));
+    const auto otherStep = otherExecutor.BeginUndoStep();
+    EXPECT_THAT(Undo(files, changes, otherLog).Run(watch).trouble, testing::HasSubstr("is in use by another program"));
+    ExpectDone(otherExecutor.ShFileOperation(PutThese(FO_MOVE, {"/b/two"}, "/e"), watch));
+    ExpectDone(program.Do(PutThese(FO_MOVE, {"/c/three"}, "/d")));
+  }
+  EXPECT_EQ(program.Undone().putBack, 3);
 }
 
 TEST_F(FileExecutorTest, ASecondProgramAtWorkJoinsTheStep) {
@@ -133,7 +158,7 @@ TEST_F(FileExecutorTest, ASecondProgramAtWorkJoinsTheStep) {
   changes.SetHook([&, begun = false](const MemoryFileChanges::Call& call) mutable {
     if (begun || call.op != Op::Rename) return;
     begun = true;
-    other.BeginUndoStep();
+    other.BeginUndoStep().reset();
     ExpectDone(other.ShFileOperation(PutThese(FO_MOVE, {"/b/two"}, "/e"), otherWatch));
     EXPECT_EQ(Undo(files, changes, otherLog).Run(otherWatch).trouble,
               "The list of what can be undone, /home/me/state/undo, is in use by another program; nothing was put "

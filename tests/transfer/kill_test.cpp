@@ -33,6 +33,7 @@ using std::chrono::nanoseconds;
 using std::chrono::steady_clock;
 
 constexpr int kKills = 500;
+constexpr int kKillsBetweenDisks = 200;
 
 // An empty folder, without a separator at its end, that goes at the end; none where it can't be made.
 class Scratch {
@@ -67,7 +68,7 @@ struct Grounds {
   bool hasOther = false;
 };
 
-enum class Kind { Trash, Move, MoveAcross, MoveBackAcross, Copy };
+enum class Kind { Trash, TrashOfDisk, Move, MoveAndCleanUp, MoveAcross, MoveBackAcross, Copy };
 
 struct KilledOperation {
   const char* name;
@@ -81,16 +82,21 @@ constexpr std::size_t kFew = 2;
 constexpr std::size_t kMany = 20;
 constexpr std::size_t kShort = 2'000;
 constexpr std::size_t kLong = 2'000'000;
-constexpr std::array kScenarios = {
+constexpr std::array kOnOneDisk = {
     KilledOperation{"trash", Kind::Trash, false, kMany, kShort},
     KilledOperation{"trash undone", Kind::Trash, true, kMany, kShort},
     KilledOperation{"move", Kind::Move, false, kMany, kShort},
     KilledOperation{"move undone", Kind::Move, true, kMany, kShort},
     KilledOperation{"copy", Kind::Copy, false, kFew, kShort},
+    KilledOperation{"move with structure and clean-up", Kind::MoveAndCleanUp, false, kMany, kShort},
+    KilledOperation{"move with structure and clean-up undone", Kind::MoveAndCleanUp, true, kMany, kShort},
+    KilledOperation{"trash of a disk of its own", Kind::TrashOfDisk, false, kMany, kShort},
+    KilledOperation{"trash of a disk of its own undone", Kind::TrashOfDisk, true, kMany, kShort},
+};
+constexpr std::array kBetweenDisks = {
     KilledOperation{"move to another disk", Kind::MoveAcross, false, kFew, kLong},
     KilledOperation{"move from another disk undone", Kind::MoveBackAcross, true, kFew, kLong},
 };
-constexpr std::size_t kOnOneDisk = 5;  // of them, the first
 
 // A file of a test repeats one line, so that the line and the size tell all of its bytes: a text of the two stands for
 // them here. To hold the bytes themselves would make this process big and each fork of it slow.
@@ -130,6 +136,18 @@ std::string ReadFile(const std::string& path) {
   return regular ? StandIn({first.data(), kLine}, size) : "no file of the test's, " + std::to_string(size) + " bytes";
 }
 
+// The trash at the top of a disk whose top is this folder.
+class DiskTrash final : public TrashPlaces {
+ public:
+  explicit DiskTrash(std::string top) : top_(std::move(top)) {}
+  std::vector<TrashPlace> Places(const std::string& path) override {
+    return {{top_ + "/Trash", top_, fs::path(path).parent_path()}};
+  }
+
+ private:
+  const std::string top_;
+};
+
 // What one scenario begins with, and what it does.
 class Trial {
  public:
@@ -155,11 +173,14 @@ class Trial {
 
   // Whether all went well.
   bool Do(OperationWatch& watch) const {
-    Machine machine(Here());
-    return machine.executor.ShFileOperation(Operation(), watch).code == OperationCode::Done;
+    Machine machine(*this);
+    const auto step = machine.executor.BeginUndoStep();
+    return std::ranges::all_of(Operations(), [&](const ShFileOpStruct& operation) {
+      return machine.executor.ShFileOperation(operation, watch).code == OperationCode::Done;
+    });
   }
   bool TakeBack(OperationWatch& watch) const {
-    Machine machine(Here());
+    Machine machine(*this);
     const UndoResult result = Undo(machine.files, machine.changes, machine.log).Run(watch);
     return result.trouble.empty() && result.left.empty();
   }
@@ -188,11 +209,16 @@ class Trial {
  private:
   // One run of the program.
   struct Machine {
-    explicit Machine(const std::string& here)
-        : trash(here + "/Trash"), log(files, changes, here + "/state/undo"), executor(files, changes, trash, log) {}
+    explicit Machine(const Trial& trial)
+        : homeTrash(trial.TrashFolder()),
+          diskTrash(trial.Here()),
+          log(files, changes, trial.Here() + "/state/undo"),
+          executor(files, changes,
+                   trial.scenario_.kind == Kind::TrashOfDisk ? static_cast<TrashPlaces&>(diskTrash) : homeTrash, log) {}
     PosixFileSystem files;
     PosixFileChanges changes;
-    PosixTrashPlaces trash;
+    PosixTrashPlaces homeTrash;
+    DiskTrash diskTrash;
     UndoLog log;
     FileExecutor executor;
   };
@@ -206,9 +232,27 @@ class Trial {
   }
   std::string TrashFolder() const { return Here() + "/Trash"; }
 
-  ShFileOpStruct Operation() const {
-    if (scenario_.kind == Kind::Trash) return TrashThese(sources_);
-    return PutThese(scenario_.kind == Kind::Copy ? FO_COPY : FO_MOVE, sources_, TargetRoot() + "/keep");
+  // What a user asks for at once.
+  std::vector<ShFileOpStruct> Operations() const {
+    const std::string keep = TargetRoot() + "/keep";
+    switch (scenario_.kind) {
+      case Kind::Trash:
+      case Kind::TrashOfDisk:
+        return {TrashThese(sources_)};
+      case Kind::Copy:
+        return {PutThese(FO_COPY, sources_, keep)};
+      case Kind::MoveAndCleanUp:
+        break;
+      default:
+        return {PutThese(FO_MOVE, sources_, keep)};
+    }
+    Paths places;
+    std::set<std::string> folders;
+    for (const std::string& path : sources_) {
+      places.push_back(keep + path);
+      folders.insert(fs::path(path).parent_path());
+    }
+    return {PutTheseAt(FO_MOVE, sources_, places, keep), TrashThese({folders.begin(), folders.end()})};
   }
 
   void Make(const std::string& path, std::size_t count) {
@@ -355,15 +399,12 @@ void RunAndKill(const Trial& trial, const KilledOperation& scenario, const Momen
   ASSERT_TRUE(InPlace(undone, wanted));
 }
 
-TEST(KillTest, WhereverItIsKilledNothingIsLostOrReplacedAndUndoPutsAllBack) {
-  const Grounds grounds;
-  ASSERT_FALSE(grounds.here.Path().empty());
-  const std::span scenarios = std::span(kScenarios).first(grounds.hasOther ? kScenarios.size() : kOnOneDisk);
+void KillAtRandom(const Grounds& grounds, std::span<const KilledOperation> scenarios, int kills) {
   std::vector<Course> whole;
   for (const KilledOperation& scenario : scenarios) whole.push_back(WholeRun(grounds, scenario));
   std::mt19937 random(1);
   std::vector<Tally> tallies(scenarios.size());
-  for (int kill = 0; kill < kKills; ++kill) {
+  for (int kill = 0; kill < kills; ++kill) {
     const std::size_t which = random() % scenarios.size();
     const Moment moment = SomeMoment(whole[which], random);
     SCOPED_TRACE(testing::Message() << scenarios[which].name << ", kill " << kill);
@@ -375,12 +416,25 @@ TEST(KillTest, WhereverItIsKilledNothingIsLostOrReplacedAndUndoPutsAllBack) {
   for (std::size_t which = 0; which < scenarios.size(); ++which) {
     all.running += tallies[which].running;
     all.halfDone += tallies[which].halfDone;
-    RecordProperty(std::string("half done, ") + scenarios[which].name, tallies[which].halfDone);
+    testing::Test::RecordProperty(std::string("half done, ") + scenarios[which].name, tallies[which].halfDone);
   }
-  RecordProperty("kills of a running operation", all.running);
-  RecordProperty("of them half done", all.halfDone);
+  testing::Test::RecordProperty("kills of a running operation", all.running);
+  testing::Test::RecordProperty("of them half done", all.halfDone);
   EXPECT_GT(all.running, 0);
   EXPECT_GT(all.halfDone, 0);
+}
+
+TEST(KillTest, WhereverItIsKilledNothingIsLostOrReplacedAndUndoPutsAllBack) {
+  const Grounds grounds;
+  ASSERT_FALSE(grounds.here.Path().empty());
+  KillAtRandom(grounds, kOnOneDisk, kKills);
+}
+
+TEST(KillTest, SoItIsBetweenTwoDisks) {
+  const Grounds grounds;
+  ASSERT_FALSE(grounds.here.Path().empty());
+  if (!grounds.hasOther) GTEST_SKIP() << "/dev/shm is no other file system than the folder for temporary files";
+  KillAtRandom(grounds, kBetweenDisks, kKillsBetweenDisks);
 }
 
 }  // namespace

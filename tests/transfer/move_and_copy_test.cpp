@@ -185,7 +185,7 @@ TEST_F(FileExecutorTest, RefusesWhatIsNoOrder) {
   EXPECT_EQ(code(PutThese(FO_MOVE, {"/a/one"}, "d")), OperationCode::BadName);
   EXPECT_EQ(code(PutThese(FO_MOVE, {"one"}, "/d")), OperationCode::BadName);
   EXPECT_EQ(code(PutTheseAt(FO_MOVE, {"/a/one", "/a/two"}, {"/d/one"}, "/d")), OperationCode::BadName);
-  EXPECT_EQ(code(PutThese(4, {"/a/one"}, "/d")), OperationCode::BadName);
+  EXPECT_EQ(code(PutThese(5, {"/a/one"}, "/d")), OperationCode::BadName);
   EXPECT_EQ(code(TrashThese({"/a/none"})), OperationCode::NotFound);
   EXPECT_THAT(changes.Calls(), ElementsAre());
 }

@@ -65,7 +65,7 @@ TEST_F(UndoTest, UndoesTheLastStepAlone) {
   Make("/a/two");
   Make("/a/three");
   Do(PutThese(FO_MOVE, {"/a/one"}, "/d"));
-  program.executor.BeginUndoStep();
+  program.executor.BeginUndoStep().reset();
   Do(PutThese(FO_MOVE, {"/a/two"}, "/d"));
   Do(PutThese(FO_MOVE, {"/a/three"}, "/d"));
   EXPECT_THAT(Left(2), ElementsAre());
@@ -79,7 +79,7 @@ TEST_F(UndoTest, ACopyIsNoStep) {
   Make("/a/one");
   Make("/a/two");
   Do(PutThese(FO_MOVE, {"/a/one"}, "/d"));
-  program.executor.BeginUndoStep();
+  program.executor.BeginUndoStep().reset();
   Do(PutThese(FO_COPY, {"/a/two"}, "/d"));
   EXPECT_THAT(Left(1), ElementsAre());
   EXPECT_TRUE(Stands("/a/one"));
@@ -326,6 +326,33 @@ TEST_F(UndoTest, TakesAwayATrashinfoThatAKilledProgramLeft) {
   EXPECT_EQ(Program(disks).Undone().putBack, 0);
   EXPECT_FALSE(Stands("/home/me/Trash/info/one.trashinfo"));
   EXPECT_TRUE(Stands("/a/one"));
+}
+
+// Files that come back into a folder change its time.
+TEST_F(UndoTest, AnUndoAfterAKilledOneKnowsAFolderAgainThatIsBack) {
+  Make("/a/in/one");
+  Make("/a/in/deep/two");
+  std::size_t calls = 0;
+  for (std::size_t kill = 0; kill <= calls; ++kill) {
+    Do(TrashThese({"/a/in/one", "/a/in"}));
+    Program killed(disks);
+    if (kill > 0) killed.changes.CrashAfter(kill, MemoryFileChanges::Crash::OfProgram);
+    killed.changes.SetHook([&](const MemoryFileChanges::Call& call) {
+      if (call.path == "/home/me/state/undo" && Stands("/a/in/one")) files.SetModified("/a/in", 99);
+      if (call.path == "/a/in/one") files.SetModified("/a/in", 98);
+    });
+    try {
+      killed.Undone();
+    } catch (const MemoryCrash&) {
+    }
+    if (kill == 0) calls = killed.changes.Calls().size();
+    const UndoResult second = Program(disks).Undone();
+    EXPECT_TRUE(second.left.empty()) << "killed after " << kill << ": " << second.left.front().reason;
+    EXPECT_EQ(second.trouble, "");
+    EXPECT_EQ(AllFiles(files).at("/a/in/one"), "bytes of /a/in/one");
+    EXPECT_TRUE(Stands("/a/in/deep/two"));
+  }
+  EXPECT_GT(calls, 5U);
 }
 
 TEST_F(UndoTest, AFolderThatVanishesUnderACopyBackIsToldAsSuch) {

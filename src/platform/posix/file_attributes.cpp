@@ -76,10 +76,8 @@ mode_t ModeFor(const struct stat& source, const struct stat& target, bool sameAc
 
 }  // namespace
 
-Errors CopyAttributes(int from, int to) {
-  struct stat source {};
+Errors CopyAttributes(int from, const struct stat& source, int to) {
   struct stat target {};
-  if (fstat(from, &source) != 0) return PathFailure(errno);
   if (fchown(to, source.st_uid, source.st_gid) != 0) {
     const Errors failure = UnlessRefused(fchown(to, static_cast<uid_t>(-1), source.st_gid));
     if (failure != Errors::None) return failure;

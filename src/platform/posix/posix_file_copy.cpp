@@ -34,12 +34,20 @@ std::span<char> Piece(std::vector<char>& buffer, std::int64_t length) {
 
 Errors WriteFailure(int error) { return error == EFBIG ? Errors::Overflow : PathFailure(error); }
 
+// Reading it is to leave the time of its last access alone, where that can be told.
+void KeepAccessTime(int file) {
+  const int flags = fcntl(file, F_GETFL);
+  if (flags >= 0) fcntl(file, F_SETFL, flags | O_NOATIME);
+}
+
 FileCopy::Step Passed(std::size_t bytes) { return {static_cast<std::int64_t>(bytes), Errors::None, false}; }
 
 }  // namespace
 
 PosixFileCopy::PosixFileCopy(std::string from, Descriptor source, const struct stat& opened, Descriptor target)
-    : from_(std::move(from)), source_(std::move(source)), opened_(opened), target_(std::move(target)) {}
+    : from_(std::move(from)), source_(std::move(source)), opened_(opened), target_(std::move(target)) {
+  KeepAccessTime(target_.Number());
+}
 
 // Where the file ends, and where the file system doesn't tell of holes, it says that there are bytes: reading tells
 // better.
@@ -95,7 +103,7 @@ FileCopy::Step PosixFileCopy::ReadAndWrite(std::int64_t length) {
   return Passed(result.got);
 }
 
-Errors PosixFileCopy::TakeAttributes() { return CopyAttributes(source_.Number(), target_.Number()); }
+Errors PosixFileCopy::TakeAttributes() { return CopyAttributes(source_.Number(), opened_, target_.Number()); }
 
 Errors PosixFileCopy::Flush() { return fsync(target_.Number()) == 0 ? Errors::None : PathFailure(errno); }
 

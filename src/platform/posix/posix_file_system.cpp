@@ -47,6 +47,7 @@ FileStat ToFileStat(const struct stat& info, bool hidden) {
   FileStat stat;
   stat.kind = KindOfMode(info.st_mode);
   stat.hidden = hidden;
+  stat.link = S_ISLNK(info.st_mode);
   stat.size = info.st_size;
   stat.modified = info.st_mtim.tv_sec;
   stat.changedNs = ChangedNs(info);

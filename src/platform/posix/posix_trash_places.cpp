@@ -135,8 +135,10 @@ std::vector<TrashPlace> PosixTrashPlaces::Places(const std::string& path) {
   Descriptor folder = OpenFolder(FolderOf(path));
   FolderFacts facts;
   if (!Ask(folder, facts)) return {};
-  if (!homeTrash_.empty() && IsReady(OpenOrMake(homeTrash_, facts.volume), facts.volume)) return {{homeTrash_, ""}};
   const std::string realFolder = PathOf(folder);
+  if (!homeTrash_.empty() && IsReady(OpenOrMake(homeTrash_, facts.volume), facts.volume)) {
+    return {{homeTrash_, "", realFolder}};
+  }
   return AtTop(ClimbToTop(std::move(folder)), facts.volume, realFolder);
 }
 
