@@ -3,6 +3,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 
 #include "app/window_program.h"
 #include "desk/options.h"
@@ -13,25 +14,25 @@ namespace {
 
 constexpr int kNoDisplay = 3;
 
-// The toolkit ends a program that finds no display, with words for programmers.
-bool HasDisplay() {
-  for (const char* const name : {"WAYLAND_DISPLAY", "DISPLAY", "QT_QPA_PLATFORM"}) {
-    const char* const value = std::getenv(name);
-    if (value != nullptr && *value != '\0') return true;
+// The toolkit aborts a program that reaches no display, with words for programmers, and says before what it tried.
+void TellNoDisplay(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+  if (type == QtFatalMsg) {
+    std::fputs("Tresmor's window needs a graphical display, and none can be reached. tresmor-cli works without.\n",
+               stderr);
+    std::_Exit(kNoDisplay);
   }
-  return false;
+  const char* const category = context.category == nullptr ? "" : context.category;
+  if (std::strncmp(category, "qt.qpa.", 7) != 0) std::fprintf(stderr, "%s\n", qPrintable(text));
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (!HasDisplay()) {
-    std::fputs("Tresmor's window needs a graphical display, and there is none. tresmor-cli works without.\n", stderr);
-    return kNoDisplay;
-  }
   std::signal(SIGPIPE, SIG_IGN);
   const tresmor::FileWriters writers;
+  qInstallMessageHandler(TellNoDisplay);
   QApplication app(argc, argv);
+  qInstallMessageHandler(nullptr);
   QApplication::setDesktopFileName("tresmor");
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication::setStyle(new tresmor::ProgramStyle);  // the application owns it

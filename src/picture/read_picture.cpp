@@ -11,7 +11,7 @@ namespace tresmor {
 
 namespace {
 
-constexpr qint64 kLongestMetafile = 64 << 20;  // bytes; these are read as a whole
+constexpr qint64 kLongestMetafile = 64 << 20;  // bytes; these are read as a whole, larger ones not at all
 
 struct Format {
   qint64 offset;
@@ -81,8 +81,9 @@ QImage ReadPicture(const std::string& path, QSize bounds) {
   if (!opened.IsOpen() || !file.open(opened.Number(), QIODevice::ReadOnly)) return {};
   const Format* const format = FormatOf(file.peek(64));
   if (format == nullptr) return {};
+  if (format->toSvg != nullptr && file.size() > kLongestMetafile) return {};
   QImage picture = format->toSvg == nullptr ? ReadImage(file, format->reader, bounds)
-                                            : PaintSvg(format->toSvg(file.read(kLongestMetafile)), bounds);
+                                            : PaintSvg(format->toSvg(file.readAll()), bounds);
   return std::move(picture).convertToFormat(QImage::Format_ARGB32_Premultiplied);
 }
 

@@ -193,6 +193,7 @@ void ListWidget::mousePressEvent(QMouseEvent* event) {
     } else {
       list_.SetSelected(row, true);  // a menu over many rows is about the one that was hit
       SetCurrentRow(row);
+      if (list_.OnItemClick) list_.OnItemClick();
     }
   });
 }
@@ -283,7 +284,7 @@ void ListWidget::keyPressEvent(QKeyEvent* event) {
       ToggleMarks(current);
     });
   }
-  if ((key == Qt::Key_Return || key == Qt::Key_Enter) && current != 0) return binder_.Deliver(list_.OnDblClick);
+  if (look_.openingKeys.contains(static_cast<Qt::Key>(key)) && current != 0) return binder_.Deliver(list_.OnDblClick);
   if (!control && !event->text().isEmpty() && event->text().front().isPrint()) return keyboardSearch(event->text());
   event->ignore();
 }

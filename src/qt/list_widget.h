@@ -14,15 +14,16 @@ namespace tresmor {
 struct ListLook {
   bool checkBoxes = false;
   bool multiSelect = false;
-  std::vector<QIcon> icons;                // of SmallIcon, by its number
-  std::function<std::string()> hoverText;  // of the row that the pointer was moved over last
+  QList<Qt::Key> openingKeys = {Qt::Key_Return, Qt::Key_Enter};  // that are a double click
+  std::vector<QIcon> icons;                                      // of SmallIcon, by its number
+  std::function<std::string()> hoverText;                        // of the row that the pointer was moved over last
 };
 
 // Shows a list. What is selected are bits of the control's rows, however many: the toolkit knows only the current row.
 //
-// Keys besides the usual: Space marks, or unmarks, all selected rows like the current one; Enter is a double click;
-// Ctrl and a digit sorts by the column of that number; Menu or Shift+F10 is the right button. Letters typed quickly go
-// to the next name that begins with them; one letter over and over goes from name to name.
+// Keys besides the usual: Space marks, or unmarks, all selected rows like the current one; Enter, or what the look
+// names, is a double click; Ctrl and a digit sorts by the column of that number; Menu or Shift+F10 is the right button.
+// Letters typed quickly go to the next name that begins with them; one letter over and over goes from name to name.
 class ListWidget : public QTreeView {
  public:
   ListWidget(ListView& list, const Binder& binder, ListLook look, QWidget* parent);

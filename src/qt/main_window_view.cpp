@@ -12,8 +12,10 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScopedValueRollback>
+#include <QScreen>
 #include <QShortcut>
 #include <cmath>
+#include <utility>
 
 #include "qt/form_parts.h"
 #include "qt/list_widget.h"
@@ -73,9 +75,12 @@ const char* IconNameOf(const MainMenu& menu, const MenuItem& item) {
 }  // namespace
 
 MainWindowView::MainWindowView(FrmMain& frm, const Binder& binder, const ListTip& tips)
-    : frm_(frm), binder_(binder), tips_(tips), menuBar_(this), canvas_(this) {
+    : frm_(frm), binder_(binder), tips_(tips), menuBar_(this), scroll_(this) {
   setWindowTitle(ShownLine(frm_.Caption()));
   setWindowIcon(ProgramIcon());
+  scroll_.setFrameShape(QFrame::NoFrame);
+  scroll_.setFocusPolicy(Qt::NoFocus);
+  scroll_.setWidget(&canvas_);
   BuildMenus();
   BuildScope();
   BuildSearch();
@@ -90,7 +95,8 @@ MainWindowView::MainWindowView(FrmMain& frm, const Binder& binder, const ListTip
     if (notice.what == Notice::What::Text) setWindowTitle(ShownLine(frm_.Caption()));
     if (notice.what == Notice::What::Visible) setVisible(frm_.Visible());
   });
-  resize(RoundUp(frm_.ScaleWidth()), RoundUp(frm_.ScaleHeight()) + menuBar_.heightForWidth(RoundUp(frm_.ScaleWidth())));
+  const QSize drawn(RoundUp(frm_.ScaleWidth()), RoundUp(frm_.ScaleHeight()));
+  resize((drawn + QSize(0, menuBar_.heightForWidth(drawn.width()))).boundedTo(MostSize()));
   LayOut();
 }
 
@@ -140,6 +146,7 @@ void MainWindowView::BuildScope() {
   Placed<QPushButton>(frm_.cmdRemove, binder_, frame);
   ListLook look;
   look.icons = {QIcon(), ThemeIcon("folder"), ThemeIcon("dialog-cancel")};
+  look.openingKeys = {Qt::Key_Delete};  // a double click removes the row
   look.hoverText = [this] { return TipOf(frm_.lstPath); };
   auto* const list = new ListWidget(frm_.lstPath, binder_, std::move(look), frame);
   list->setAccessibleName("Paths");
@@ -293,11 +300,25 @@ WindowState MainWindowView::StateOnScreen() const {
                                            : WindowState::Normal;
 }
 
+QSize MainWindowView::MostSize() const { return screen()->availableSize() - FrameSize(); }
+
+QSize MainWindowView::KeptRoom() const {
+  constexpr float kLeastResult = 2400;  // of rows under the upper panels, for there to be something to see
+  const QSize needed = InnerSize(kLeastWidth, LeastHeight(frm_) + kLeastResult);
+  const QSize most = MostSize();
+  return {needed.width() > most.width() ? needed.width() : 0,
+          needed.height() > most.height() ? needed.height() - menuBar_.height() : 0};
+}
+
 void MainWindowView::Apply() {
   if (StateOnScreen() == WindowState::Normal) {
+    const QSize inner = InnerSize(frm_.Width(), frm_.Height()).boundedTo(MostSize());
     const QPoint place = {binder_.Scale().ToPixels(frm_.Left()), binder_.Scale().ToPixels(frm_.Top())};
-    if (isVisible() && place != frameGeometry().topLeft()) move(place);
-    const QSize inner = InnerSize(frm_.Width(), frm_.Height());
+    if (isVisible() && place != frameGeometry().topLeft()) {
+      const QRect room = screen()->availableGeometry();
+      const QSize left = room.size() - inner - FrameSize();
+      move(std::min(place.x(), room.x() + left.width()), std::min(place.y(), room.y() + left.height()));
+    }
     if (!refused_ && inner != size()) resize(inner);
   }
   LayOut();
@@ -306,14 +327,18 @@ void MainWindowView::Apply() {
 void MainWindowView::LayOut() {
   const int bar = menuBar_.heightForWidth(width());
   const QRect menus(0, 0, width(), bar);
-  const QRect room(0, bar, width(), height() - bar);
-  const bool changed = menuBar_.geometry() != menus || canvas_.geometry() != room || frame_ != FrameSize();
+  const QRect view(0, bar, width(), height() - bar);
+  const QSize before = canvas_.size();
+  const bool reframed = std::exchange(frame_, FrameSize()) != FrameSize();
+  const bool moved = menuBar_.geometry() != menus || scroll_.geometry() != view;
   menuBar_.setGeometry(menus);
-  canvas_.setGeometry(room);
-  frame_ = FrameSize();
+  scroll_.setGeometry(view);
+  canvas_.resize(view.size().expandedTo(KeptRoom()));
   Report();
-  if (changed) binder_.Deliver(frm_.OnResize);
-  if (StateOnScreen() == WindowState::Normal) setMinimumSize(InnerSize(kLeastWidth, LeastHeight(frm_)));
+  if (reframed || moved || canvas_.size() != before) binder_.Deliver(frm_.OnResize);
+  if (StateOnScreen() != WindowState::Normal) return;
+  setMinimumSize(InnerSize(kLeastWidth, LeastHeight(frm_)).boundedTo(MostSize()));
+  if (reframed) resize(size().boundedTo(MostSize()));
 }
 
 void MainWindowView::Report() {
@@ -321,8 +346,8 @@ void MainWindowView::Report() {
   const Twips& twips = binder_.Scale();
   frm_.ScaleWidth = twips.FromPixels(canvas_.width());
   frm_.ScaleHeight = twips.FromPixels(canvas_.height());
-  frm_.Width = twips.FromPixels(width() + FrameSize().width());
-  frm_.Height = twips.FromPixels(height() + FrameSize().height());
+  frm_.Width = twips.FromPixels(canvas_.width() + FrameSize().width());
+  frm_.Height = twips.FromPixels(canvas_.height() + menuBar_.height() + FrameSize().height());
   frm_.Left = twips.FromPixels(frameGeometry().x());
   frm_.Top = twips.FromPixels(frameGeometry().y());
   frm_.State = StateOnScreen();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QMenuBar>
+#include <QScrollArea>
 #include <string>
 
 #include "qt/binder.h"
@@ -13,7 +14,9 @@ class QGridLayout;
 namespace tresmor {
 
 // The main window on the screen. It stands where FrmMain says, as far as the desktop lets it, and tells FrmMain where
-// it stands and how much room is in it. Interface thread.
+// it stands and how much room is in it. It is never larger than what the screen has to give: where that is less than
+// the controls need, as with a very large font, they keep the room that they need, which FrmMain is told of, and the
+// window scrolls over them. Interface thread.
 class MainWindowView : public QWidget {
  public:
   // All of these outlive the view.
@@ -46,6 +49,10 @@ class MainWindowView : public QWidget {
   WindowState StateOnScreen() const;
   // Whole pixels, without the desktop's frame, for the outer size that the form says.
   QSize InnerSize(float width, float height) const;
+  // The largest that the screen has room for.
+  QSize MostSize() const;
+  // The room that the controls keep in those directions in which the screen has less; 0 in others.
+  QSize KeptRoom() const;
   int RoundUp(float twips) const;
   QSize FrameSize() const { return frameGeometry().size() - size(); }
 
@@ -53,7 +60,8 @@ class MainWindowView : public QWidget {
   const Binder& binder_;
   const ListTip& tips_;
   QMenuBar menuBar_;
-  QWidget canvas_;
+  QScrollArea scroll_;
+  QWidget canvas_;  // in scroll_, which has its size while there is room
   bool reporting_ = false;
   QSize frame_;  // that was laid out last
   QSize given_;  // by the desktop, last

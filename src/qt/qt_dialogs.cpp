@@ -154,10 +154,13 @@ QStringList NameFilters(const FileQuestion& question) {
   return filters;
 }
 
-// The toolkit's dialog, which names the files behind links by the links, and takes nothing that it can't name.
+// The toolkit's own dialog, also where the desktop has one: a desktop's asks about replacing before it adds the
+// extension, knows no filter for programs, and has closed before what was chosen can be refused. It names the files
+// behind links by the links, and takes nothing that it can't name.
 class FileDialog : public QFileDialog {
  public:
   FileDialog(const std::string& title, const QString& folder) : QFileDialog(ModalOwner(), TitleOf(title)) {
+    setOption(DontUseNativeDialog);
     setOption(DontResolveSymlinks);
     if (!folder.isEmpty()) setDirectory(folder);
   }

@@ -10,6 +10,7 @@ namespace {
 // Topics of the help.
 constexpr std::int32_t kMainHelp = 102;
 constexpr std::int32_t kSearchOptionHelp = 118;
+constexpr std::int32_t kSearchHelp = 120;
 
 void SetDefaults(FrmMain& frm) {
   for (std::int32_t i = 0; i < frm.lstSrchType.Count(); ++i) {
@@ -28,7 +29,11 @@ void SetDefaults(FrmMain& frm) {
 
 }  // namespace
 
-SearchControls::SearchControls() { fraSrch.HelpContextID = kSearchOptionHelp; }
+SearchControls::SearchControls() {
+  fraSrch.HelpContextID = kSearchOptionHelp;
+  cmdSrch.HelpContextID = kSearchHelp;
+  cmdNewSrch.HelpContextID = kSearchHelp;
+}
 
 FrmMain::FrmMain() : Window("Tresmor - No Duplicate Files", {0, 0, 10140, 7524}) {
   HelpContextID = kMainHelp;

@@ -84,7 +84,7 @@ MainWindow::MainWindow(const MainWindowPorts& ports, MainWindowHooks hooks)
   BindMenus();
   BindFileMenu();
   BindHelpMenu();
-  BindMenuRules(frm);
+  BindMenuRules(frm, [this] { return dispatch_.IsRunning(); });
   BindWindow();
   BindTimers();
   BindDispatch();
@@ -150,15 +150,20 @@ void MainWindow::BindTimers() {
 }
 
 void MainWindow::BindDispatch() {
-  const std::initializer_list<const MenuItem*> ownWays = {&frm.mnuSrch, &frm.MnuQuit, &frm.mnuHelp};
+  // They touch nothing that an action works on.
+  const std::initializer_list<MenuItem*> harmless = {&frm.MnuQuit, &frm.mnuSuppForum, &frm.mnuWebSite, &frm.mnuEmail,
+                                                     &frm.mnuAbout};
+  const std::initializer_list<const MenuItem*> ownWays = {&frm.mnuSrch, &frm.mnuHelp};
   for (const Menu* const menu : frm.Menus()) {
     for (MenuItem* const item : menu->Items()) {
-      if (item != nullptr && !std::ranges::count(ownWays, item)) dispatch_.BindAction(item->OnClick);
+      if (item == nullptr || std::ranges::count(ownWays, item) || std::ranges::count(harmless, item)) continue;
+      dispatch_.BindAction(item->OnClick);
     }
   }
+  for (MenuItem* const item : harmless) dispatch_.BindPassive(item->OnClick);
   dispatch_.BindAction(frm.cmdNewSrch.OnClick);
-  for (auto* const event : {&frm.MnuQuit.OnClick, &frm.cmdTask.OnClick, &frm.mnuFile.OnOpen, &frm.mnuSrchSession.OnOpen,
-                            &frm.OnResize, &fileCommands_.frmFileProgress.cmdCancel.OnClick}) {
+  for (Menu* const menu : frm.Menus()) dispatch_.BindPassive(menu->OnOpen);
+  for (auto* const event : {&frm.cmdTask.OnClick, &frm.OnResize, &fileCommands_.frmFileProgress.cmdCancel.OnClick}) {
     dispatch_.BindPassive(*event);
   }
   BindFieldDispatch();

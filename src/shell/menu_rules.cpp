@@ -9,12 +9,14 @@ void Enable(MenuItem& item, bool enabled) { item.Enabled = enabled && item.OnCli
 
 }  // namespace
 
-void BindMenuRules(FrmMain& frm) {
+void BindMenuRules(FrmMain& frm, const std::function<bool()>& isActing) {
   for (const Menu* const menu : frm.Menus()) {
     for (MenuItem* const item : menu->Items()) {
       if (item != nullptr) Enable(*item, true);
     }
   }
+  frm.MnuMain.OnOpen = [&frm, isActing] { Enable(frm.mnuOptions, !isActing()); };
+  frm.mnuMainHelp.OnOpen = [&frm, isActing] { Enable(frm.mnuChkUpdate, !isActing()); };
   frm.mnuFile.OnOpen = [&frm] {
     const bool enabled = frm.results.Shown().Count() >= 1 && IsAtRest(frm);
     for (MenuItem* const item : frm.mnuFile.Items()) {

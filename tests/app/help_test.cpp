@@ -56,7 +56,8 @@ TEST_F(HelpTest, F1IsAboutTheControl) {
   const std::vector<std::pair<QWidget*, const char*>> places = {{Named("Folder"), "scope.htm"},
                                                                 {Named("Paths"), "scope.htm"},
                                                                 {Named("Search types"), "search.htm#options"},
-                                                                {Button("Search"), "search.htm#options"},
+                                                                {Button("Search"), "search.htm"},
+                                                                {Button("New Search"), "search.htm"},
                                                                 {Named("Duplicates"), "overview.htm"},
                                                                 {Button("Task"), "overview.htm"}};
   static_cast<QTabBar*>(Named("Results"))->setCurrentIndex(1);

@@ -3,6 +3,7 @@
 
 #include <QGroupBox>
 #include <QToolButton>
+#include <set>
 
 #include "app/app_world.h"
 
@@ -90,8 +91,12 @@ void ExpectAllFits(QWidget& window) {
   }
 }
 
+std::string NameOf(const QWidget& widget) {
+  return widget.accessibleName().isEmpty() ? WordsOf(widget) : widget.accessibleName().toStdString();
+}
+
 bool HasName(const QWidget& widget) {
-  if (!widget.accessibleName().isEmpty() || !WordsOf(widget).empty()) return true;
+  if (!NameOf(widget).empty()) return true;
   for (const QLabel* const label : widget.window()->findChildren<QLabel*>()) {
     if (label->buddy() == &widget) return true;
   }
@@ -106,12 +111,15 @@ void ExpectNames(QWidget& window) {
   }
 }
 
+void ExpectOnScreen(const QWidget& window) {
+  EXPECT_LE(window.frameGeometry().width(), kScreenWidth) << window.windowTitle().toStdString();
+  EXPECT_LE(window.frameGeometry().height(), kScreenHeight) << window.windowTitle().toStdString();
+}
+
 void ExpectReadable(QWidget& window) {
   ExpectAllFits(window);
   ExpectNames(window);
-  const QRect screen(0, 0, 1024, 768);
-  EXPECT_LE(window.frameGeometry().width(), screen.width()) << window.windowTitle().toStdString();
-  EXPECT_LE(window.frameGeometry().height(), screen.height()) << window.windowTitle().toStdString();
+  ExpectOnScreen(window);
 }
 
 TEST_P(LooksTest, TheWindowCanBeReadBeforeAndAfterASearch) {
@@ -121,9 +129,8 @@ TEST_P(LooksTest, TheWindowCanBeReadBeforeAndAfterASearch) {
     for (const QToolButton* const arrow : Named("Results")->findChildren<QToolButton*>()) {
       EXPECT_FALSE(arrow->isVisibleTo(&View())) << "not all tabs show";
     }
-    if (GetParam().points > 10) return;
-    EXPECT_LE(View().frameGeometry().width(), 1024);
-    EXPECT_LE(View().frameGeometry().height(), 768);
+    ExpectOnScreen(View());
+    EXPECT_EQ(View().screen()->availableSize(), QSize(kScreenWidth, kScreenHeight));
   };
   ForEachPage(look);
   AddFolder(At("data"));
@@ -160,6 +167,37 @@ TEST_P(LooksTest, TheDialogsOfFilesCanBeRead) {
   Frm().mnuCopy.OnClick();
   EXPECT_TRUE(script_.IsDone());
 }
+
+using HugeLooksTest = LooksTest;
+
+// There is no room for all of it on the screen: it scrolls, and the keys have all of it come into sight.
+TEST_P(HugeLooksTest, TheWindowStaysOnTheScreenAndWhatHasTheKeysIsInSight) {
+  ExpectOnScreen(View());
+  Frm().Height = 8000;
+  ExpectOnScreen(View());
+  EXPECT_GE(Frm().Width(), 10000);
+  const auto expectInside = [this] {
+    const QRect place = View().frameGeometry();
+    EXPECT_TRUE(QRect(0, 0, kScreenWidth, kScreenHeight).contains(place))
+        << place.x() << ", " << place.y() << ": " << place.width() << " x " << place.height();
+  };
+  Frm().Top = 300;
+  Frm().Left = 3000;
+  expectInside();
+  std::set<const QWidget*> seen;
+  while (seen.insert(View().focusWidget()).second) {
+    Key(Qt::Key_Tab);
+    const QWidget& widget = *View().focusWidget();
+    const QSize shown = RoomOf(widget);
+    EXPECT_GE(shown.width(), std::min(widget.width(), 500)) << NameOf(widget);
+    EXPECT_GE(shown.height(), std::min(widget.height(), 200)) << NameOf(widget);
+  }
+  EXPECT_GT(seen.size(), 12U);
+  ExpectNames(View());
+}
+
+INSTANTIATE_TEST_SUITE_P(Huge, HugeLooksTest, testing::Values(Look{20, false}, Look{28, true}),
+                         [](const auto& info) { return std::to_string(info.param.points) + "Points"; });
 
 INSTANTIATE_TEST_SUITE_P(Fonts, LooksTest,
                          testing::Values(Look{9, false}, Look{9, true}, Look{10, false}, Look{12, false},

@@ -151,6 +151,17 @@ TEST_F(WindowTest, AShortcutGoesByTheRuleOfItsMenu) {
   Key(Qt::Key_R, Qt::ControlModifier);
 }
 
+TEST_F(WindowTest, APathLeavesItsListByTheDeleteKeyAndNotByEnter) {
+  AddFolder(At("data"));
+  Frm().lstPath.SetSelected(1, true);
+  GoTo(Named("Paths"));
+  Key(Qt::Key_Return);
+  Key(Qt::Key_Enter);
+  EXPECT_EQ(Frm().lstPath.Count(), 1);
+  Key(Qt::Key_Delete);
+  EXPECT_EQ(Frm().lstPath.Count(), 0);
+}
+
 TEST_F(WindowTest, TheKeysOfAFieldStayItsOwn) {
   AddResult(ResultList::ZeroSize, "some");
   List(ResultList::ZeroSize).SetChecked(1, true);

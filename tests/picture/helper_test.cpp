@@ -57,6 +57,28 @@ TEST_F(HelperTest, ReadsEveryFormat) {
   }
 }
 
+// It comes where a picture can't be read, so it has to be readable itself.
+TEST_F(HelperTest, ReadsTheProgramsOwnPicture) {
+  const std::string helper = TRESMOR_PICTURE;
+  const PictureRequest asked{helper.substr(0, helper.rfind('/')) + "/err_read.bmp", 300, 300};
+  const SharedImage picture = Send(EncodePictureRequest(asked), asked);
+  ASSERT_TRUE(picture);
+  EXPECT_GE(picture->width, 16);
+  EXPECT_NE(PixelOf(picture, 0, 0), PixelOf(picture, picture->width / 2, picture->height / 2));
+}
+
+// Only the first part of one would be read, and what is cut there could be shown as if it were all.
+TEST_F(HelperTest, RefusesMetafilesThatAreTooLargeToBeReadAsAWhole) {
+  for (const std::string& bytes : {Wmf(), Emf()}) {
+    MakeFile("picture", bytes);
+    Check(truncate(At("picture").c_str(), 64 << 20) == 0, "picture");
+    EXPECT_TRUE(Ask("picture"));
+    Check(truncate(At("picture").c_str(), (64 << 20) + 1) == 0, "picture");
+    EXPECT_FALSE(Ask("picture"));
+    Check(unlink(At("picture").c_str()) == 0, "picture");
+  }
+}
+
 TEST_F(HelperTest, PaintsMetafilesSmallerButNotLarger) {
   for (const std::string& bytes : {Wmf(), Emf()}) {
     MakeFile("picture", bytes);

@@ -27,6 +27,13 @@ TEST_F(ProgramFolderTest, IsInThePrefixElse) {
   EXPECT_EQ(ProgramFolder(At("bin")), At("share/tresmor"));
 }
 
+TEST_F(ProgramFolderTest, IsWhereTheFilesAreThatLinksLeadTo) {
+  for (const char* folder : {"store", "store/tresmor"}) MakeFolder(folder);
+  MakeFile("store/tresmor/err_read.bmp");
+  MakeLink("share/tresmor/err_read.bmp", At("store/tresmor/err_read.bmp"));
+  EXPECT_EQ(ProgramFolder(At("bin")), At("store/tresmor"));
+}
+
 TEST_F(ProgramFolderTest, StaysBesideTheExecutableWithoutFiles) { EXPECT_EQ(ProgramFolder(At("bin")), At("bin")); }
 
 TEST(ExecutableFolderTest, HoldsTheRunningProgram) {

@@ -86,7 +86,7 @@ TEST(ListWidgetMouse, TheRightButtonKeepsARowsCompany) {
   lists.Click(lists.PointOn(2), {}, Qt::RightButton);
   EXPECT_EQ(lists.Selected(), (Rows{2, 4}));
   EXPECT_EQ(lists.list.SelectedItem(), 2);
-  EXPECT_EQ(lists.TakeLog(), Log{"up 2"});
+  EXPECT_EQ(lists.TakeLog(), (Log{"item 2", "up 2"})) << "what shows goes with what the menu is about";
   lists.Click(lists.PointOn(5), {}, Qt::RightButton);
   EXPECT_EQ(lists.Selected(), Rows{5});
   EXPECT_EQ(lists.TakeLog(), (Log{"item 5", "up 2"}));
@@ -243,6 +243,17 @@ TEST(ListWidgetKeys, EnterOpensAndMenuAsksForTheMenu) {
   QContextMenuEvent byMouse(QContextMenuEvent::Mouse, point, onScreen);
   QCoreApplication::sendEvent(lists.widget->viewport(), &byMouse);
   EXPECT_EQ(lists.TakeLog(), Log{}) << "it comes with the release of the button";
+}
+
+TEST(ListWidgetKeys, ALookNamesTheKeysThatOpen) {
+  ListLook look;
+  look.openingKeys = {Qt::Key_Delete};
+  ListStage lists(3, look);
+  lists.Key(Qt::Key_Return);
+  lists.Key(Qt::Key_Enter);
+  EXPECT_EQ(lists.TakeLog(), Log{});
+  lists.Key(Qt::Key_Delete);
+  EXPECT_EQ(lists.TakeLog(), Log{"double"});
 }
 
 TEST(ListWidgetKeys, ControlAndADigitSort) {

@@ -170,6 +170,37 @@ FileQuestion SaveQuestion(const std::string& name) {
   return question;
 }
 
+// A desktop's dialog would ask about replacing the name as it was typed, not the one with its extension.
+TEST_F(QtDialogsTest, TheToolkitsOwnDialogsAreUsedOnEveryDesktop) {
+  const auto expectOwn = [this](const QString& title) {
+    script_.Expect(title, [](QWidget& window) {
+      EXPECT_TRUE(static_cast<QFileDialog&>(window).testOption(QFileDialog::DontUseNativeDialog));
+      QTest::keyClick(&window, Qt::Key_Escape);
+    });
+  };
+  for (const FileQuestion& question : {OpenQuestion(At("")), SaveQuestion(At("a.csv"))}) {
+    expectOwn(QString::fromStdString(question.title));
+    EXPECT_EQ(dialogs_.OpenFileDlg(question), std::nullopt);
+  }
+  expectOwn("Select");
+  EXPECT_EQ(dialogs_.BrowseFolder("Select", At("")), std::nullopt);
+}
+
+TEST_F(QtDialogsTest, AFileToBeginAtMeansItsFolder) {
+  MakeFolder("sub");
+  MakeFile("sub/file");
+  const auto expectAt = [this](const QString& title, const std::string& folder) {
+    script_.Expect(title, [folder](QWidget& window) {
+      EXPECT_EQ(FolderOf(window), folder);
+      QTest::keyClick(&window, Qt::Key_Escape);
+    });
+  };
+  expectAt("Load", At("sub/"));
+  EXPECT_EQ(dialogs_.OpenFileDlg(OpenQuestion(At("sub/file"))), std::nullopt);
+  expectAt("Select", At("sub/"));
+  EXPECT_EQ(dialogs_.BrowseFolder("Select", At("sub/file")), std::nullopt);
+}
+
 TEST_F(QtDialogsTest, AFileToSaveMayBeNewAndIsReplacedOnlyIfToldSo) {
   MakeFile("old.csv");
   const FileQuestion question = SaveQuestion(At("old.csv"));

@@ -6,8 +6,10 @@
 
 #include <QApplication>
 #include <QFont>
+#include <QTemporaryFile>
 #include <QTest>
 #include <QTimer>
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
@@ -41,8 +43,22 @@ class Watchdog : public testing::EmptyTestEventListener {
   }
 };
 
+// What the screen has for windows, whatever the scale.
+inline constexpr int kScreenWidth = 1024;
+inline constexpr int kScreenHeight = 768;
+
+inline void DescribeScreen(QFile& file) {
+  const double scale = std::max(1.0, qEnvironmentVariable("QT_SCALE_FACTOR").toDouble());
+  const QString screen = R"({"screens": [{"name": "only", "x": 0, "y": 0, "width": %1, "height": %2}]})";
+  file.write(screen.arg(kScreenWidth * scale).arg(kScreenHeight * scale).toUtf8());
+  file.flush();
+}
+
 inline int RunWindowTests(int argc, char** argv) {
-  qputenv("QT_QPA_PLATFORM", "offscreen");
+  QTemporaryFile screen;
+  EXPECT_TRUE(screen.open());
+  DescribeScreen(screen);
+  qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + screen.fileName().toUtf8());
   qputenv("QT_QPA_PLATFORMTHEME", "");
   QApplication application(argc, argv);
   QApplication::setStyle(new ProgramStyle("Fusion"));  // the application owns it

@@ -538,7 +538,13 @@ TEST(ScopeControls, StartWithTheirDesignValues) {
   EXPECT_FALSE(scope.chkExclude.Ticked());
   EXPECT_EQ(scope.cmbDate.ListIndex(), kAnyDate);
   EXPECT_EQ(scope.cmbSrchArea.ListIndex(), kSearchTargetEntry);
-  EXPECT_EQ(scope.cmbDate.List(kSpecifiedDate), "Specified");
+  std::vector<std::string> entries;
+  for (std::int32_t entry = 0; entry < scope.cmbDate.ListCount(); ++entry) entries.push_back(scope.cmbDate.List(entry));
+  EXPECT_THAT(entries, ElementsAre("Any", "Since last day", "Since last week", "Since last month", "Since last year",
+                                   "Specified"));
+  EXPECT_EQ(scope.cmbSrchArea.ListCount(), 2);
+  EXPECT_EQ(scope.cmbSrchArea.List(kSearchTargetEntry), "Search Target");
+  EXPECT_EQ(scope.cmbSrchArea.List(1), "Search Area");
   EXPECT_EQ(scope.frmSelPath.HelpContextID, 117);
 }
 

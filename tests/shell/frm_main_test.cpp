@@ -39,6 +39,25 @@ TEST_F(FrmMainTest, OffersTheTypesOfASearchWithThreeTicked) {
   EXPECT_EQ(types, (std::vector<std::string>{"Zero Size +", "Duplicates +", "Same File Name +", "Portions"}));
 }
 
+TEST_F(FrmMainTest, ControlsStandWhereTheyWereDrawn) {
+  const std::vector<std::pair<const PlacedControl*, Place>> drawn = {
+      {&frm.frmSelPath, {120, 0, 6615, 3135}},    {&frm.TabPath, {120, 240, 6615, 1215}},
+      {&frm.lstPath, {1200, 1560, 5295, 1455}},   {&frm.cmdAdd, {120, 1560, 975, 375}},
+      {&frm.cmdRemove, {120, 2040, 975, 375}},    {&frm.fraSrch, {6960, 0, 2775, 3255}},
+      {&frm.fraSrchOpt, {0, 0, 2655, 2600}},      {&frm.results.tabMain, {120, 3360, 6015, 975}},
+      {&frm.frmFileOp, {6960, 3360, 2175, 3975}}, {&frm.StatusBar1, {0, 7272, 10140, 252}}};
+  for (std::size_t i = 0; i < drawn.size(); ++i) {
+    const auto& [control, place] = drawn[i];
+    EXPECT_EQ((Place{control->Left(), control->Top(), control->Width(), control->Height()}), place) << i;
+  }
+}
+
+TEST_F(FrmMainTest, SearchingHasTheTopicOfItsMenuItemsAndItsOptionsTheirOwn) {
+  EXPECT_EQ(frm.fraSrch.HelpContextID, 118);
+  EXPECT_EQ(frm.cmdSrch.HelpContextID, frm.mnuSrch.HelpContextID);
+  EXPECT_EQ(frm.cmdNewSrch.HelpContextID, frm.mnuNewSrch.HelpContextID);
+}
+
 TEST_F(FrmMainTest, OffersVersionsButShowsNoneAtFirst) {
   EXPECT_EQ(frm.chkVer.Caption(), "Show File Version");
   EXPECT_FALSE(frm.chkVer.Ticked());

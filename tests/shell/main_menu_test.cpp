@@ -13,9 +13,10 @@ namespace tresmor {
 namespace {
 
 enum class Rule {
-  Always,   // no menu's opening touches it
-  AtRest,   // while no search runs
-  HasRows,  // while no search runs and there are rows on show
+  Always,    // no menu's opening touches it
+  NoAction,  // while no action of the window runs, as here
+  AtRest,    // while no search runs
+  HasRows,   // while no search runs and there are rows on show
 };
 
 struct Row {
@@ -36,7 +37,9 @@ struct Table {
 const std::vector<Table>& Tables() {
   using F = FrmMain;
   static const std::vector<Table> tables = {
-      {&F::MnuMain, "&Menu", {{&F::mnuOptions, "&Options", "", 112}, kLine, {&F::MnuQuit, "&Quit", "", 0}}},
+      {&F::MnuMain,
+       "&Menu",
+       {{&F::mnuOptions, "&Options", "", 112, Rule::NoAction}, kLine, {&F::MnuQuit, "&Quit", "", 0}}},
       {&F::mnuSrchSession,
        "Search Sess&ion",
        {{&F::mnuSrch, "&Search!", "F5", 120},
@@ -70,7 +73,7 @@ const std::vector<Table>& Tables() {
         {&F::mnuSuppForum, "Online &Support Forum", "", 107},
         {&F::mnuWebSite, "Tresmor &Web Site - https://tresmor.example", "", 0},
         {&F::mnuEmail, "&Email Tresmor (support@tresmor.example)", "", 0},
-        {&F::mnuChkUpdate, "&Check if new version available", "", 0},
+        {&F::mnuChkUpdate, "&Check if new version available", "", 0, Rule::NoAction},
         kLine,
         {&F::mnuAbout, "About Tresmor", "", 0}}}};
   return tables;
@@ -89,7 +92,8 @@ class MainMenuTest : public testing::Test, protected tests::MainWindowWorld {
   // Items are first put to the opposite of what their rules say, and off where they have none, which they stay.
   void ExpectAfterOpening(bool atRest, bool hasRows) {
     const auto expected = [&](const Row& row) {
-      return row.rule != Rule::Always && atRest && (row.rule == Rule::AtRest || hasRows);
+      if (row.rule == Rule::Always || row.rule == Rule::NoAction) return row.rule == Rule::NoAction;
+      return atRest && (row.rule == Rule::AtRest || hasRows);
     };
     ForEachItem([&](const Row& row, MenuItem& item) { item.Enabled = row.rule != Rule::Always && !expected(row); });
     for (const Menu* const menu : frm.Menus()) {

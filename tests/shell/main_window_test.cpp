@@ -159,7 +159,7 @@ TEST_F(MainWindowTest, AStepOfTheStartThatFailsIsToldAndTheWindowComes) {
 TEST_F(MainWindowTest, NothingElseRunsWhileItStarts) {
   LetDaysPass(45);
   ExpectReminder();
-  dialogs.onBox = [&] { frm.mnuWebSite.OnClick(); };
+  dialogs.onBox = [&] { frm.mnuChkUpdate.OnClick(); };
   window.Load();
   EXPECT_THAT(shell.opened, IsEmpty());
 }
@@ -227,7 +227,7 @@ TEST_F(MainWindowTest, OtherActionsAreDroppedMeanwhileAndPassiveHandlersAreNot) 
   ListView& lst = frm.results.Shown();
   InAction([&] {
     for (const auto& event : {frm.mnuNewSrch.OnClick, frm.cmdNewSrch.OnClick, frm.mnuClearMarks.OnClick,
-                              frm.mnuWebSite.OnClick, frm.mnuSrch.OnClick, lst.OnDblClick}) {
+                              frm.mnuChkUpdate.OnClick, frm.mnuSrch.OnClick, lst.OnDblClick}) {
       event();
     }
     lst.OnColumnClick(1);
@@ -243,6 +243,45 @@ TEST_F(MainWindowTest, OtherActionsAreDroppedMeanwhileAndPassiveHandlersAreNot) 
   EXPECT_EQ(frm.frmFileOp.Left(), 12000 - 2175 - 160);
   lst.OnDblClick();
   EXPECT_THAT(shell.opened, ElementsAre("/data/row.jpg"));
+}
+
+TEST_F(MainWindowTest, LinksAndAboutWorkInTheMiddleOfAnAction) {
+  Load();
+  dialogs.boxes = {
+      {"Tresmor Ver. 3.1.7\r\n\r\nFree software under the MIT licence, without warranty of any "
+       "kind.\r\n\r\nWeb site: https://tresmor.example\r\nEmail: support@tresmor.example\r\n",
+       "About Tresmor", BoxIcon::Information}};
+  InAction([&] {
+    for (const MenuItem* const item : {&frm.mnuSuppForum, &frm.mnuWebSite, &frm.mnuEmail, &frm.mnuAbout}) {
+      EXPECT_TRUE(item->Enabled());
+      item->OnClick();
+    }
+  });
+  EXPECT_THAT(shell.opened, SizeIs(3));
+  EXPECT_THAT(dialogs.boxes, IsEmpty());
+}
+
+TEST_F(MainWindowTest, WhatWouldBeDroppedCannotBeChosenMeanwhile) {
+  Load();
+  const auto expect = [&](bool enabled) {
+    frm.MnuMain.OnOpen();
+    frm.mnuMainHelp.OnOpen();
+    EXPECT_EQ(frm.mnuOptions.Enabled(), enabled);
+    EXPECT_EQ(frm.mnuChkUpdate.Enabled(), enabled);
+    EXPECT_TRUE(frm.MnuQuit.Enabled() && frm.mnuHelp.Enabled());
+  };
+  expect(true);
+  InAction([&] { expect(false); });
+  expect(true);
+}
+
+TEST_F(MainWindowTest, APictureThatCannotBeReadGivesWayToTheProgramsOwn) {
+  Load();
+  AddRow(frm, ResultList::ZeroSize, "row.jpg");
+  frm.results.Shown().OnItemClick();
+  pictures.Fail();
+  ASSERT_THAT(pictures.asked, SizeIs(2));
+  EXPECT_EQ(pictures.asked.back().file, "/opt/tresmor/err_read.bmp");
 }
 
 TEST_F(MainWindowTest, ARunningSearchCanBeCancelledAndNothingElseStarts) {
@@ -425,6 +464,7 @@ TEST_F(MainWindowTest, ANewSearchNeverAsksAndClearsAllLists) {
     EXPECT_EQ(frm.lstPath.Count(), 0);
     EXPECT_FALSE(frm.session.HasSrchResult);
     EXPECT_EQ(frm.session.SessionFile, "");
+    EXPECT_THAT(forms.shown, IsEmpty());
   }
 }
 

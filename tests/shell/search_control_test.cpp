@@ -75,6 +75,19 @@ TEST_F(SearchControlTest, HundredFilesReportNinetyNine) {
   EXPECT_EQ(frm.msgBar.Text(), "Completed in 00:00:00, searched 99 files.");
 }
 
+TEST_F(SearchControlTest, TellsHowLongItTookAsATimeOfDay) {
+  for (const auto& [seconds, told] : std::map<int, std::string>{{3723, "01:02:03"}, {24 * 3600 + 59, "00:00:59"}}) {
+    reached = acted = false;
+    AtFirst(MemoryFileSystem::Op::List, [this, more = seconds] { events.seconds += more; });
+    frm.lstPath.Clear();
+    AddRow("/data/*.*");
+    files.MakeFolder("/data");
+    control.RunSearch();
+    EXPECT_TRUE(acted);
+    EXPECT_EQ(frm.msgBar.Text(), "Completed in " + told + ", searched 0 files.");
+  }
+}
+
 TEST_F(SearchControlTest, TellsItsPhasesInThePanel) {
   MakeFiles(3);
   AddRow("/data/*.*");

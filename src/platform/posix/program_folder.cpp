@@ -12,12 +12,12 @@ std::string FindExecutableFolder() {
 
 std::string ProgramFolder(const std::string& executableFolder) {
   const std::filesystem::path own = executableFolder;
-  const std::filesystem::path shared = own.parent_path() / "share/tresmor";
-  std::error_code failure;
-  return std::filesystem::exists(shared / "err_read.bmp", failure) &&
-                 !std::filesystem::exists(own / "err_read.bmp", failure)
-             ? shared.string()
-             : executableFolder;
+  for (const std::filesystem::path& folder : {own, own.parent_path() / "share/tresmor"}) {
+    std::error_code failure;
+    const std::filesystem::path file = std::filesystem::canonical(folder / "err_read.bmp", failure);
+    if (!failure) return file.parent_path().string();
+  }
+  return executableFolder;
 }
 
 }  // namespace tresmor
