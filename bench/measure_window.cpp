@@ -1,6 +1,6 @@
-// Measures how the window answers: measure_window [PART...] of lists, search, sessions, operations, pictures and start;
-// all of them if none is named. Without a display of its own choosing (QT_QPA_PLATFORM=xcb for the one of DISPLAY) it
-// paints into memory.
+// Measures how the window answers: measure_window [PART...] of lists, search, sessions, operations, pictures, smart and
+// start; all of them if none is named. Without a display of its own choosing (QT_QPA_PLATFORM=xcb for the one of
+// DISPLAY) it paints into memory.
 //
 // A user's step is timed until all that it set off is done and the window painted anew, and is to take 100 ms, a sort 2
 // seconds. During long work a watchdog looks for the longest time in which the window did not answer. Files are made in
@@ -9,6 +9,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <QAction>
+#include <QDialog>
 #include <QHeaderView>
 #include <QImage>
 #include <QKeyEvent>
@@ -47,12 +49,13 @@ class Bench {
   void Sessions();
   void Operations();
   void Pictures();
+  void Smart();
 
  private:
   FrmMain& Frm() { return program_->Window().frm; }
   ListView& Duplicates() { return Frm().results.List(ResultList::Duplicates); }
   QTreeView& ShownTree();
-  void Fill(std::size_t rows);
+  void Fill(std::size_t rows, std::size_t folders = kFindingFolders);
   void Key(int key, Qt::KeyboardModifiers modifiers = {});
   void Mouse(QEvent::Type type, QPoint at, Qt::MouseButton button = Qt::NoButton);
   void Click(QPoint at);
@@ -64,6 +67,7 @@ class Bench {
   void Marks();
   void Layout();
   void Sorts();
+  void OpenSmartMarking(const std::string& what);
   void SearchIn(const std::string& what, const fs::path& folder, std::vector<int> types);
   void MakeMany(const fs::path& folder);
   void MakeLarge(const fs::path& folder);
@@ -82,10 +86,10 @@ QTreeView& Bench::ShownTree() {
   std::exit(1);
 }
 
-void Bench::Fill(std::size_t rows) {
+void Bench::Fill(std::size_t rows, std::size_t folders) {
   Frm().cmdNewSrch.OnClick();
   Duplicates().Visible = false;
-  for (const Finding& finding : MakeFindings(rows, 2000)) AddResultItem(Duplicates(), finding);
+  for (const Finding& finding : MakeFindings(rows, 2000, folders)) AddResultItem(Duplicates(), finding);
   Frm().results.tabMain.Select(static_cast<std::int32_t>(ResultList::Duplicates) + 1);
   Duplicates().Visible = true;
   ShowResult(Frm());
@@ -318,6 +322,39 @@ void Bench::Pictures() {
   });
 }
 
+// From the choice in the menu until the dialog stands there, painted and with all its folders; then it is closed.
+void Bench::OpenSmartMarking(const std::string& what) {
+  QAction* open = nullptr;
+  for (QAction* const action : program_->View().findChildren<QAction*>()) {
+    if (action->text().startsWith("&Smart Marker")) open = action;
+  }
+  double shown = 0;
+  int folders = 0;
+  QElapsedTimer sinceChosen;
+  QTimer look;
+  QObject::connect(&look, &QTimer::timeout, &look, [&] {
+    auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (dialog == nullptr || !dialog->isVisible()) return;
+    look.stop();
+    dialog->repaint();
+    shown = static_cast<double>(sinceChosen.nsecsElapsed()) * 1e-6;
+    folders = dialog->findChild<QTreeView*>()->model()->rowCount();
+    dialog->reject();
+  });
+  look.start(0);
+  sinceChosen.start();
+  watchdog_.Watch(what + ", shown and closed", [&] { open->trigger(); });
+  std::printf("%d folders\n", folders);
+  Print(what + ", shown", {shown}, kDialogMilliseconds);
+}
+
+void Bench::Smart() {
+  constexpr std::size_t kFolders = 30'000;
+  Fill(kRows / 2, kFolders);
+  std::printf("%d rows\n", Duplicates().Count());
+  for (const char* const what : {"Smart Marking", "Smart Marking again"}) OpenSmartMarking(what);
+}
+
 // As main() of the program, to a window that is painted and has nothing left to do.
 int StartOnce(const char* begin) {
   int argc = 1;
@@ -361,15 +398,13 @@ int main(int argc, char** argv) {
   std::setvbuf(stdout, nullptr, _IOLBF, 0);
   if (argc == 3 && std::string(argv[1]) == "--once") return StartOnce(argv[2]);
   std::vector<std::string> parts(argv + 1, argv + argc);
-  if (parts.empty()) parts = {"lists", "search", "sessions", "operations", "pictures", "start"};
+  if (parts.empty()) parts = {"lists", "search", "sessions", "operations", "pictures", "smart", "start"};
   const FileWriters writers;
   QApplication app(argc, argv);
   ChooseIconTheme();
-  const std::map<std::string, void (Bench::*)()> benches = {{"lists", &Bench::Lists},
-                                                            {"search", &Bench::Search},
-                                                            {"sessions", &Bench::Sessions},
-                                                            {"operations", &Bench::Operations},
-                                                            {"pictures", &Bench::Pictures}};
+  const std::map<std::string, void (Bench::*)()> benches = {
+      {"lists", &Bench::Lists},           {"search", &Bench::Search},     {"sessions", &Bench::Sessions},
+      {"operations", &Bench::Operations}, {"pictures", &Bench::Pictures}, {"smart", &Bench::Smart}};
   for (const std::string& part : parts) {
     std::printf("\n%s\n", part.c_str());
     if (part == "start") {

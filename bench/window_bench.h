@@ -57,6 +57,7 @@ class Watchdog {
 
 inline constexpr double kAnswerMilliseconds = 100;
 inline constexpr double kSortMilliseconds = 2000;
+inline constexpr double kDialogMilliseconds = 1000;
 
 double Milliseconds(const std::function<void()>& work);
 // The worst and the median of some times, with a sign where the worst is above the limit.

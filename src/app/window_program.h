@@ -57,9 +57,9 @@ class WindowProgram {
 
   QtEventQueue events_;
   const JobFileWriter writer_{writers_.usual, events_};
-  QtDialogs dialogs_;
   const Twips twips_ = Twips::OfApplication();
   Binder binder_{events_, twips_};
+  QtDialogs dialogs_{binder_};
   const QtScreen screen_{twips_};
   ProcessPictureLoader pictures_;
   MainWindow window_;

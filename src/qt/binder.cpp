@@ -203,6 +203,10 @@ void Binder::BindPlace(PlacedControl& control, QWidget& widget) const {
 
 void Binder::BindHelp(Control& form, QWidget& window) const {
   SetControl(form, window);
+  BindHelp(window);
+}
+
+void Binder::BindHelp(QWidget& window) const {
   auto* const key = new QShortcut(QKeySequence(Qt::Key_F1), &window);
   QObject::connect(key, &QShortcut::activated, &window, [this, &window] {
     const QWidget* const focus = window.focusWidget();
@@ -217,7 +221,7 @@ void Binder::BindHelp(QMenu& menu) const {
 void Binder::BindItem(Control& item, QAction& action) const { SetControl(item, action); }
 
 void Binder::AskHelp(std::int32_t topic) const {
-  if (OnHelp && topic != 0) Deliver([&] { OnHelp(topic); });
+  if (OnHelp) Deliver([&] { OnHelp(topic); });
 }
 
 void Binder::Bind(Button& control, QPushButton& widget) const {

@@ -70,11 +70,13 @@ class Binder {
 
   // F1 in the window of `form` asks OnHelp for the topic of the control that has the keys, or of what that stands in.
   void BindHelp(Control& form, QWidget& window) const;
+  // The same in a window without a form, such as a box: for what it stands over.
+  void BindHelp(QWidget& window) const;
   // The same in an open menu, which closes: for the item that is highlighted, or the window.
   void BindHelp(QMenu& menu) const;
   // Which item that is.
   void BindItem(Control& item, QAction& action) const;
-  std::function<void(std::int32_t context)> OnHelp;
+  std::function<void(std::int32_t context)> OnHelp;  // 0 where nothing has a topic
 
   // Runs what the user set off; nothing of it gets into the toolkit.
   void Deliver(const std::function<void()>& handler) const {

@@ -3,6 +3,7 @@
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QShortcut>
 #include <QSplitter>
 #include <QTextBrowser>
@@ -126,7 +127,6 @@ template <class Go>
 QPushButton* WayButton(const char* text, const char* icon, const char* key, QTextBrowser* page, QWidget* owner, Go go) {
   auto* const button = new QPushButton(ThemeIcon(icon), text, owner);
   button->setAutoDefault(false);
-  button->setToolTip(QKeySequence(key).toString(QKeySequence::NativeText));
   QObject::connect(button, &QPushButton::clicked, page, go);
   QObject::connect(new QShortcut(QKeySequence(key), owner), &QShortcut::activated, page, go);
   return button;
@@ -172,7 +172,9 @@ std::unique_ptr<FormDialog> Build(FrmHelp& form, const Binder& binder) {
   auto* const layout = new QVBoxLayout(owner);
   layout->addLayout(Ways(form, binder, page, owner));
   layout->addWidget(parts, 1);
-  owner->resize(twips.ToPixels(kWidth), twips.ToPixels(kHeight));
+  // Large letters make it wider than a small screen.
+  owner->resize(
+      QSize(twips.ToPixels(kWidth), twips.ToPixels(kHeight)).boundedTo(owner->screen()->availableSize() * 0.9));
   QWidget::setTabOrder(contents, page);
   Follow(form, *owner, [owner](const Notice& notice) {
     if (notice.what == Notice::What::ToFront) BringUp(*owner);

@@ -159,7 +159,9 @@ QStringList NameFilters(const FileQuestion& question) {
 // behind links by the links, and takes nothing that it can't name.
 class FileDialog : public QFileDialog {
  public:
-  FileDialog(const std::string& title, const QString& folder) : QFileDialog(ModalOwner(), TitleOf(title)) {
+  FileDialog(const Binder& binder, const std::string& title, const QString& folder)
+      : QFileDialog(ModalOwner(), TitleOf(title)), binder_(binder) {
+    binder_.BindHelp(*this);
     setOption(DontUseNativeDialog);
     setOption(DontResolveSymlinks);
     if (!folder.isEmpty()) setDirectory(folder);
@@ -198,8 +200,11 @@ class FileDialog : public QFileDialog {
   int Box(QMessageBox::Icon icon, const QString& text, QMessageBox::StandardButtons buttons) {
     QMessageBox box(icon, windowTitle(), text, buttons, this);
     box.setTextFormat(Qt::PlainText);
+    binder_.BindHelp(box);
     return box.exec();
   }
+
+  const Binder& binder_;
 };
 
 }  // namespace
@@ -218,12 +223,13 @@ BoxAnswer QtDialogs::MessageBox(const BoxText& text, BoxIcon icon, const std::st
   box.setTextFormat(Qt::PlainText);
   box.setTextInteractionFlags(Qt::TextSelectableByMouse);
   box.setEscapeButton(EscapeOf(buttons));
+  binder_.BindHelp(box);
   return AnswerOf(box.exec());
 }
 
 std::optional<std::string> QtDialogs::OpenFileDlg(const FileQuestion& question) {
   const QFileInfo start(PathText(question.startName));
-  FileDialog dialog(question.title,
+  FileDialog dialog(binder_, question.title,
                     NearestFolder(start.isAbsolute() ? start.absolutePath() : PathText(question.startFolder)));
   const bool saves = question.mode == FileDialogMode::Save;
   dialog.setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
@@ -242,7 +248,7 @@ std::optional<std::string> QtDialogs::OpenFileDlg(const FileQuestion& question) 
 }
 
 std::optional<std::string> QtDialogs::BrowseFolder(const std::string& title, const std::string& startDir) {
-  FileDialog dialog(title, NearestFolder(PathText(startDir)));
+  FileDialog dialog(binder_, title, NearestFolder(PathText(startDir)));
   dialog.setFileMode(QFileDialog::Directory);
   dialog.setOption(QFileDialog::ShowDirsOnly);
   return dialog.Ask();
@@ -250,6 +256,7 @@ std::optional<std::string> QtDialogs::BrowseFolder(const std::string& title, con
 
 std::string QtDialogs::InputBox(const BoxText& prompt, const std::string& title, const std::string& proposal) {
   QInputDialog dialog(ModalOwner());
+  binder_.BindHelp(dialog);
   dialog.setWindowTitle(TitleOf(title));
   dialog.setLabelText(Shown(prompt).replace('&', "&&"));
   dialog.findChild<QLabel*>()->setTextFormat(Qt::PlainText);

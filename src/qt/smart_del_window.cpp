@@ -2,6 +2,7 @@
 #include <QComboBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QPushButton>
 
 #include "qt/form_parts.h"
@@ -34,7 +35,9 @@ QWidget* FolderList(FrmSmartDel& form, const Binder& binder, const ListTip& tips
     const auto found = tips.texts.find(&list);
     return found == tips.texts.end() ? std::string() : found->second;
   };
-  return new ListWidget(form.lstFolder, binder, std::move(look), page);
+  auto* const list = new ListWidget(form.lstFolder, binder, std::move(look), page);
+  list->header()->setSectionResizeMode(QHeaderView::Stretch);
+  return list;
 }
 
 QVBoxLayout* FolderButtons(FrmSmartDel& form, const Binder& binder, QWidget* page) {

@@ -24,6 +24,7 @@ std::string FoundText(const std::string& query, std::size_t pages) {
 FrmHelp::FrmHelp(const HelpPorts& ports, std::string folder)
     : ports_(ports), folder_(std::move(folder)), inDialog_(ports.dialogs) {
   Visible = false;
+  HelpContextID = kOverviewHelp;
   lblFound.Caption = FoundText("", 0);
   lstPages.AddColumn({"Pages", kTitleColumnWidth});
   lstPages.OnItemClick = [this] { OpenRow(lstPages.SelectedItem()); };
@@ -39,16 +40,9 @@ std::string FrmHelp::PathOf(std::string_view address) const {
 }
 
 void FrmHelp::Show(const HelpTopic& topic) {
-  const std::string address = HelpAddress(topic);
-  const std::string path = PathOf(address);
-  if (!ExistsFile(ports_.files, path)) {
-    ports_.dialogs.MessageBox(BoxText("The help can't be shown, since this file of it is missing:\r\n\r\n").Name(path),
-                              BoxIcon::Exclamation, "Help", BoxButtons::Ok);
-    return;
-  }
+  if (!Open(HelpAddress(topic))) return;
   if (search_.IsEmpty()) LoadPages();
   txtFind.Text = "";
-  Open(address);
   Visible = true;
   Tell(Notice::What::ToFront, Notice::When::After);
 }
@@ -77,9 +71,17 @@ void FrmHelp::SelectRow() {
   }
 }
 
-void FrmHelp::Open(const std::string& address) {
-  Announce(Notice::What::Value, 0, 0, [&] { address_ = address; });
+bool FrmHelp::Open(const std::string& address) {
+  const std::string path = PathOf(address);
+  const bool isThere = ExistsFile(ports_.files, path);
+  if (isThere) {
+    Announce(Notice::What::Value, 0, 0, [&] { address_ = address; });
+  } else {
+    ports_.dialogs.MessageBox(BoxText("The help can't be shown, since this file of it is missing:\r\n\r\n").Name(path),
+                              BoxIcon::Exclamation, "Help", BoxButtons::Ok);
+  }
   SelectRow();
+  return isThere;
 }
 
 void FrmHelp::OpenRow(std::int32_t row) {

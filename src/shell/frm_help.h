@@ -34,7 +34,8 @@ class FrmHelp : public Control {
   Label lblFound;     // says what the list holds
   ListView lstPages;  // titles: all in the order of the contents, or those found, the best first
 
-  // Brings the window up with a topic and all the contents. Where its page is missing a box says so instead.
+  // Brings the window up with a topic and all the contents. Where its page is missing a box says so instead, here and
+  // wherever else a page is asked for.
   void Show(const HelpTopic& topic);
   void Close() { Visible = false; }
 
@@ -52,7 +53,8 @@ class FrmHelp : public Control {
 
  private:
   std::string PathOf(std::string_view address) const;
-  void Open(const std::string& address);
+  // A page that is missing is told in a box, and what was on show stays. False then.
+  bool Open(const std::string& address);
   void OpenRow(std::int32_t row);
   void LoadPages();
   void ListPages();

@@ -2,13 +2,13 @@
 
 #include "results/counters.h"
 #include "search/exec_srch.h"
+#include "shell/help_pages.h"
 #include "shell/layout.h"
 
 namespace tresmor {
 namespace {
 
-// Topics of the help.
-constexpr std::int32_t kMainHelp = 102;
+// Topic of the help.
 constexpr std::int32_t kSearchOptionHelp = 118;
 constexpr std::int32_t kSearchHelp = 120;
 
@@ -36,7 +36,7 @@ SearchControls::SearchControls() {
 }
 
 FrmMain::FrmMain() : Window("Tresmor - No Duplicate Files", {0, 0, 10140, 7524}) {
-  HelpContextID = kMainHelp;
+  HelpContextID = kOverviewHelp;
   results.tabMain.Left = 120;
   results.tabMain.Top = 3360;
   results.tabMain.Width = 6015;

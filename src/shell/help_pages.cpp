@@ -28,9 +28,18 @@ constexpr HelpPage kPages[] = {
 };
 
 constexpr HelpContext kContexts[] = {
-    {100, kMarkPage},         {101, "files.htm"},          {102, "overview.htm"}, {104, "files.htm#rename"},
-    {107, "about.htm#links"}, {112, "options.htm"},        {114, "export.htm"},   {116, "fileops.htm"},
-    {117, "scope.htm"},       {118, "search.htm#options"}, {119, "sessions.htm"}, {120, "search.htm"},
+    {100, kMarkPage},
+    {101, "files.htm"},
+    {kOverviewHelp, "overview.htm"},
+    {104, "files.htm#rename"},
+    {107, "about.htm#links"},
+    {112, "options.htm"},
+    {114, "export.htm"},
+    {116, "fileops.htm"},
+    {117, "scope.htm"},
+    {118, "search.htm#options"},
+    {119, "sessions.htm"},
+    {120, "search.htm"},
 };
 
 }  // namespace

@@ -12,6 +12,9 @@ namespace tresmor {
 // What of the help is to be shown: a page by its name, or the topic of a HelpContextID.
 using HelpTopic = std::variant<std::string, std::int32_t>;
 
+// The HelpContextID of the first page, which tells of the window and of the help itself.
+inline constexpr std::int32_t kOverviewHelp = 102;
+
 inline constexpr char kQuickStartPage[] = "quickstart.htm";
 inline constexpr char kMarkPage[] = "mark.htm";
 

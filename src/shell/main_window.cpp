@@ -80,6 +80,7 @@ MainWindow::MainWindow(const MainWindowPorts& ports, MainWindowHooks hooks)
   BindListTips(frm, options_, tips_);
   BindMessageTip(frm, options_);
   fileCommands_.frmFileOper.HelpContextID = frm.mnuDelete.HelpContextID;
+  fileCommands_.frmFileProgress.HelpContextID = frm.mnuDelete.HelpContextID;
   BindButtons();
   BindMenus();
   BindFileMenu();

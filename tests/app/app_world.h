@@ -33,14 +33,18 @@ class AppTest : public TempTree {
   }
   ~AppTest() override { Stop(); }
 
-  void Start() {
+  void Start() { StartIn(BuildFolder()); }
+  // As if the program lay in that folder, with its own files and helpers.
+  void StartIn(const std::string& programFolder) {
     writers_ = std::make_unique<FileWriters>();
     closed_ = 0;
-    const std::string helper = TRESMOR_PICTURE;
-    program_ =
-        std::make_unique<WindowProgram>(*writers_, FindUserFolders(), helper.substr(0, helper.find_last_of('/')));
+    program_ = std::make_unique<WindowProgram>(*writers_, FindUserFolders(), programFolder);
     program_->Start([this] { ++closed_; });
     Activate();
+  }
+  static std::string BuildFolder() {
+    const std::string helper = TRESMOR_PICTURE;
+    return helper.substr(0, helper.find_last_of('/'));
   }
   void Stop() { program_.reset(); }
 

@@ -1,54 +1,16 @@
-// F1 wherever the user is, and the dialogs by keys alone and by mouse.
+// F1 wherever the user is, the help by menu, and the dialogs of files by keys alone and by mouse.
 #include <gtest/gtest.h>
 
-#include <QTextBrowser>
-
-#include "app/app_world.h"
+#include "app/dialog_world.h"
 
 namespace tresmor::tests {
 namespace {
 
-class HelpTest : public AppTest {
+class HelpTest : public DialogTest {
  protected:
   HelpTest() {
-    MakeFile("data/one", "words");
-    MakeFile("data/two", "words");
-    Start();
-    AddFolder(At("data"));
-    Search(Report(1, 0, "2, 1 group(s)", "0, 0 group(s)"));
-  }
-
-  const FrmHelp& Help() { return program_->Window().frmHelp; }
-  // Opens a menu by its letter.
-  QWidget* OpenMenu(Qt::Key letter) {
-    Key(letter, Qt::AltModifier);
-    WaitUntil([] { return QApplication::activePopupWidget() != nullptr; });
-    return QApplication::activePopupWidget();
-  }
-  // Opens a modal window, which meets `answer`.
-  void InDialog(const QString& title, Qt::Key key, Qt::KeyboardModifiers keys, ModalScript::Answer answer) {
-    script_.Expect(title, std::move(answer));
-    Key(key, keys);
-    EXPECT_TRUE(script_.IsDone());
-  }
-  void ExpectHelp(const std::string& address) {
-    EXPECT_TRUE(Help().Visible());
-    EXPECT_EQ(Help().Address(), address);
-    program_->Window().frmHelp.Close();
-  }
-  static QWidget* ByName(const QWidget& window, const QString& name) {
-    for (QWidget* const widget : window.findChildren<QWidget*>()) {
-      if (widget->accessibleName() == name) return widget;
-    }
-    ADD_FAILURE() << "nothing has the name " << name.toStdString();
-    return nullptr;
-  }
-  static void TabTo(QWidget& window, const QString& caption) {
-    QWidget* const target = Find<QAbstractButton>(window, caption);
-    for (int presses = 0; !target->hasFocus() && presses < 40; ++presses) {
-      QTest::keyClick(window.focusWidget(), Qt::Key_Tab);
-    }
-    EXPECT_TRUE(target->hasFocus()) << caption.toStdString();
+    StartWithDuplicates();
+    Frm().results.tabMain.Select(1);
   }
 };
 
@@ -102,79 +64,55 @@ TEST_F(HelpTest, ContentAndIndexOpensTheQuickStart) {
   ExpectHelp("quickstart.htm");
 }
 
-// --- Options
-
-TEST_F(HelpTest, OptionsByKeysAlone) {
-  script_.Expect("Options", [this](QWidget& window) {
-    QTest::keyClick(window.focusWidget(), Qt::Key_F1);
-    ExpectHelp("options.htm");
-    window.activateWindow();
-    WaitUntil([&] { return window.isActiveWindow(); });
-    TabTo(window, "Disable Tool tips");
-    QTest::keyClick(window.focusWidget(), Qt::Key_Space);
-    TabTo(window, "OK");
-    QTest::keyClick(window.focusWidget(), Qt::Key_Return);
-  });
-  QTest::keyClick(OpenMenu(Qt::Key_M), Qt::Key_O);
-  WaitUntil([this] { return script_.IsDone(); });
-  WaitUntil([] { return QApplication::activeModalWidget() == nullptr; });
-  EXPECT_EQ(Button("Search")->toolTip(), "");
+TEST_F(HelpTest, ContentAndIndexByTheMouse) {
+  ClickMenu("Help", "Content and Index");
+  QWidget* const window = WindowNamed("Tresmor Help");
+  ASSERT_NE(window, nullptr);
+  EXPECT_EQ(Help().Address(), "quickstart.htm");
+  Click(Find<QPushButton>(*window, "Home"));
+  EXPECT_EQ(Help().Address(), "overview.htm");
+  window->close();
+  EXPECT_FALSE(Help().Visible());
 }
 
-TEST_F(HelpTest, OptionsByMouse) {
-  script_.Expect("Options", [](QWidget& window) {
-    QTest::mouseClick(Find<QCheckBox>(window, "Disable Tool tips"), Qt::LeftButton, {}, {8, 8});
-    Click(Find<QPushButton>(window, "OK"));
+TEST_F(HelpTest, F1InTheHelpIsAboutTheHelp) {
+  ClickMenu("Help", "Content and Index");
+  QWidget* const window = WindowNamed("Tresmor Help");
+  ASSERT_NE(window, nullptr);
+  GiveKeys(*window);
+  Press(*window, Qt::Key_F1);
+  ExpectHelp("overview.htm");
+}
+
+// --- Boxes
+
+TEST_F(HelpTest, F1InABoxIsAboutTheWindowBehindIt) {
+  const auto askAndLeave = [this](QWidget& window) {
+    ExpectHelpByKey(window, "overview.htm");
+    QTest::keyClick(&window, Qt::Key_Escape);
+  };
+  for (const auto& [key, title] : std::map<Qt::Key, QString>{{Qt::Key_S, "Tresmor - Save search session as"},
+                                                             {Qt::Key_L, "Tresmor - load search session"}}) {
+    InDialog(title, key, Qt::ControlModifier, askAndLeave);
+  }
+  Frm().results.tabMain.Select(2);
+  InDialog("Select file", Qt::Key_R, Qt::ControlModifier, askAndLeave);
+  Duplicates().SetSelected(1, true);
+  InDialog("Rename", Qt::Key_R, Qt::ControlModifier, askAndLeave);
+}
+
+TEST_F(HelpTest, F1InAQuestionAboutFilesIsAboutThem) {
+  Frm().results.tabMain.Select(2);
+  Duplicates().SetChecked(1, true);
+  script_.Expect("Delete files", [](QWidget& window) { QTest::keyClick(&window, Qt::Key_Y, Qt::AltModifier); });
+  script_.Expect("Deleting files", [this](QWidget& window) {
+    ExpectHelpByKey(window, "fileops.htm");
+    QTest::keyClick(&window, Qt::Key_N, Qt::AltModifier);
   });
-  QWidget* const menu = OpenMenu(Qt::Key_M);
-  auto* const item = static_cast<QMenu*>(menu)->actions().front();
-  QTest::mouseClick(menu, Qt::LeftButton, {}, static_cast<QMenu*>(menu)->actionGeometry(item).center());
-  WaitUntil([] { return QApplication::activeModalWidget() == nullptr; });
+  script_.ExpectBox("Tresmor", "File operations failed. Error Code: 1223\n\nCancelled: nothing was deleted.");
+  Key(Qt::Key_D, Qt::ControlModifier);
   EXPECT_TRUE(script_.IsDone());
-  EXPECT_EQ(Button("Search")->toolTip(), "");
-}
-
-// --- Smart Marker
-
-TEST_F(HelpTest, SmartMarkerByKeysAlone) {
-  Frm().results.tabMain.Select(2);
-  InDialog("Smart Marking", Qt::Key_K, Qt::ControlModifier, [this](QWidget& window) {
-    QTest::keyClick(window.focusWidget(), Qt::Key_F1);
-    ExpectHelp("mark.htm");
-    window.activateWindow();
-    WaitUntil([&] { return window.isActiveWindow(); });
-    TabTo(window, "Help (F1)");
-    QTest::keyClick(window.focusWidget(), Qt::Key_Space);
-    ExpectHelp("mark.htm");
-    window.activateWindow();
-    WaitUntil([&] { return window.isActiveWindow(); });
-    auto* const date = static_cast<QComboBox*>(ByName(window, "By Date"));
-    for (int presses = 0; !date->hasFocus() && presses < 40; ++presses) {
-      QTest::keyClick(window.focusWidget(), Qt::Key_Tab);
-    }
-    QTest::keyClick(date, Qt::Key_Down);
-    TabTo(window, "Mark");
-    QTest::keyClick(window.focusWidget(), Qt::Key_Return);
-  });
-  EXPECT_NE(List(ResultList::Duplicates).Checked(1), List(ResultList::Duplicates).Checked(2));
-  InDialog("Smart Marking", Qt::Key_K, Qt::ControlModifier,
-           [](QWidget& window) { QTest::keyClick(window.focusWidget(), Qt::Key_Escape); });
-}
-
-TEST_F(HelpTest, SmartMarkerByMouse) {
-  Frm().results.tabMain.Select(2);
-  InDialog("Smart Marking", Qt::Key_K, Qt::ControlModifier, [](QWidget& window) {
-    auto* const tabs = window.findChild<QTabBar*>();
-    QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(1).center());
-    Click(Find<QPushButton>(window, "Select All"));
-    Click(Find<QPushButton>(window, "Mark"));
-  });
-  EXPECT_NE(List(ResultList::Duplicates).Checked(1), List(ResultList::Duplicates).Checked(2)) << "one is kept";
-  InDialog("Smart Marking", Qt::Key_K, Qt::ControlModifier, [](QWidget& window) {
-    Click(Find<QPushButton>(window, "Clear Marks"));
-    Click(Find<QPushButton>(window, "Close"));
-  });
-  EXPECT_FALSE(List(ResultList::Duplicates).Checked(1) || List(ResultList::Duplicates).Checked(2));
+  EXPECT_TRUE(Exists("data/one") && Exists("data/two"));
 }
 
 // --- The dialog of files

@@ -2,10 +2,11 @@
 #include <gtest/gtest.h>
 
 #include <QGroupBox>
+#include <QScrollBar>
 #include <QToolButton>
 #include <set>
 
-#include "app/app_world.h"
+#include "app/dialog_world.h"
 
 namespace tresmor::tests {
 namespace {
@@ -22,7 +23,7 @@ struct Look {
   bool dark;
 };
 
-class LooksTest : public AppTest, public testing::WithParamInterface<Look> {
+class LooksTest : public DialogTest, public testing::WithParamInterface<Look> {
  protected:
   LooksTest() {
     QApplication::setFont(PinnedFont(GetParam().points));
@@ -166,6 +167,65 @@ TEST_P(LooksTest, TheDialogsOfFilesCanBeRead) {
   expect("Copy files");
   Frm().mnuCopy.OnClick();
   EXPECT_TRUE(script_.IsDone());
+}
+
+TEST_P(LooksTest, OptionsAndTheBoxesOfTheMenuCanBeRead) {
+  ByMenu("Menu", "Options", "Options", [this](QWidget& window) {
+    ExpectReadable(window);
+    script_.Expect("Reset warnings and tips", [](QWidget& box) {
+      ExpectReadable(box);
+      QTest::keyClick(&box, Qt::Key_Escape);
+    });
+    Click(Find<QPushButton>(window, "Reset Warnings and Tips"));
+    GiveKeys(window);
+    Press(window, Qt::Key_Escape);
+  });
+  ByMenu("Help", "About Tresmor", "About Tresmor", [](QWidget& window) {
+    ExpectReadable(window);
+    QTest::keyClick(&window, Qt::Key_Escape);
+  });
+}
+
+TEST_P(LooksTest, BothTabsOfSmartMarkingCanBeRead) {
+  for (const std::string& folder : {std::string("/short/"), At(std::string(200, 'f') + "/")}) {
+    Finding finding;
+    finding.folder = folder;
+    finding.name = "one";
+    AddResultItem(Duplicates(), finding);
+  }
+  Frm().results.tabMain.Select(2);
+  ByMenu("Result Files", "Smart Marker...", "Smart Marking", [](QWidget& window) {
+    ExpectReadable(window);
+    Press(window, Qt::Key_M, Qt::AltModifier);
+    ExpectReadable(window);
+    const auto* const folders = window.findChild<QTreeView*>();
+    EXPECT_TRUE(folders->isVisible());
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(folders->horizontalScrollBar()->isVisible()) << "there is nothing beside the folders";
+    Press(window, Qt::Key_Escape);
+  });
+}
+
+// Each that comes with the program.
+TEST_P(LooksTest, TipsCanBeRead) {
+  FrmTip& form = program_->Window().frmTip;
+  QWidget* const window = WindowNamed("Tip of the Day");
+  ASSERT_NE(window, nullptr);
+  EXPECT_GE(form.Tips.size(), 40U);
+  for (std::size_t tip = 1; tip <= form.Tips.size(); ++tip) {
+    form.CurrentTip = static_cast<std::int32_t>(tip);
+    form.DisplayCurrentTip();
+    QCoreApplication::processEvents();
+    ExpectReadable(*window);
+  }
+}
+
+TEST_P(LooksTest, TheHelpCanBeRead) {
+  ClickMenu("Help", "Content and Index");
+  QWidget* const window = WindowNamed("Tresmor Help");
+  ASSERT_NE(window, nullptr);
+  WaitUntil([&] { return window->isActiveWindow(); });
+  ExpectReadable(*window);
 }
 
 using HugeLooksTest = LooksTest;

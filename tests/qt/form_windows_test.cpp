@@ -217,7 +217,10 @@ TEST_F(ProgramDialogTest, ThePatternOfProgramsShowsFilesThatCanBeRunAndAddsNoExt
     static_cast<QDialog*>(dialog)->accept();
   };
   Soon(look);
-  QtDialogs dialogs;
+  QtEventQueue events;
+  const Twips twips = Twips::OfApplication();
+  const Binder binder(events, twips);
+  QtDialogs dialogs(binder);
   FileQuestion question;
   question.filters = {{"Executables (*.exe)", "*.exe"}, {"All Files", "*.*"}};
   question.defaultExtension = "EXE";

@@ -239,6 +239,12 @@ TEST_F(HelpWindowTest, EveryPageHasItsWordsAndPictures) {
   }
 }
 
+// Those of the program can be switched off, and this window has none of them.
+TEST_F(HelpWindowTest, HasNoHoverTexts) {
+  Show(102);
+  for (const QWidget* const widget : window->findChildren<QWidget*>()) EXPECT_EQ(widget->toolTip(), "");
+}
+
 TEST_F(HelpWindowTest, AllThatTakesKeysHasAName) {
   Show(102);
   for (const QWidget* const widget :

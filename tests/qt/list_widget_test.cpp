@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractEventDispatcher>
 #include <QDropEvent>
 #include <QHelpEvent>
 #include <QMimeData>
@@ -147,6 +148,33 @@ TEST(ListWidgetMouse, ThePointersRowAndItsText) {
   QEvent leave(QEvent::Leave);
   QCoreApplication::sendEvent(lists.widget->viewport(), &leave);
   EXPECT_EQ(lists.TakeLog(), Log{}) << "the text stays for when the pointer comes back";
+}
+
+QWidget* ShownTip() {
+  for (QWidget* const window : QApplication::topLevelWidgets()) {
+    if (window->isVisible() && window->inherits("QTipLabel")) return window;
+  }
+  return nullptr;
+}
+
+TEST(ListWidgetMouse, ARowsTextStaysTwentySecondsAndWrapsAt360Pixels) {
+  std::string text;
+  for (int i = 0; i < 50; ++i) text += "words ";
+  ListLook look = ResultLook();
+  look.hoverText = [&] { return text; };
+  ListStage lists(1, look);
+  const QPoint point = lists.PointOn(1);
+  QHelpEvent help(QEvent::ToolTip, point, lists.widget->viewport()->mapToGlobal(point));
+  QCoreApplication::sendEvent(lists.widget->viewport(), &help);
+  ASSERT_NE(ShownTip(), nullptr);
+  EXPECT_NEAR(ShownTip()->width(), 360, 20);
+  std::vector<int> timers;
+  // The toolkit's tip has no other clock than that of its end.
+  for (const auto& timer : QAbstractEventDispatcher::instance()->registeredTimers(ShownTip())) {
+    timers.push_back(timer.interval);
+  }
+  EXPECT_EQ(timers, std::vector{20000});
+  QToolTip::hideText();
 }
 
 void Drop(ListStage& lists, const QMimeData& data) {

@@ -7,12 +7,13 @@
 #include <QApplication>
 #include <QEvent>
 #include <QMessageBox>
-#include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTimer>
+#include <algorithm>
 #include <deque>
 #include <functional>
+#include <vector>
 
 #include "qt/qt_test.h"
 
@@ -52,10 +53,8 @@ class ModalScript : public QObject {
   bool IsDone() const { return steps_.empty(); }
 
   bool eventFilter(QObject* object, QEvent* event) override {
-    if (event->type() == QEvent::Hide && object == answered_) {
-      answered_ = nullptr;
-      ActivateMainWindow();
-    }
+    const auto isIt = [object](const Answered& answered) { return answered.window == object; };
+    if (event->type() == QEvent::Hide && std::erase_if(answered_, isIt) > 0) ActivateWhatIsLeft();
     return false;
   }
 
@@ -65,8 +64,22 @@ class ModalScript : public QObject {
     Answer answer;
   };
 
+  struct Answered {
+    QObject* window;
+    bool uncovered = false;  // one that stood over it has gone, so that it may be answered once more
+  };
+
+  bool IsAnswered(const QWidget& window) const {
+    const auto found = std::ranges::find(answered_, &window, &Answered::window);
+    if (found == answered_.end()) return false;
+    return !found->uncovered || steps_.empty() || steps_.front().title != window.windowTitle();
+  }
   // There is no window manager to do so.
-  static void ActivateMainWindow() {
+  void ActivateWhatIsLeft() {
+    if (!answered_.empty()) {
+      answered_.back().uncovered = true;
+      return static_cast<QWidget*>(answered_.back().window)->activateWindow();
+    }
     for (QWidget* const window : QApplication::topLevelWidgets()) {
       if (window->isVisible() && window->windowType() == Qt::Window) window->activateWindow();
     }
@@ -77,7 +90,7 @@ class ModalScript : public QObject {
     QTimer::singleShot(2, this, [this] {
       LookAgain();
       QWidget* const window = QApplication::activeModalWidget();
-      if (window == nullptr || !window->isVisible() || window == answered_) return;
+      if (window == nullptr || !window->isVisible() || IsAnswered(*window)) return;
       // Keys go to no other window.
       if (!window->isActiveWindow()) return window->activateWindow();
       AnswerTo(*window);
@@ -89,18 +102,18 @@ class ModalScript : public QObject {
       const auto* const box = qobject_cast<QMessageBox*>(&window);
       ADD_FAILURE() << "unexpected: " << window.windowTitle().toStdString() << ": "
                     << (box == nullptr ? "" : box->text().toStdString());
-      answered_ = &window;
+      answered_.push_back({&window});
       QTest::keyClick(&window, Qt::Key_Escape);
       return;
     }
     const Answer answer = std::move(steps_.front().answer);
     steps_.pop_front();
-    answered_ = &window;
+    answered_.push_back({&window});
     answer(window);
   }
 
   std::deque<Step> steps_;
-  QPointer<QWidget> answered_;
+  std::vector<Answered> answered_;  // that are on the screen, one over the other
 };
 
 }  // namespace tresmor::tests

@@ -33,7 +33,10 @@ class QtDialogsTest : public TempTree {
   }
 
   QWidget main_;
-  QtDialogs dialogs_;
+  QtEventQueue events_;
+  const Twips twips_ = Twips::OfApplication();
+  Binder binder_{events_, twips_};
+  QtDialogs dialogs_{binder_};
   ModalScript script_;
 };
 
@@ -96,6 +99,35 @@ TEST_F(QtDialogsTest, AnInputBoxGivesBackTheExactBytes) {
   EXPECT_EQ(dialogs_.InputBox(prompt, "Rename", odd), "new " + odd);
   script_.Expect("Rename", [](QWidget& window) { QTest::keyClick(&window, Qt::Key_Escape); });
   EXPECT_EQ(dialogs_.InputBox("?", "Rename", "kept"), "");
+}
+
+TEST_F(QtDialogsTest, F1InABoxIsAboutTheWindowThatItStandsOver) {
+  std::vector<std::int32_t> topics;
+  binder_.OnHelp = [&](std::int32_t topic) { topics.push_back(topic); };
+  FileQuestion question;
+  question.title = "File";
+  question.filters = {{"All Files", "*.*"}};
+  const auto expectAsking = [this](const QString& title) {
+    script_.Expect(title, [](QWidget& window) {
+      QTest::keyClick(window.focusWidget() != nullptr ? window.focusWidget() : &window, Qt::Key_F1);
+      QTest::keyClick(&window, Qt::Key_Escape);
+    });
+  };
+  const auto askAll = [&] {
+    for (const char* const title : {"Box", "Input", "File", "Folder"}) expectAsking(title);
+    dialogs_.MessageBox("?", BoxIcon::None, "Box", BoxButtons::OkCancel);
+    dialogs_.InputBox("?", "Input", "");
+    dialogs_.OpenFileDlg(question);
+    dialogs_.BrowseFolder("Folder", root_);
+  };
+  askAll();
+  EXPECT_EQ(topics, std::vector<std::int32_t>(4, 0)) << "the window has no topic";
+  topics.clear();
+  Frame form;
+  form.HelpContextID = 7;
+  binder_.BindHelp(form, main_);
+  askAll();
+  EXPECT_EQ(topics, std::vector<std::int32_t>(4, 7));
 }
 
 FileQuestion OpenQuestion(const std::string& folder) {

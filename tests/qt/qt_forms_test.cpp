@@ -19,7 +19,7 @@ struct FormsStage {
 
   QtEventQueue events;
   const Twips twips = Twips::OfApplication();
-  const Binder binder{events, twips};
+  Binder binder{events, twips};
   QWidget main;
   QtForms forms{binder};
   ModalScript script;
@@ -247,6 +247,23 @@ TEST(FileProgressForm, ShowsWhileItIsVisible) {
   EXPECT_TRUE(window->isVisible()) << "only its work ends it";
   form.Visible = false;
   EXPECT_FALSE(window->isVisible());
+}
+
+TEST(FileProgressForm, F1AsksForItsTopicAndCancelsNothing) {
+  FormsStage stage;
+  std::vector<std::int32_t> topics;
+  stage.binder.OnHelp = [&](std::int32_t topic) { topics.push_back(topic); };
+  FrmFileProgress form;
+  form.cmdCancel.OnClick = [] { ADD_FAILURE(); };
+  form.HelpContextID = 7;
+  stage.forms.ShowWhileVisible(form);
+  form.Visible = true;
+  QWidget* const window = QApplication::activeModalWidget();
+  ASSERT_NE(window, nullptr);
+  WaitUntil([&] { return window->isActiveWindow(); });
+  QTest::keyClick(window, Qt::Key_F1);
+  EXPECT_EQ(topics, std::vector<std::int32_t>{7});
+  form.Visible = false;
 }
 
 }  // namespace

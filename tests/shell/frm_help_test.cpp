@@ -145,6 +145,28 @@ TEST_F(FrmHelpTest, AMissingPageIsTold) {
   EXPECT_THAT(log, IsEmpty());
 }
 
+TEST_F(FrmHelpTest, ALinkOrATitleWhosePageIsMissingIsTold) {
+  form.Show(102);
+  files.Remove("/opt/help/mark.htm");
+  log.clear();
+  const ScriptedDialogs::Box told = {
+      "The help can't be shown, since this file of it is missing:\r\n\r\n"
+      "/opt/help/mark.htm",
+      "Help", BoxIcon::Exclamation};
+  dialogs.boxes = {told, told, told};
+  form.Follow("mark.htm#keep");
+  EXPECT_EQ(Selected(), "Tresmor and its window");
+  form.txtFind.Text = "smart";
+  form.lstPages.SetSelected(1, true);
+  form.lstPages.OnItemClick();
+  form.OpenFirst();
+  EXPECT_THAT(dialogs.boxes, IsEmpty());
+  EXPECT_THAT(log, IsEmpty());
+  EXPECT_EQ(form.Address(), "overview.htm");
+  EXPECT_EQ(Selected(), "") << "the page on show isn't among those found";
+  EXPECT_TRUE(form.Visible());
+}
+
 TEST_F(FrmHelpTest, APageThatCannotBeReadIsFoundByItsTitle) {
   files.SetUnreadable("/opt/help/keys.htm");
   form.Show(102);

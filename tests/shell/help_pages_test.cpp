@@ -146,9 +146,9 @@ TEST_F(HelpTopicsTest, EveryFormHasANumberWithOne) {
   const FrmOptions options;
   const FrmSmartDel smartDel;
   const FrmMyMsgBox message;
-  for (const Control* const form :
-       std::initializer_list<const Control*>{&frm, &frm.frmSelPath, &frm.fraSrch, &window.frmTip,
-                                             &window.Files().frmFileOper, &options, &smartDel, &message}) {
+  for (const Control* const form : std::initializer_list<const Control*>{
+           &frm, &frm.frmSelPath, &frm.fraSrch, &window.frmTip, &window.Files().frmFileOper,
+           &window.Files().frmFileProgress, &window.frmHelp, &options, &smartDel, &message}) {
     EXPECT_TRUE(IsKnown(form->HelpContextID)) << form->HelpContextID;
   }
 }
@@ -206,8 +206,19 @@ TEST(HelpPages, OwnUpToTheOddRules) {
   const std::string mark = ReplaceAll(ReadPage("mark.htm"), "\n", " ");
   EXPECT_THAT(mark, HasSubstr("<td><b>Version: Keep Newest Version</b></td><td><b>the lowest version</b>"));
   EXPECT_THAT(mark, HasSubstr("<td><b>Version: Keep Oldest Version!</b></td><td><b>the highest version</b>"));
-  EXPECT_THAT(ReplaceAll(ReadPage("fileops.htm"), "\n", " "), HasSubstr("Sub-folders don't count"));
+  EXPECT_THAT(mark, HasSubstr("In every group of <b>two files or more</b>"));
+  EXPECT_THAT(mark, HasSubstr("doesn't look at files that are alone: deleting now takes your last copy"));
+  const std::string fileops = ReplaceAll(ReadPage("fileops.htm"), "\n", " ");
+  EXPECT_THAT(fileops, HasSubstr("Sub-folders don't count"));
+  EXPECT_THAT(fileops, HasSubstr("<b>With more than 2,000 marked files, one Cancel doesn't stop everything.</b>"));
+  EXPECT_THAT(fileops, HasSubstr("<b>A cancel doesn't keep the emptied folders:</b>"));
   EXPECT_THAT(ReplaceAll(ReadPage("search.htm"), "\n", " "), HasSubstr("one less than the files that were looked at"));
+  EXPECT_THAT(ReplaceAll(ReadPage("console.htm"), "\n", " "),
+              HasSubstr("With <b>--area</b> or <b>--exclude</b> a file that could not be read may go unreported"));
+  EXPECT_THAT(
+      ReplaceAll(ReadPage("questions.htm"), "\n", " "),
+      HasSubstr("If the home disk is <b>full or can't be written to</b>, there is no note, and so every file stays"));
+  EXPECT_THAT(ReplaceAll(ReadPage("files.htm"), "\n", " "), HasSubstr("Its row shows what you typed, ../letter.txt"));
 }
 
 }  // namespace

@@ -150,7 +150,8 @@ TEST_F(OptionsDialogTest, BrowseAsksForAProgramAndLeavesTheOptionToOk) {
 }
 
 TEST_F(OptionsDialogTest, HistoriesGoAtOnceAlsoBeforeACancel) {
-  settings.Save(kAppTitle, kPatternHistory, "0", "*.bak");
+  const std::vector<const char*> histories = {kPathHistory, kExtHistory, kPatternHistory};
+  for (const char* const section : histories) settings.Save(kAppTitle, section, "0", "kept");
   EnterPath("/a");
   EnterExt("*.txt");
   Show([&](FrmOptions& frm) {
@@ -161,7 +162,7 @@ TEST_F(OptionsDialogTest, HistoriesGoAtOnceAlsoBeforeACancel) {
   EXPECT_EQ(txtPath.List(0), kSeparator);
   EXPECT_EQ(txtExt.List(0), kSeparator);
   EXPECT_EQ(txtPath.Text() + txtExt.Text(), "");
-  EXPECT_EQ(settings.Get(kAppTitle, kPatternHistory, "0", "-"), "-");
+  for (const char* const section : histories) EXPECT_EQ(settings.Get(kAppTitle, section, "0", "-"), "-") << section;
 }
 
 TEST_F(OptionsDialogTest, AllWarningsComeAgainButThatOfLongSearches) {

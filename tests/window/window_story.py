@@ -140,6 +140,28 @@ def make_files(top):
     open(os.path.join(top, 'photos/empty'), 'wb').close()
 
 
+def dialogs_of_the_menus(desk):
+    """Those that need no search, from the main window back to it."""
+    desk.keys('alt+m', 'o')
+    desk.window('Options')
+    desk.picture('options')
+    desk.keys('Tab', 'Tab', 'Tab', 'Tab', 'Tab', 'space')
+    desk.window('Reset warnings and tips')
+    desk.picture('reset')
+    desk.keys('Return')
+    desk.gone('Reset warnings and tips')
+    desk.window('Options')
+    desk.keys('Escape')
+    desk.gone('Options')
+    desk.window(MAIN)
+    desk.keys('alt+h', 'Up', 'Return')
+    desk.window('About Tresmor')
+    desk.picture('about')
+    desk.keys('Return')
+    desk.gone('About Tresmor')
+    desk.window(MAIN)
+
+
 def story(desk, home, program):
     """From an empty start to duplicates in the trash, and out."""
     files = os.path.join(home, 'demo')
@@ -159,6 +181,7 @@ def story(desk, home, program):
     desk.keys('Escape')
     desk.gone(HELP)
     desk.window(MAIN)
+    dialogs_of_the_menus(desk)
     desk.keys('Tab', 'ctrl+a')
     desk.type(files)
     desk.keys('alt+greater')
@@ -185,6 +208,8 @@ def story(desk, home, program):
     desk.keys('ctrl+k')
     desk.window('Smart Marking')
     desk.picture('smart-marking')
+    desk.keys('alt+m')
+    desk.picture('smart-marking-more')
     # Help stays usable beside a modal dialog.
     desk.keys('F1')
     desk.window(HELP)
@@ -205,6 +230,12 @@ def story(desk, home, program):
     desk.picture('move')
     desk.keys('Escape')
     desk.gone('Move files')
+    desk.keys('alt+r', 'c', 'Return')
+    desk.window('Copy files')
+    desk.picture('copy')
+    desk.keys('Escape')
+    desk.gone('Copy files')
+    desk.window(MAIN)
     desk.keys('ctrl+d')
     desk.window('Delete files')
     desk.picture('delete')
