@@ -1,16 +1,18 @@
-# What ./run and ./test share; sourced by both from the top of the repository.
+# What ./run, ./test and tools/make_package share; sourced by them from the top of the repository.
 
 build_packages="g++ cmake ninja-build pkg-config libutf8proc-dev libcli11-dev nlohmann-json3-dev \
 qt6-base-dev qt6-svg-dev libwmf-dev libemf2svg-dev breeze-icon-theme fonts-dejavu-core"
 test_packages="libgtest-dev libgmock-dev clang-format clang-tidy python3 locales xvfb openbox xdotool x11-utils imagemagick pandoc"
 coverage_packages="gcovr"
 fuzz_packages="clang libclang-rt-dev llvm"
+package_packages="pandoc librsvg2-bin dpkg-dev file fakeroot desktop-file-utils appstream lintian"
 
 # The programs that these packages stand for, for systems that name their packages otherwise.
 build_tools="g++ cmake ninja pkg-config"
 test_tools="clang-format clang-tidy run-clang-tidy python3 Xvfb openbox xdotool xprop convert"
 coverage_tools="gcovr"
 fuzz_tools="clang++ llvm-symbolizer"
+package_tools="pandoc rsvg-convert dpkg-deb dpkg-shlibdeps desktop-file-validate appstreamcli lintian"
 
 say() { echo "$*" >&2; }
 

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "app/arguments.h"
 #include "app/window_program.h"
 #include "desk/options.h"
 #include "platform/posix/program_folder.h"
@@ -12,6 +13,7 @@
 
 namespace {
 
+constexpr int kWrongUse = 2;
 constexpr int kNoDisplay = 3;
 
 // The toolkit aborts a program that reaches no display, with words for programmers, and says before what it tried.
@@ -25,19 +27,30 @@ void TellNoDisplay(QtMsgType type, const QMessageLogContext& context, const QStr
   if (std::strncmp(category, "qt.qpa.", 7) != 0) std::fprintf(stderr, "%s\n", qPrintable(text));
 }
 
+tresmor::Arguments Read(int argc, char** argv) { return tresmor::ReadArguments({argv + 1, argv + argc}); }
+
 }  // namespace
 
 int main(int argc, char** argv) {
+  if (const tresmor::Arguments asked = Read(argc, argv); !asked.answer.empty() && !asked.areWrong) {
+    std::fputs(asked.answer.c_str(), stdout);
+    return EXIT_SUCCESS;
+  }
   std::signal(SIGPIPE, SIG_IGN);
   const tresmor::FileWriters writers;
   qInstallMessageHandler(TellNoDisplay);
-  QApplication app(argc, argv);
+  QApplication app(argc, argv);  // takes its own options away
   qInstallMessageHandler(nullptr);
+  const tresmor::Arguments arguments = Read(argc, argv);
+  if (arguments.areWrong) {
+    std::fputs(arguments.answer.c_str(), stderr);
+    return kWrongUse;
+  }
   QApplication::setDesktopFileName("tresmor");
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication::setStyle(new tresmor::ProgramStyle);  // the application owns it
   tresmor::ChooseIconTheme();
   tresmor::WindowProgram program(writers, tresmor::FindUserFolders(), tresmor::FindExecutableFolder());
-  program.Start([] { QApplication::quit(); });
+  program.Start([] { QApplication::quit(); }, arguments.sessionFile);
   return QApplication::exec();
 }

@@ -29,7 +29,7 @@ WindowProgram::WindowProgram(const FileWriters& writers, const UserFolders& fold
       undoLog_(files_, changes_, FindUndoLog(folders)),
       operations_(files_, changes_, trash_, undoLog_),
       settings_(files_, writers_.settings, FindSettingsFile(folders)),
-      pictures_(executableFolder + kPictureHelper),
+      pictures_(HelperFolder(executableFolder) + kPictureHelper),
       window_(Ports(executableFolder), Hooks()),
       view_(window_.frm, binder_, window_.Tips()) {
   events_.OnUncaught = [this](const std::exception_ptr& failure) {
@@ -73,12 +73,13 @@ MainWindowHooks WindowProgram::Hooks() {
   return hooks;
 }
 
-void WindowProgram::Start(std::function<void()> closed) {
+void WindowProgram::Start(std::function<void()> closed, const std::string& sessionFile) {
   window_.frm.Listen([this, closed = std::move(closed)](const Notice& notice) {
     const bool isShown = notice.what == Notice::What::Visible && notice.when == Notice::When::After;
     if (isShown && !window_.frm.Visible()) closed();
   });
   window_.Load();
+  if (!sessionFile.empty()) window_.OpenSession(sessionFile);
 }
 
 }  // namespace tresmor

@@ -30,13 +30,13 @@ struct FileWriters {
 // Interface thread; needs the toolkit's application object.
 class WindowProgram {
  public:
-  // `executableFolder` is where the program's helpers are.
+  // `executableFolder` is where the program stands.
   WindowProgram(const FileWriters& writers, const UserFolders& folders, const std::string& executableFolder);
   WindowProgram(const WindowProgram&) = delete;
   WindowProgram& operator=(const WindowProgram&) = delete;
 
-  // Opens the window. `closed` is called once it has closed.
-  void Start(std::function<void()> closed);
+  // Opens the window, and then the session file if one is named. `closed` is called once the window has closed.
+  void Start(std::function<void()> closed, const std::string& sessionFile = "");
 
   MainWindow& Window() { return window_; }
   MainWindowView& View() { return view_; }

@@ -16,10 +16,13 @@ using Choices = std::map<std::string, Value>;
 
 extern const Choices<SrchType> kTypes;
 
-// One of the names of a table, told by what is wrong and not in the help.
+// One of the names of a table, told by what is wrong and not in the help. The rule's own name is all these names, with
+// commas between; completions are made from that.
 template <class Value>
 CLI::Validator OneOf(const Choices<Value>& names) {
-  return CLI::IsMember(names).description("");
+  std::string all;
+  for (const auto& [name, value] : names) all += (all.empty() ? "" : ",") + name;
+  return CLI::IsMember(names).description("").name(all);
 }
 
 // An option whose values have names. `names` outlives the parsing.

@@ -6,8 +6,10 @@
 #include <cstdint>
 #include <functional>
 #include <sstream>
+#include <string_view>
 #include <utility>
 
+#include "cli/completion.h"
 #include "cli/oper_options.h"
 #include "cli/option_parts.h"
 #include "cli/session_options.h"
@@ -152,6 +154,7 @@ Command ParseCommandLine(int argc, const char* const* argv) {
       {&AddUndo(app), [] { return UndoOptions(); }}};
   app.set_version_flag("--version", "tresmor-cli " TRESMOR_VERSION);
   for (const auto& [command, settle] : commands) command->set_version_flag("--version", "tresmor-cli " TRESMOR_VERSION);
+  if (argc > 1 && std::string_view(argv[1]) == kComplete) return Completions(app, {argv + 2, argv + argc});
   try {
     app.parse(GuardedArguments(argc, argv));
   } catch (const CLI::Success& asked) {

@@ -14,6 +14,6 @@ void ChooseIconTheme() {
 
 QIcon ThemeIcon(const char* name) { return QIcon::fromTheme(name); }
 
-QIcon ProgramIcon() { return QIcon::fromTheme("tresmor", ThemeIcon("edit-copy")); }
+QIcon ProgramIcon() { return QIcon::fromTheme("tresmor", QIcon(":/tresmor.svg")); }
 
 }  // namespace tresmor

@@ -12,7 +12,7 @@ void ChooseIconTheme();
 // An icon by its name in the icon naming standard of freedesktop.org. Null where no theme has it.
 QIcon ThemeIcon(const char* name);
 
-// The program's own.
+// The program's own, of the theme where the program is installed, else one that it holds itself.
 QIcon ProgramIcon();
 
 }  // namespace tresmor

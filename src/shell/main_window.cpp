@@ -197,6 +197,10 @@ void MainWindow::Load() {
   });
 }
 
+void MainWindow::OpenSession(const std::string& sFileName) {
+  dispatch_.Run([&] { sessions_.OpenSession(sFileName); });
+}
+
 std::string MainWindow::ProgramFile(const char* name) const {
   return ports_.programFolder + ports_.files.Style().separator + name;
 }

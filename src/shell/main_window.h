@@ -78,6 +78,10 @@ class MainWindow {
   // all is done, so that boxes of the start come before it.
   void Load();
 
+  // Loads a session as the menu's command does, for a file that the program was started with. Nothing if an action
+  // runs.
+  void OpenSession(const std::string& sFileName);
+
   // Hover texts of the lists, for whoever shows them.
   const ListTip& Tips() const { return tips_; }
   // The dialogs of the commands on files.

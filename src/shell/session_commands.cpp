@@ -56,9 +56,13 @@ void SessionCommands::mnuLoadResultList() {
                                                                         .defaultExtension = kExtension,
                                                                         .startName = "Untitled.Tresmor",
                                                                         .startFolder = ""});
-  if (!chosen) return;
-  LoadSession(*chosen);
-  frm_.session.SessionFile = *chosen;
+  if (chosen) OpenSession(*chosen);
+}
+
+void SessionCommands::OpenSession(const std::string& sFileName) {
+  const PointerWhile hourglass(frm_.pointer, PointerShape::Hourglass);
+  LoadSession(sFileName);
+  frm_.session.SessionFile = sFileName;
   frm_.session.HasSrchResult = true;
 }
 

@@ -39,8 +39,10 @@ class SessionCommands {
   void mnuSaveResultList();
   // Asks for a name and whether to save what was found.
   void mnuSaveAsResultList();
-  // Asks for a file and loads it. Its name is the session's from then on, even if it could not be loaded.
+  // Asks for a file and opens it.
   void mnuLoadResultList();
+  // Loads a file. Its name is the session's from then on, even if it could not be loaded.
+  void OpenSession(const std::string& sFileName);
 
   // Replaces scope and result lists by those of a file. A failure, a lack of memory too, is told in a box; it leaves in
   // the controls what was read, the list in progress hidden, the timer running and the menus disabled. Gives whether

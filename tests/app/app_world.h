@@ -33,13 +33,13 @@ class AppTest : public TempTree {
   }
   ~AppTest() override { Stop(); }
 
-  void Start() { StartIn(BuildFolder()); }
+  void Start(const std::string& sessionFile = "") { StartIn(BuildFolder(), sessionFile); }
   // As if the program lay in that folder, with its own files and helpers.
-  void StartIn(const std::string& programFolder) {
+  void StartIn(const std::string& programFolder, const std::string& sessionFile = "") {
     writers_ = std::make_unique<FileWriters>();
     closed_ = 0;
     program_ = std::make_unique<WindowProgram>(*writers_, FindUserFolders(), programFolder);
-    program_->Start([this] { ++closed_; });
+    program_->Start([this] { ++closed_; }, sessionFile);
     Activate();
   }
   static std::string BuildFolder() {

@@ -42,6 +42,21 @@ class WindowTest : public AppTest {
   int layouts_ = 0;
 };
 
+TEST_F(WindowTest, ItHasTheProgramsIcon) { EXPECT_FALSE(View().windowIcon().pixmap(48, 48).isNull()); }
+
+TEST_F(WindowTest, ItOpensWithTheSessionThatItWasStartedWith) {
+  AddFolder(At("data"));
+  ExpectFile("Tresmor - Save search session as", At("home/s.Tresmor"));
+  script_.ExpectBox("Include search result",
+                    "Do you want to include your search result in addition to search parameters?", "No");
+  Frm().mnuSaveAsResultList.OnClick();
+  Stop();
+  Start(At("home/s.Tresmor"));
+  ASSERT_EQ(Frm().lstPath.Count(), 1);
+  EXPECT_EQ(Frm().lstPath.Cell(1, 0), At("data/*.*"));
+  EXPECT_EQ(Frm().session.SessionFile, At("home/s.Tresmor"));
+}
+
 // Calls a handler before each event of one kind.
 class EventWatch : public QObject {
  public:

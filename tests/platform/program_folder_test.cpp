@@ -12,7 +12,7 @@ namespace {
 class ProgramFolderTest : public TempTree {
  protected:
   ProgramFolderTest() {
-    for (const char* folder : {"bin", "share", "share/tresmor"}) MakeFolder(folder);
+    for (const char* folder : {"bin", "share", "share/tresmor", "libexec", "libexec/tresmor"}) MakeFolder(folder);
   }
 };
 
@@ -35,6 +35,22 @@ TEST_F(ProgramFolderTest, IsWhereTheFilesAreThatLinksLeadTo) {
 }
 
 TEST_F(ProgramFolderTest, StaysBesideTheExecutableWithoutFiles) { EXPECT_EQ(ProgramFolder(At("bin")), At("bin")); }
+
+TEST_F(ProgramFolderTest, HelpersAreBesideTheExecutable) {
+  MakeFile("bin/tresmor-picture");
+  MakeFile("libexec/tresmor/tresmor-picture");
+  EXPECT_EQ(HelperFolder(At("bin")), At("bin"));
+}
+
+TEST_F(ProgramFolderTest, HelpersAreInThePrefixElse) {
+  MakeFile("bin/err_read.bmp");
+  MakeFile("libexec/tresmor/tresmor-picture");
+  EXPECT_EQ(HelperFolder(At("bin")), At("libexec/tresmor"));
+}
+
+TEST_F(ProgramFolderTest, HelpersThatAreNowhereBelongBesideTheExecutable) {
+  EXPECT_EQ(HelperFolder(At("bin")), At("bin"));
+}
 
 TEST(ExecutableFolderTest, HoldsTheRunningProgram) {
   const std::filesystem::path folder = FindExecutableFolder();

@@ -164,6 +164,26 @@ TEST_F(MainWindowTest, NothingElseRunsWhileItStarts) {
   EXPECT_THAT(shell.opened, IsEmpty());
 }
 
+TEST_F(MainWindowTest, ASessionThatItWasStartedWithIsLoadedAndSavedUnderItsName) {
+  files.MakeFile("/data/s.Tresmor",
+                 "3.0.0\r\nFalse\r\nTrue\r\nTrue\r\nFalse\r\n 0 \r\n 1 \r\n 0 \r\n 1 \r\n"
+                 "/data/*.*|-Yes|-|-|-|-Yes|-True\r\nFalse\r\n 4 \r\n 0 \r\n\r\n 0 \r\nVer\r\n 0 \r\n\r\n 0 \r\n\r\n");
+  Load();
+  window.OpenSession("/data/s.Tresmor");
+  EXPECT_EQ(frm.lstPath.Count(), 1);
+  EXPECT_TRUE(frm.mnuSrchSession.Enabled());
+  frm.mnuSaveResultList.OnClick();  // asks for no name
+  EXPECT_EQ(frm.session.SessionFile, "/data/s.Tresmor");
+}
+
+TEST_F(MainWindowTest, ASessionThatCannotBeLoadedAtTheStartIsTold) {
+  Load();
+  dialogs.boxes.push_back(
+      {"Loading search session failed. \r\nError : #53 " + std::string(Describe(Errors::FileNotFound)), "Failed"});
+  window.OpenSession("/data/gone.Tresmor");
+  EXPECT_TRUE(dialogs.boxes.empty());
+}
+
 // --- The end
 
 TEST_F(MainWindowTest, QuittingSavesTheSettingsAndThenTakesTheBarBack) {
