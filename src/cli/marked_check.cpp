@@ -11,7 +11,7 @@
 namespace tresmor {
 
 MarkedCheck::MarkedCheck(const ResultLists& results, ResultList kind, const FileSystem& files, EmptiedFolders emptied)
-    : files_(files), emptied_(std::move(emptied)) {
+    : files_(files), emptied_(std::move(emptied)), folders_(files) {
   const ListView& lst = results.List(kind);
   for (const std::string& path : MarkedPaths(lst)) {
     if (auto entry = EntryOf(path)) marked_.insert(std::move(*entry));
@@ -38,33 +38,15 @@ std::optional<MarkedCheck::Entry> MarkedCheck::EntryOf(const std::string& path) 
   Entry entry(stat.identity.device, stat.identity.inode, 0, 0, "");
   if (stat.links > 1) {
     const PathStyle style = files_.Style();
-    const FileIdentity& folder = IdentityOf(std::string(GetFolderOf(path, style)));
+    const FileIdentity& folder = folders_.IdentityOf(std::string(GetFolderOf(path, style)));
     entry = {stat.identity.device, stat.identity.inode, folder.device, folder.inode,
              FoldCase(GetFileNameOf(path, style))};
   }
   return entry;
 }
 
-const FileIdentity& MarkedCheck::IdentityOf(const std::string& folder) {
-  const auto [known, isNew] = folders_.try_emplace(folder);
-  FileStat stat;
-  // The folder may be a link to one, which only a name below it sees through.
-  if (isNew && files_.Stat(folder + ".", stat) == Errors::None) known->second = stat.identity;
-  return known->second;
-}
-
-// Upwards as the disk has it, which is another way than the path's where links stand on that.
 bool MarkedCheck::AnyAbove(const std::string& path, const std::function<bool(const FolderKey&)>& is) {
-  if (emptied_.empty()) return false;
-  const PathStyle style = files_.Style();
-  std::string folder(GetFolderOf(path, style));
-  FileIdentity identity = IdentityOf(folder);
-  for (FileIdentity below; identity != below; identity = IdentityOf(folder)) {
-    if (is({identity.device, identity.inode})) return true;
-    below = identity;
-    folder.append("..").append(style.Tail());
-  }
-  return false;
+  return !emptied_.empty() && folders_.Any(std::string(GetFolderOf(path, files_.Style())), is);
 }
 
 bool MarkedCheck::GoesWithAFolder(const std::string& path) {
@@ -113,8 +95,7 @@ void MarkedCheck::HoldFoldersOf(const std::string& path) {
 }
 
 bool MarkedCheck::MayEmptyFolderOf(const std::string& path) {
-  const FileIdentity& identity = IdentityOf(std::string(GetFolderOf(path, files_.Style())));
-  const FolderKey folder(identity.device, identity.inode);
+  const FolderKey folder = KeyOf(folders_.IdentityOf(std::string(GetFolderOf(path, files_.Style()))));
   return emptied_.contains(folder) && !held_.contains(folder);
 }
 

@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
-#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -14,6 +13,7 @@
 
 #include "cli/result_reader.h"
 #include "fileops/emptied_folders.h"
+#include "fileops/folders_above.h"
 #include "platform/file_system.h"
 
 namespace tresmor {
@@ -60,7 +60,6 @@ class MarkedCheck {
 
   void TakeDown(const ListView& lst, RowGroup rows);
   std::optional<Entry> EntryOf(const std::string& path);
-  const FileIdentity& IdentityOf(const std::string& folder);
   bool AnyAbove(const std::string& path, const std::function<bool(const FolderKey&)>& is);
   bool GoesWithAFolder(const std::string& path);
   bool Stays(const std::string& path, const std::optional<Entry>& judged);
@@ -69,8 +68,8 @@ class MarkedCheck {
 
   const FileSystem& files_;
   const EmptiedFolders emptied_;
+  FoldersAbove folders_;
   std::set<FolderKey> held_;  // above marked files that have stayed
-  std::map<std::string, FileIdentity> folders_;
   std::set<Entry> marked_;
   std::vector<Group> groups_;                             // with marked files
   std::unordered_map<std::string, std::size_t> groupOf_;  // by the paths of marked files

@@ -61,8 +61,8 @@ bool IsChecked(const OperOptions& options) { return options.TakesAway() && optio
 EmptiedFolders EmptiedBy(const ResultLists& results, const OperOptions& options, const std::string& destination,
                          const ConsolePorts& ports) {
   if (!options.removeEmpty) return {};
-  EmptiedFolders emptied =
-      FoldersToEmpty(MarkedPaths(results.List(options.list)), ports.files, ports.shell, destination);
+  EmptiedFolders emptied = FoldersToEmpty(MarkedPaths(results.List(options.list)), ports.files, ports.shell,
+                                          {destination, options.structure});
   // The session is written when all is over.
   const std::string session = TypedPath(options.session, ports.workingFolder);
   std::erase_if(emptied, [&](const auto& folder) { return ports.shell.MustStay(folder.second, session); });
@@ -198,7 +198,7 @@ class OperRun {
     const std::vector<std::int32_t> passedOver = RowsToPassOver();
     for (const std::int32_t row : passedOver) lst_.SetChecked(row, false);
     const TransferPorts ports{ports_.files, ports_.shell, cleanUp_, ports_.err};
-    Transfer(job, preview, ports).RmEmptyDirs(lst_, destination_, true);
+    Transfer(job, preview, ports).RmEmptyDirs(lst_, {destination_, options_.structure}, true);
     for (const std::int32_t row : passedOver) lst_.SetChecked(row, true);
   }
   std::string CancelText() const {

@@ -1,8 +1,6 @@
 #include "fileops/emptied_folders.h"
 
 #include <algorithm>
-#include <set>
-#include <string_view>
 
 #include "base/text.h"
 
@@ -31,32 +29,49 @@ std::string FolderOfRow(const std::string& path, PathStyle style) {
   return folder;
 }
 
-bool MayBeCleanedUp(const std::string& folder, const FileSystem& files, const Shell& shell,
-                    const std::string& destPath) {
-  const std::string_view name = GetFileNameOf(folder, files.Style());
+std::string MapDestPath(std::string_view destPath, std::string_view sFull, PathStyle style) {
+  const std::size_t n = sFull.find(style.separator) + 1;  // 0 without one
+  return AddTail(destPath, style.Tail()) + std::string(sFull.substr(n));
+}
+
+void CleanUpRules::KeepPlaceOf(const std::string& path) {
+  if (!broughtTo_.bDirStruct) return;
+  const PathStyle style = files_.Style();
+  std::string folder = FolderOfRow(MapDestPath(broughtTo_.destPath, path, style), style);
+  if (!places_.insert(folder).second) return;
   FileStat stat;
-  return name != "." && name != ".." && files.Stat(folder, stat) == Errors::None && stat.kind == EntryKind::Folder &&
-         !shell.MustStay(folder, destPath);
+  while (!folder.empty() && files_.Stat(JoinPath(folder, ".", style), stat) != Errors::None) {
+    folder = FolderOfRow(folder, style);
+  }
+  above_.Any(AddTail(folder, style.Tail()), [this](const FolderKey& key) { return !holding_.insert(key).second; });
+}
+
+bool CleanUpRules::MayTake(const std::string& folder) const {
+  const std::string_view name = GetFileNameOf(folder, files_.Style());
+  FileStat stat;
+  return name != "." && name != ".." && files_.Stat(folder, stat) == Errors::None && stat.kind == EntryKind::Folder &&
+         !holding_.contains(KeyOf(stat.identity)) && !shell_.MustStay(folder, broughtTo_.destPath);
 }
 
 EmptiedFolders FoldersToEmpty(const std::vector<std::string>& paths, const FileSystem& files, const Shell& shell,
-                              const std::string& destPath) {
+                              const BroughtTo& broughtTo) {
   const PathStyle style = files.Style();
+  CleanUpRules rules(files, shell, broughtTo);
   std::map<FolderKey, Leaving> folders;
   for (const std::string& path : paths) {
+    rules.KeepPlaceOf(path);
     FileStat stat;
     // The folder may be a link to one, which only a name below it sees through.
     if (files.Stat(std::string(GetFolderOf(path, style)) + ".", stat) != Errors::None) continue;
-    Leaving& leaving = folders[{stat.identity.device, stat.identity.inode}];
+    Leaving& leaving = folders[KeyOf(stat.identity)];
     leaving.paths.insert(FolderOfRow(path, style));
     leaving.names.insert(FoldCase(GetFileNameOf(path, style)));
   }
   EmptiedFolders emptied;
   for (const auto& [key, leaving] : folders) {
     if (!HoldsNothingElse(leaving, files)) continue;
-    const auto path = std::find_if(leaving.paths.begin(), leaving.paths.end(), [&](const std::string& folder) {
-      return MayBeCleanedUp(folder, files, shell, destPath);
-    });
+    const auto path = std::find_if(leaving.paths.begin(), leaving.paths.end(),
+                                   [&](const std::string& folder) { return rules.MayTake(folder); });
     if (path != leaving.paths.end()) emptied.emplace(key, *path);
   }
   return emptied;

@@ -86,7 +86,7 @@ void FileCommands::DoDelete(ListView& lst) {
   const auto step = ports_.transfer.operations.BeginUndoStep();
   transfer_.TransferMarked(lst,
                            {.wFunc = FO_DELETE, .bUndo = frmFileOper.optRecycleBin.Value(), .bYesToAll = yesToAll});
-  if (frmFileOper.chkRemoveEmptyDir.Ticked()) transfer_.RmEmptyDirs(lst, "", yesToAll);
+  if (frmFileOper.chkRemoveEmptyDir.Ticked()) transfer_.RmEmptyDirs(lst, {}, yesToAll);
   Prune(lst);
   frmFileOper.Visible = false;
 }
@@ -97,7 +97,8 @@ void FileCommands::DoMove(ListView& lst) {
   const auto step = ports_.transfer.operations.BeginUndoStep();
   const std::int32_t rc = TransferTo(lst, FO_MOVE);
   if (frmFileOper.chkRemoveEmptyDir.Ticked()) {
-    transfer_.RmEmptyDirs(lst, frmFileOper.DestPath, frmFileOper.chkYesToAll.Ticked());
+    transfer_.RmEmptyDirs(lst, {frmFileOper.DestPath, frmFileOper.chkDirStruct.Ticked()},
+                          frmFileOper.chkYesToAll.Ticked());
   }
   FinishAtDestination(lst, rc);
 }

@@ -4,7 +4,6 @@
 #include <unordered_map>
 #include <vector>
 
-#include "fileops/emptied_folders.h"
 #include "results/marks.h"
 #include "search/file_helpers.h"
 
@@ -46,11 +45,6 @@ void AddPath(std::string& list, std::string_view path) {
 }
 
 }  // namespace
-
-std::string MapDestPath(std::string_view destPath, std::string_view sFull, PathStyle style) {
-  const std::size_t n = sFull.find(style.separator) + 1;  // 0 without one
-  return AddTail(destPath, style.Tail()) + std::string(sFull.substr(n));
-}
 
 std::int32_t Transfer::Tell(const OperationResult& result) const {
   const auto code = static_cast<std::int32_t>(result.code);
@@ -98,34 +92,40 @@ std::int32_t Transfer::TransferMarked(const ListView& lst, const TransferOptions
   return rc;
 }
 
-void Transfer::RmEmptyDirs(const ListView& lst, const std::string& destPath, bool bYesToAll) {
+std::string Transfer::EmptyFoldersOf(const std::vector<std::string>& paths, const BroughtTo& broughtTo,
+                                     OperationWatch& watch) const {
+  CleanUpRules rules(ports_.files, ports_.shell, broughtTo);
+  for (const std::string& path : paths) {
+    if (watch.Cancelled()) return "";
+    rules.KeepPlaceOf(path);
+  }
+  OperationProgress progress;
+  progress.allFiles = static_cast<std::int64_t>(paths.size());
+  std::unordered_map<std::string, bool> removable;  // by folder, each of which is looked at once
+  std::string list;
+  for (const std::string& path : paths) {
+    progress.path = FolderOfRow(path, ports_.files.Style());
+    if (watch.Cancelled()) return "";
+    watch.Progress(progress);
+    const auto [known, isNew] = removable.try_emplace(progress.path);
+    if (isNew) known->second = IsEmptyDir(ports_.files, progress.path) && rules.MayTake(progress.path);
+    if (known->second) AddPath(list, Listed(progress.path));
+    ++progress.files;
+  }
+  return list;
+}
+
+void Transfer::RmEmptyDirs(const ListView& lst, const BroughtTo& broughtTo, bool bYesToAll) {
   const std::vector<std::string> paths = MarkedPaths(lst);
   FileOper oper{.wFunc = FO_DELETE, .bUndo = true, .bYesToAll = bYesToAll};
   OperationResult looked;
   job_.Run("Looking for empty folders", [&](OperationWatch& watch) {
-    OperationProgress progress;
-    progress.allFiles = static_cast<std::int64_t>(paths.size());
-    std::unordered_map<std::string, bool> removable;  // by folder, each of which is looked at once
-    for (const std::string& path : paths) {
-      progress.path = FolderOfRow(path, ports_.files.Style());
-      if (watch.Cancelled()) {
-        looked = {OperationCode::Cancelled, "Cancelled: no empty folder was moved to the trash."};
-        return;
-      }
-      watch.Progress(progress);
-      const auto [known, isNew] = removable.try_emplace(progress.path);
-      if (isNew) known->second = IsRemovable(progress.path, destPath);
-      if (known->second) AddPath(oper.pFrom, Listed(progress.path));
-      ++progress.files;
-    }
+    oper.pFrom = EmptyFoldersOf(paths, broughtTo, watch);
+    if (watch.Cancelled()) looked = {OperationCode::Cancelled, "Cancelled: no empty folder was moved to the trash."};
   });
   if (Tell(looked) != 0 || oper.pFrom.empty()) return;
   oper.pFrom += '\0';
   ShFileOper(oper);
-}
-
-bool Transfer::IsRemovable(const std::string& folder, const std::string& destPath) const {
-  return IsEmptyDir(ports_.files, folder) && MayBeCleanedUp(folder, ports_.files, ports_.shell, destPath);
 }
 
 }  // namespace tresmor

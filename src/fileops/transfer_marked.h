@@ -3,10 +3,10 @@
 
 #include <cstdint>
 #include <string>
-#include <string_view>
+#include <vector>
 
-#include "base/path.h"
 #include "controls/list_view.h"
+#include "fileops/emptied_folders.h"
 #include "fileops/file_job.h"
 #include "platform/dialogs.h"
 #include "platform/file_operations.h"
@@ -15,10 +15,6 @@
 #include "results/preview.h"
 
 namespace tresmor {
-
-// Where a file goes when its folders are kept: all behind the first separator of its path, which is behind a drive's
-// name or leads the path, put below `destPath`. A path with two separators in front keeps the second.
-std::string MapDestPath(std::string_view destPath, std::string_view sFull, PathStyle style);
 
 // What of an operation's record the caller decides; the meaning of its fields is that of the flags and the record.
 struct FileOper {
@@ -62,15 +58,17 @@ class Transfer {
   std::int32_t TransferMarked(const ListView& lst, const TransferOptions& options);
 
   // Moves the folders of marked rows that hold no file any more to the trash, with the sub-folders in them, in one
-  // operation that names a folder once for each of its rows. Folders that must stay do: above all those that hold
-  // `destPath`, which is empty where nothing was brought anywhere. So do links to folders and what they lead to. A
-  // cancel while folders are looked for leaves them all, and is told like that of an operation.
-  void RmEmptyDirs(const ListView& lst, const std::string& destPath, bool bYesToAll);
+  // operation that names a folder once for each of its rows. Folders that must stay do: above all those that hold a
+  // place where the transfer before brought a file of these rows, or would have. So do links to folders and what they
+  // lead to. A cancel while folders are looked for leaves them all, and is told like that of an operation.
+  void RmEmptyDirs(const ListView& lst, const BroughtTo& broughtTo, bool bYesToAll);
 
  private:
   // In a box, unless it is done. Gives the code.
   std::int32_t Tell(const OperationResult& result) const;
-  bool IsRemovable(const std::string& folder, const std::string& destPath) const;
+  // As a list of an operation, unless it is cancelled.
+  std::string EmptyFoldersOf(const std::vector<std::string>& paths, const BroughtTo& broughtTo,
+                             OperationWatch& watch) const;
 
   FileJob& job_;
   PreviewPane& preview_;

@@ -84,7 +84,8 @@ class FileOperations {
   virtual ~FileOperations() = default;
   // What is done from here to the next call is undone as one. What goes to the trash after a delete for good is undone
   // with the step before, which the delete doesn't touch. While the result lives no other program begins a step in
-  // between or undoes, once something was done that can be undone. One at a time, and it goes before this does.
+  // between or undoes, once something was done that can be undone; and folders at a destination that one operation
+  // used have to be the same for the next, or that fails. One at a time, and it goes before this does.
   [[nodiscard]] virtual std::unique_ptr<OpenUndoStep> BeginUndoStep() = 0;
 
   // Does it and returns when it is over, on any thread but one operation at a time. A path that fails is left as it

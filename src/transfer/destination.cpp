@@ -20,16 +20,17 @@ Errors Destination::Make(const std::string& folder) {
   return failure;
 }
 
-Errors Destination::Look(const std::string& folder, Links links, FileStat& stat) const {
-  return files_.Stat(links == Links::Follow ? AddTail(folder, files_.Style().Tail()) : folder, stat);
+// A separator at the end sees through a link.
+std::string Destination::Followed(const std::string& folder, Links links) const {
+  return links == Links::Follow ? AddTail(folder, files_.Style().Tail()) : folder;
 }
 
 // Whether it was entered before; what has become of it since is in `trouble`.
 bool Destination::IsKnown(const std::string& folder, Links links, Trouble& trouble) const {
-  const auto known = entered_.find(folder);
-  if (known == entered_.end()) return false;
+  const auto known = entered_->find(Followed(folder, links));
+  if (known == entered_->end()) return false;
   FileStat now;
-  const Errors failure = Look(folder, links, now);
+  const Errors failure = files_.Stat(known->first, now);
   if (failure != Errors::None) {
     trouble = TargetTrouble(failure, folder);
   } else if (now.identity != known->second) {
@@ -39,11 +40,12 @@ bool Destination::IsKnown(const std::string& folder, Links links, Trouble& troub
 }
 
 Trouble Destination::Note(const std::string& folder, Links links) {
+  const std::string path = Followed(folder, links);
   FileStat stat;
-  const Errors failure = Look(folder, links, stat);
+  const Errors failure = files_.Stat(path, stat);
   if (failure != Errors::None) return TargetTrouble(failure, folder);
   if (stat.kind != EntryKind::Folder) return NoFolder(folder);
-  entered_.emplace(folder, stat.identity);
+  entered_->emplace(path, stat.identity);
   return {};
 }
 

@@ -61,7 +61,8 @@ Trouble FileCopier::BeginAtItsPlace(Job& job) {
     bool atSource = false;
     job.copy = changes_.BeginCopy(job.from, job.path, failure, atSource);
     if (job.copy) return {};
-    if (failure != Errors::FileExists || atSource) return job.StepTrouble({0, failure, atSource});
+    if (atSource) return SourceTrouble(failure);
+    if (failure != Errors::FileExists) return PlaceTrouble(failure, job.path, files_.Style());
     if (Trouble trouble = job.client.PickAnother()) return trouble;
   }
 }
@@ -93,7 +94,7 @@ Trouble FileCopier::Place(Job& job) {
   const Errors failure = RenameToPlace(changes_, job.path, job.client, trouble);
   job.mustGrowInPlace = failure == Errors::DifferentDrive;
   if (failure == Errors::None) job.path = job.client.Place();
-  return trouble ? trouble : TargetTrouble(failure, job.folder);
+  return trouble ? trouble : PlaceTrouble(failure, job.client.Place(), files_.Style());
 }
 
 // What a whole copy in its place still needs.

@@ -14,7 +14,8 @@ namespace tresmor {
 namespace {
 
 std::unique_ptr<PathOperation> MakeOperation(const ShFileOpStruct& operation, const TransferTools& tools,
-                                             const OperationPlan& plan, OperationRun& run) {
+                                             const OperationPlan& plan, OperationRun& run,
+                                             std::shared_ptr<EnteredFolders> entered) {
   const Passed passed = [&run](std::int64_t bytes) { return run.Passed(bytes); };
   if (operation.wFunc == FO_DELETE && operation.fFlags & FOF_ALLOWUNDO) {
     return std::make_unique<TrashFile>(tools, passed);
@@ -23,7 +24,7 @@ std::unique_ptr<PathOperation> MakeOperation(const ShFileOpStruct& operation, co
   const AfterCopy after = operation.wFunc == FO_COPY ? AfterCopy::KeepSource : AfterCopy::RemoveSource;
   const UndoNotes notes = operation.wFunc == FO_RENAME ? UndoNotes::None : UndoNotes::Keep;
   const OnCollision onCollision = operation.fFlags & FOF_RENAMEONCOLLISION ? OnCollision::Rename : OnCollision::Fail;
-  return std::make_unique<TransferFile>(tools, after, plan.base, onCollision, notes, passed);
+  return std::make_unique<TransferFile>(tools, after, plan.base, onCollision, notes, std::move(entered), passed);
 }
 
 }  // namespace
@@ -36,9 +37,21 @@ FileExecutor::FileExecutor(const FileSystem& files, FileChanges& changes, TrashP
                            std::function<std::int64_t()> now)
     : names_(files.Style()), tools_{files, changes, trash, log, names_, std::move(now)} {}
 
+// What all operations of a step have in common.
+class FileExecutor::Step final : public OpenUndoStep {
+ public:
+  Step(UndoLog& log, std::shared_ptr<EnteredFolders> entered) : log_(log), entered_(std::move(entered)) {}
+
+ private:
+  const UndoLog::Use log_;
+  const std::shared_ptr<EnteredFolders> entered_;
+};
+
 std::unique_ptr<OpenUndoStep> FileExecutor::BeginUndoStep() {
   tools_.log.Begin();
-  return std::make_unique<UndoLog::Use>(tools_.log);
+  auto entered = std::make_shared<EnteredFolders>();
+  ofStep_ = entered;
+  return std::make_unique<Step>(tools_.log, std::move(entered));
 }
 
 OperationResult FileExecutor::ShFileOperation(const ShFileOpStruct& operation, OperationWatch& watch) {
@@ -50,7 +63,9 @@ OperationResult FileExecutor::ShFileOperation(const ShFileOpStruct& operation, O
     return {OperationCode::Cancelled, "Cancelled: nothing was deleted."};
   }
   OperationRun run(tools_, plan, watch);
-  return run.Run(*MakeOperation(operation, tools_, plan, run));
+  auto entered = ofStep_.lock();
+  if (!entered) entered = std::make_shared<EnteredFolders>();
+  return run.Run(*MakeOperation(operation, tools_, plan, run, std::move(entered)));
 }
 
 }  // namespace tresmor

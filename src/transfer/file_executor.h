@@ -6,8 +6,10 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 
 #include "platform/file_operations.h"
+#include "transfer/destination.h"
 #include "transfer/path_operation.h"
 
 namespace tresmor {
@@ -25,8 +27,11 @@ class FileExecutor final : public FileOperations {
   OperationResult ShFileOperation(const ShFileOpStruct& operation, OperationWatch& watch) override;
 
  private:
+  class Step;
+
   FreeNames names_;
   const TransferTools tools_;
+  std::weak_ptr<EnteredFolders> ofStep_;  // while one is open
 };
 
 }  // namespace tresmor

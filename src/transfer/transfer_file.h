@@ -13,14 +13,14 @@ enum class UndoNotes { Keep, None };
 class TransferFile final : public PathOperation {
  public:
   TransferFile(const TransferTools& tools, AfterCopy after, std::string base, OnCollision onCollision, UndoNotes notes,
-               Passed passed)
+               std::shared_ptr<EnteredFolders> entered, Passed passed)
       : tools_(tools),
         after_(after),
         base_(std::move(base)),
         onCollision_(onCollision),
         notes_(notes),
         passed_(std::move(passed)),
-        destination_(tools.files, tools.changes),
+        destination_(tools.files, tools.changes, std::move(entered)),
         copier_(tools.files, tools.changes, destination_) {}
 
   const char* PastParticiple() const override { return Moves() ? "moved" : "copied"; }

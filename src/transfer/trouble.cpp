@@ -78,6 +78,11 @@ Trouble TargetTrouble(Errors failure, std::string_view place) {
   return {CodeOf(failure, OperationCode::WriteFault), TargetReason(failure, std::string(place))};
 }
 
+Trouble PlaceTrouble(Errors failure, const std::string& to, PathStyle style) {
+  const bool ofName = failure == Errors::FileExists || failure == Errors::BadFileName;
+  return TargetTrouble(failure, ofName ? to : ParentOf(to, style));
+}
+
 Trouble CancelledTrouble() { return {OperationCode::Cancelled, "it was cancelled"}; }
 
 Trouble RenameTrouble(Errors failure, const FileSystem& files, const std::string& from, const std::string& to) {
@@ -85,7 +90,7 @@ Trouble RenameTrouble(Errors failure, const FileSystem& files, const std::string
   FileStat stat;
   if (const Errors source = files.Stat(from, stat); source != Errors::None) return SourceTrouble(source);
   if (failure == Errors::PermissionDenied) return {OperationCode::Denied, "there is no permission to move it to " + to};
-  return TargetTrouble(failure, failure == Errors::FileExists ? to : std::string(GetFolderOf(to, files.Style())));
+  return PlaceTrouble(failure, to, files.Style());
 }
 
 }  // namespace tresmor

@@ -21,6 +21,9 @@ Trouble SourceTrouble(Errors failure);
 // One that is about another place, which the reason names: a folder, a disk, a file of the program.
 Trouble TargetTrouble(Errors failure, std::string_view place);
 
+// One of taking the place `to`: about its name, or else about the folder that it is in.
+Trouble PlaceTrouble(Errors failure, const std::string& to, PathStyle style);
+
 Trouble CancelledTrouble();
 
 // One of giving the path that is worked on, `from`, the place `to`.

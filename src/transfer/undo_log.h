@@ -18,7 +18,6 @@
 #include <vector>
 
 #include "platform/file_changes.h"
-#include "platform/file_operations.h"
 #include "platform/file_system.h"
 #include "transfer/trouble.h"
 
@@ -73,10 +72,10 @@ class UndoLog {
   void Release() { held_.reset(); }
 
   // Calls Release at its end, unless another one lives.
-  class Use final : public OpenUndoStep {
+  class Use {
    public:
     explicit Use(UndoLog& log) : log_(log) { ++log_.uses_; }
-    ~Use() override {
+    ~Use() {
       if (--log_.uses_ == 0) log_.Release();
     }
     Use(const Use&) = delete;

@@ -35,7 +35,7 @@ TEST_F(DeleteWithFoldersTest, FilesGoForGoodAndTheirEmptiedFoldersToTheTrash) {
   files.MakeFile("/data/kept/four", "x");
   executor.BeginUndoStep().reset();
   transfer.TransferMarked(lst, {.wFunc = FO_DELETE, .bUndo = false, .bYesToAll = true});
-  transfer.RmEmptyDirs(lst, "", true);
+  transfer.RmEmptyDirs(lst, {}, true);
   FolderListing listing;
   ASSERT_EQ(files.List("/home/me/Trash/files", listing), Errors::None);
   EXPECT_EQ(listing.names, "trashedin");

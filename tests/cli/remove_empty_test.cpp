@@ -49,6 +49,18 @@ TEST_F(EmptiedByCommandTest, ThePlanNamesTheFoldersThatWouldGo) {
   EXPECT_EQ(Foreseen("trash"), "");
 }
 
+TEST_F(EmptiedByCommandTest, FoldersThatNewcomersLieBelowAreNeitherForeseenNorTaken) {
+  files.MakeFile("/data/data/b/two too", "same content");
+  files.MakeFile("/data/b/sub/two", "same content");
+  SaveAndMark("two*");
+  EXPECT_THAT(Foreseen("move", {"/data", "--structure"}),
+              AllOf(HasSubstr("2 folders "), HasSubstr("  /data/b\n"), HasSubstr("  /data/b/sub\n")));
+  EXPECT_THAT(Foreseen("move", {"/data"}), HasSubstr("3 folders "));
+  EXPECT_EQ(Do("move", {"/data", "--structure", "--yes", "--remove-empty"}).status, kRanThrough);
+  EXPECT_THAT(Trashed(), ElementsAre("b"));
+  EXPECT_TRUE(Exists("/data/data/b/two") && Exists("/data/data/b/sub/two") && Exists("/data/data/data/b/two too"));
+}
+
 TEST_F(EmptiedByCommandTest, FilesOfOtherListsAreNeverSkipped) {
   files.MakeFile("/data/e/empty", "");
   SaveAndMark("empty", "zero");

@@ -13,8 +13,8 @@ class EmptiedFoldersTest : public testing::Test, protected tests::FileOpsWorld {
     for (const char* path : {"/d/a", "/d/b", "/d/sub/c", "/e/a"}) files.MakeFile(path, "x");
   }
   // Which of the folders "/d", "/d/sub" and "/e" there are.
-  std::string Emptied(const std::vector<std::string>& paths, const std::string& destPath = "") {
-    const EmptiedFolders emptied = FoldersToEmpty(paths, files, shell, destPath);
+  std::string Emptied(const std::vector<std::string>& paths, const BroughtTo& broughtTo = {}) {
+    const EmptiedFolders emptied = FoldersToEmpty(paths, files, shell, broughtTo);
     std::string found;
     for (const char* folder : {"/d", "/d/sub", "/e"}) {
       FileStat stat;
@@ -50,7 +50,7 @@ TEST_F(EmptiedFoldersTest, AFolderGoesByAPathThatEndsInItsOwnName) {
   const std::vector<std::vector<std::string>> waysToAAndB = {
       {"/a link/a", "/d/b"}, {"/d/a", "/e link/b"}, {"/d/sub/../a", "/d/b"}, {"/d/./a", "/d/b"}};
   for (const auto& paths : waysToAAndB) {
-    const EmptiedFolders emptied = FoldersToEmpty(paths, files, shell, "");
+    const EmptiedFolders emptied = FoldersToEmpty(paths, files, shell, {});
     ASSERT_EQ(emptied.size(), 1U) << paths[0];
     EXPECT_EQ(emptied.begin()->second, "/d");
   }
@@ -65,9 +65,25 @@ TEST_F(EmptiedFoldersTest, AFolderWithoutSuchAPathStays) {
 }
 
 TEST_F(EmptiedFoldersTest, FoldersThatMustStayDo) {
-  EXPECT_EQ(Emptied({"/d/a", "/d/b", "/e/a"}, "/d/sub"), "/e ");
+  EXPECT_EQ(Emptied({"/d/a", "/d/b", "/e/a"}, {"/d/sub"}), "/e ");
   shell.kept = {"/e"};
   EXPECT_EQ(Emptied({"/d/a", "/d/b", "/e/a"}), "/d ");
+}
+
+// "/e/sub/b" is brought to "/d/e/sub/b", whose folder is yet to be made.
+TEST_F(EmptiedFoldersTest, FoldersThatFilesAreBroughtIntoWithTheirFoldersStay) {
+  files.MakeFile("/d/e/x", "x");
+  const std::vector<std::string> paths = {"/d/e/x", "/e/a", "/e/sub/b"};  // the last isn't there
+  const auto emptied = [&](const BroughtTo& broughtTo) {
+    std::vector<std::string> folders;
+    for (const auto& [key, path] : FoldersToEmpty(paths, files, shell, broughtTo)) folders.push_back(path);
+    std::sort(folders.begin(), folders.end());
+    return folders;
+  };
+  EXPECT_EQ(emptied({"/d", true}), (std::vector<std::string>{"/e"}));
+  EXPECT_EQ(emptied({"/d", false}), (std::vector<std::string>{"/d/e", "/e"}));
+  files.MakeLink("/other way", "/d");
+  EXPECT_EQ(emptied({"/other way", true}), (std::vector<std::string>{"/e"}));
 }
 
 TEST_F(EmptiedFoldersTest, WhatCannotBeListedIsNotEmptied) {
@@ -83,7 +99,7 @@ TEST_F(EmptiedFoldersTest, TheCleanUpTakesWhatWasPredicted) {
   FileJob job(frm, events, dialogs);
   Transfer transfer(job, preview, {files, shell, operations, dialogs});
   transfer.TransferMarked(lst, {.wFunc = FO_DELETE, .bYesToAll = true});
-  transfer.RmEmptyDirs(lst, "", true);
+  transfer.RmEmptyDirs(lst, {}, true);
   EXPECT_EQ(Sources(1), (std::vector<std::string>{"/d", "/d", "/e"}));
 }
 

@@ -188,6 +188,19 @@ TEST_F(WindowsFileFlowTest, FilesOfTwoDrivesThatMeetInOnePlaceAreBothKept) {
   EXPECT_THAT(Trashed(), ElementsAre("x", "x (2)"));
 }
 
+TEST_F(FileFlowTest, AnEmptiedFolderThatNewcomersLieBelowStays) {
+  AddMarked("/keep/data/in/a");
+  AddMarked("/data/in/sub/b");
+  Yes([](FrmFileOper& form) {
+    form.txtDestination.Text = "/keep";
+    Tick({&form.chkDirStruct, &form.chkRemoveEmptyDir, &form.chkYesToAll});
+  });
+  commands.MoveFile();
+  EXPECT_EQ(Bytes("/keep/data/in/sub/b"), "/data/in/sub/b");
+  EXPECT_EQ(Bytes("/keep/keep/data/in/a"), "/keep/data/in/a");
+  EXPECT_THAT(Trashed(), ElementsAre("sub"));
+}
+
 TEST_F(FileFlowTest, ACopyMakesItsFoldersAndKeepsItsRows) {
   files.MakeFolder("/keep");
   AddMarked("/data/in/a");

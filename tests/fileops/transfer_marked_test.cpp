@@ -203,7 +203,7 @@ TEST_F(TransferTest, EmptiedFoldersGoToTheTrashOnceForEachRow) {
   AddRow("/b c/2");
   AddRow("/a/3");
   files.ClearCalls();
-  transfer.RmEmptyDirs(lst, "", false);
+  transfer.RmEmptyDirs(lst, {}, false);
   ASSERT_THAT(operations.calls, SizeIs(1));
   EXPECT_EQ(operations.calls[0].wFunc, FO_DELETE);
   EXPECT_EQ(operations.calls[0].pFrom, "/a\0/b c\0/a\0\0"s);
@@ -218,7 +218,7 @@ TEST_F(TransferTest, EmptiedFoldersGoToTheTrashOnceForEachRow) {
 TEST_F(TransferTest, YesToAllHoldsForFoldersToo) {
   files.MakeFolder("/a");
   AddRow("/a/1");
-  transfer.RmEmptyDirs(lst, "", true);
+  transfer.RmEmptyDirs(lst, {}, true);
   ASSERT_THAT(operations.calls, SizeIs(1));
   EXPECT_EQ(operations.calls[0].fFlags, 0x0058);
 }
@@ -227,7 +227,7 @@ TEST_F(TransferTest, AFolderOfFoldersAloneIsEmpty) {
   files.MakeFolder("/a/sub");
   files.MakeFile("/a/sub/f", "");
   AddRow("/a/1");
-  transfer.RmEmptyDirs(lst, "", false);
+  transfer.RmEmptyDirs(lst, {}, false);
   ASSERT_THAT(operations.calls, SizeIs(1));
   EXPECT_THAT(Sources(0), ElementsAre("/a"));
 }
@@ -240,7 +240,7 @@ TEST_F(TransferTest, AnyOtherEntryKeepsItsFolder) {
   files.MakeFolder("/e");
   files.SetUnreadable("/e");
   for (const char* path : {"/a/stuck", "/b/1", "/c/1", "/d/1", "/e/1", "/gone/1"}) AddRow(path);
-  transfer.RmEmptyDirs(lst, "", false);
+  transfer.RmEmptyDirs(lst, {}, false);
   EXPECT_THAT(operations.calls, IsEmpty());
 }
 
@@ -249,7 +249,7 @@ TEST_F(TransferTest, OnlyTheFoldersOfMarkedRowsAreLookedAtAndNotThoseAbove) {
   files.MakeFolder("/d");
   AddRow("/a/b/c/1");
   AddRow("/d/1", tests::Mark::Off);
-  transfer.RmEmptyDirs(lst, "", false);
+  transfer.RmEmptyDirs(lst, {}, false);
   ASSERT_THAT(operations.calls, SizeIs(1));
   EXPECT_THAT(Sources(0), ElementsAre("/a/b/c"));
 }
@@ -260,7 +260,7 @@ TEST_F(TransferTest, TheRootAndWhatHoldsTheDestinationStay) {
   files.MakeFolder("/home/me");
   shell.kept = {"/home/me"};
   for (const char* path : {"/1", "/a/1", "/a/keep/1", "/home/1", "/home/me/1", "/keeper/1"}) AddRow(path);
-  transfer.RmEmptyDirs(lst, "/a/keep", false);
+  transfer.RmEmptyDirs(lst, {"/a/keep"}, false);
   ASSERT_THAT(operations.calls, SizeIs(1));
   EXPECT_THAT(Sources(0), ElementsAre("/keeper"));
 }
@@ -270,7 +270,7 @@ TEST_F(TransferTest, ALinkToAFolderStaysAndSoDoesTheFolder) {
   files.MakeLink("/link", "/real");
   for (const char* path : {"/link/1", "/link/sub/1", "/real/sub/../1"}) AddRow(path);
   operations.stuck = {"/link/sub"};
-  transfer.RmEmptyDirs(lst, "", false);
+  transfer.RmEmptyDirs(lst, {}, false);
   ASSERT_THAT(operations.calls, SizeIs(1));
   EXPECT_THAT(Sources(0), ElementsAre("/link/sub"));
 }
@@ -278,7 +278,7 @@ TEST_F(TransferTest, ALinkToAFolderStaysAndSoDoesTheFolder) {
 TEST_F(WindowsTransferTest, FoldersLoseTheirSeparatorInEitherStyle) {
   files.MakeFolder("C:\\a b");
   AddRow("C:\\a b\\1");
-  transfer.RmEmptyDirs(lst, "", false);
+  transfer.RmEmptyDirs(lst, {}, false);
   ASSERT_THAT(operations.calls, SizeIs(1));
   EXPECT_EQ(operations.calls[0].pFrom, "C:\\a b\0\0"s);
 }
@@ -302,7 +302,7 @@ TEST_F(TransferTest, ACancelWhileFoldersAreLookedForLeavesThemAllAndIsTold) {
     clicked.set_value();
   };
   ExpectBox("File operations failed. Error Code: 1223\r\n\r\nCancelled: no empty folder was moved to the trash.");
-  transfer.RmEmptyDirs(lst, "", false);
+  transfer.RmEmptyDirs(lst, {}, false);
   EXPECT_THAT(operations.calls, IsEmpty());
   EXPECT_THAT(dialogs.boxes, IsEmpty());
 }

@@ -140,7 +140,7 @@ TEST_F(FileExecutorTest, AVanishedDestinationGivesOneMessage) {
   const OperationResult result = program.Do(PutThese(FO_COPY, {"/a/one"}, "/d"));
   ExpectDone(result);
   ExpectFailed(program.Do(PutThese(FO_MOVE, {"/a/two", "/a/three"}, "/d")), OperationCode::NotFound,
-               "/a/two could not be moved: /d/ is not there. 1 more failed too.");
+               "/a/two could not be moved: /d is not there. 1 more failed too.");
   EXPECT_THAT(Names("/a"), ElementsAre("one", "three", "two"));
 }
 
@@ -233,6 +233,22 @@ TEST_F(FileExecutorTest, AFileTooLargeForTheDiskIsToldAsSuch) {
   changes.Fail(Op::CopyNext, "/usb/d/.tresmor-1.part", Errors::Overflow);
   ExpectFailed(program.Do(PutThese(FO_MOVE, {"/a/one"}, "/usb/d")), OperationCode::TooLarge,
                "/a/one could not be moved: it is too large for the disk of /usb/d.");
+  EXPECT_THAT(Names("/usb/d"), ElementsAre());
+}
+
+TEST_F(FileExecutorTest, ANameThatTheDiskRefusesIsToldAndNotItsFolder) {
+  const std::string end = " could not be moved: the disk doesn't take the name /usb/d/a:b.";
+  for (const char* path : {"/a/a:b", "/usb/a:b", "/e/a:b"}) Make(path);
+  changes.Fail(Op::Rename, "/usb/d/a:b", Errors::BadFileName);
+  ExpectFailed(program.Do(PutThese(FO_MOVE, {"/usb/a:b"}, "/usb/d")), OperationCode::BadName, "/usb/a:b" + end);
+  changes.SetHook([this](const Call& call) {
+    if (call.op == Op::CompareNext) changes.Fail(Op::Rename, "/usb/d/a:b", Errors::BadFileName);
+  });
+  ExpectFailed(program.Do(PutThese(FO_MOVE, {"/a/a:b"}, "/usb/d")), OperationCode::BadName, "/a/a:b" + end);
+  changes.SetHook(nullptr);
+  changes.SetWithoutRename("/usb");
+  changes.Fail(Op::BeginCopy, "/usb/d/a:b", Errors::BadFileName);
+  ExpectFailed(program.Do(PutThese(FO_MOVE, {"/e/a:b"}, "/usb/d")), OperationCode::BadName, "/e/a:b" + end);
   EXPECT_THAT(Names("/usb/d"), ElementsAre());
 }
 

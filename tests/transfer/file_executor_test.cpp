@@ -149,6 +149,27 @@ TEST_F(FileExecutorTest, NoOtherProgramComesBetweenTheOperationsOfAStep) {
   EXPECT_EQ(program.Undone().putBack, 3);
 }
 
+TEST_F(FileExecutorTest, ADestinationThatHasGoneBetweenTwoOperationsOfAStepIsNotMadeAgain) {
+  for (const char* path : {"/a/one", "/a/two", "/b/one", "/b/two", "/c/one"}) Make(path);
+  {
+    const auto step = program.executor.BeginUndoStep();
+    ExpectDone(program.Do(PutThese(FO_COPY, {"/a/one"}, "/stick/new")));
+    ExpectDone(program.Do(PutTheseAt(FO_COPY, {"/b/one"}, {"/stick/new/b/one"}, "/stick/new")));
+    files.Remove("/stick");
+    ExpectFailed(program.Do(PutThese(FO_COPY, {"/a/two"}, "/stick/new")), OperationCode::NotFound,
+                 "/a/two could not be copied: /stick/new is not there.");
+    EXPECT_FALSE(Stands("/stick"));
+    files.MakeFolder("/stick/new/b");
+    ExpectFailed(program.Do(PutTheseAt(FO_COPY, {"/b/two"}, {"/stick/new/b/two"}, "/stick/new")),
+                 OperationCode::NotFound,
+                 "/b/two could not be copied: /stick/new/b is another one than it was at first.");
+  }
+  ExpectDone(program.Do(PutThese(FO_COPY, {"/c/one"}, "/stick/new")));
+  files.Remove("/stick");
+  const auto step = program.executor.BeginUndoStep();
+  ExpectDone(program.Do(PutThese(FO_COPY, {"/c/one"}, "/stick/new")));
+}
+
 TEST_F(FileExecutorTest, ASecondProgramAtWorkJoinsTheStep) {
   Make("/a/one");
   Make("/b/two");

@@ -420,7 +420,9 @@ void KillAtRandom(const Grounds& grounds, std::span<const KilledOperation> scena
   }
   testing::Test::RecordProperty("kills of a running operation", all.running);
   testing::Test::RecordProperty("of them half done", all.halfDone);
-  EXPECT_GT(all.running, 0);
+  // The moments are spread over a whole run, so that nearly all find one running. On a busy machine many come late, but
+  // where nearly all do, little was tried.
+  EXPECT_GE(all.running, kills / 10);
   EXPECT_GT(all.halfDone, 0);
 }
 

@@ -202,7 +202,7 @@ TEST_F(UndoTest, MakesNoFolderInTheWayOfOneThatMayStillComeBack) {
   Make("/a/in/two");
   Do(TrashThese({"/a/in/one", "/a/in"}));
   changes.Fail(Op::Rename, "/a/in", Errors::DiskFull);
-  EXPECT_THAT(Left(0), ElementsAre("/a/in: the disk of /a/ is full",
+  EXPECT_THAT(Left(0), ElementsAre("/a/in: the disk of /a is full",
                                    "/a/in/one: its folder could not be put back; it is left at "
                                    "/home/me/Trash/files/one"));
   changes.Fail(Op::Rename, "/a/in", Errors::None);

@@ -156,7 +156,9 @@ std::unique_ptr<FileCopy> PosixFileChanges::BeginCopy(const std::string& from, c
 
 Errors PosixFileChanges::RemoveAbandoned(const std::string& path) {
   Errors failure = Errors::None;
-  const Descriptor file = OpenFor(path, O_WRONLY, failure);
+  Descriptor file = OpenFor(path, O_WRONLY, failure);  // network file systems lock alone only what may be written
+  // The copy of a file that nobody may write to can't be written to either, once it has the attributes.
+  if (failure == Errors::PermissionDenied) file = OpenFor(path, O_RDONLY, failure);
   if (!file.IsOpen()) return failure;
   struct stat info {};
   if (fstat(file.Number(), &info) != 0) return PathFailure(errno);
