@@ -189,6 +189,8 @@ std::string ReplaceAll(std::string_view text, std::string_view what, std::string
   return result.append(text, from);
 }
 
+std::string WithinALine(std::string_view name) { return ReplaceAll(name, "\r", "\n"); }
+
 std::string PercentEncoded(std::string_view bytes, std::string_view marks) {
   constexpr std::string_view kDigits = "0123456789ABCDEF";
   constexpr std::string_view kPlain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789";

@@ -41,6 +41,9 @@ std::string AsciiDigits(std::string_view text);
 // `text` with each `what` (not empty) replaced by `by`.
 std::string ReplaceAll(std::string_view text, std::string_view what, std::string_view by);
 
+// A file's name as a caption of several lines may hold it, where CR LF ends a line: each CR of the name becomes LF.
+std::string WithinALine(std::string_view name);
+
 // `bytes` with "%" and two hexadecimal digits for all but ASCII letters, digits and `marks`.
 std::string PercentEncoded(std::string_view bytes, std::string_view marks);
 

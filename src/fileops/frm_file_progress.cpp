@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "base/text.h"
+
 namespace tresmor {
 namespace {
 
@@ -20,7 +22,8 @@ float Percent(const OperationProgress& progress) {
 }  // namespace
 
 void FrmFileProgress::Show(const OperationProgress& progress) {
-  lblMsg.Caption = std::to_string(progress.files) + " of " + std::to_string(progress.allFiles) + "\r\n" + progress.path;
+  lblMsg.Caption =
+      std::to_string(progress.files) + " of " + std::to_string(progress.allFiles) + "\r\n" + WithinALine(progress.path);
   pbDone.Value = Percent(progress);
 }
 

@@ -1,6 +1,7 @@
 #include "results/marks.h"
 
 #include "base/number.h"
+#include "base/text.h"
 #include "desk/event_slice.h"
 #include "results/rows.h"
 #include "results/sort_list.h"
@@ -106,7 +107,7 @@ std::string GetPrevList(const ResultLists& results) {
   for (std::int32_t row = 1; row <= lst.Count() && marked <= paths; ++row) {
     if (!lst.Checked(row)) continue;
     ++marked;
-    text += (marked <= paths ? PathOf(lst, row) : "and more ...") + "\r\n";
+    text += (marked <= paths ? WithinALine(PathOf(lst, row)) : "and more ...") + "\r\n";
   }
   return text;
 }

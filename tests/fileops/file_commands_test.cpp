@@ -221,6 +221,30 @@ TEST_F(FileCommandsTest, EmptiedFoldersGoToTheRecycleBinAfterADeleteForGood) {
   EXPECT_THAT(Rows(lst), IsEmpty());
 }
 
+TEST_F(FileCommandsTest, YesToAllHoldsForTheEmptiedFoldersOfADeleteToo) {
+  AddFile("/data/a");
+  Yes([](FrmFileOper& form) {
+    form.chkRemoveEmptyDir.Value = kTicked;
+    form.chkYesToAll.Value = kTicked;
+  });
+  commands.DelFile();
+  ASSERT_THAT(operations.calls, SizeIs(2));
+  EXPECT_EQ(operations.calls[0].fFlags, 0x0058);
+  EXPECT_EQ(operations.calls[1].fFlags, 0x0058);
+}
+
+TEST_F(FileCommandsTest, YesToAllHoldsForAMoveAndACopy) {
+  AddFile("/data/a");
+  files.MakeFolder("/keep");
+  YesTo("/keep", [](FrmFileOper& form) { form.chkYesToAll.Value = kTicked; });
+  commands.CopyFile();
+  YesTo("/keep", [](FrmFileOper& form) { form.chkYesToAll.Value = kTicked; });
+  commands.MoveFile();
+  ASSERT_THAT(operations.calls, SizeIs(2));
+  EXPECT_EQ(operations.calls[0].fFlags, 0x0018);
+  EXPECT_EQ(operations.calls[1].fFlags, 0x0018);
+}
+
 TEST_F(FileCommandsTest, AMoveIsOneStepWithItsEmptiedFolders) {
   AddFile("/data/a");
   files.MakeFolder("/keep");

@@ -282,6 +282,12 @@ TEST_F(MarksTest, ListsTheFirstTenMarkedFiles) {
   EXPECT_EQ(GetPrevList(results), "/data/1\r\n/data/4\r\n");
 }
 
+TEST_F(MarksTest, AFileWithALineEndInItsNameIsListedOnOneLine) {
+  Add(ResultList::ZeroSize, "a\r\n/home/me/x\r\r\ny");
+  zero.SetChecked(1, true);
+  EXPECT_EQ(GetPrevList(results), "/data/a\n\n/home/me/x\n\n\ny\r\n");
+}
+
 TEST_F(MarksTest, ListsTenPathsOfTenAndOneLineMoreFromElevenOn) {
   std::string ten;
   for (int i = 0; i < 12; ++i) Add(ResultList::ZeroSize, std::to_string(i));
