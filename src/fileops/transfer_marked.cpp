@@ -4,6 +4,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "base/text.h"
 #include "results/marks.h"
 #include "search/file_helpers.h"
 
@@ -33,10 +34,8 @@ const char* TitleOf(std::uint32_t wFunc) {
 // A NUL ends each path of a list, so one with a NUL in it would be two, neither of which was meant. No file has such a
 // path, but a row may. It is listed under a text that shows it and is no full path, so that it fails like any other.
 std::string Listed(std::string_view path) {
-  std::string shown = "(NUL in its path) ";
   if (path.find('\0') == path.npos) return std::string(path);
-  for (const char byte : path) shown += byte == '\0' ? std::string("\\0") : std::string(1, byte);
-  return shown;
+  return "(NUL in its path) " + ReplaceAll(path, std::string_view("\0", 1), "\\0");
 }
 
 void AddPath(std::string& list, std::string_view path) {
