@@ -91,7 +91,7 @@ std::int32_t ListView::AddRow(std::string_view text, std::span<const CellValue> 
 void ListView::RemoveRow(std::int32_t row) {
   const std::size_t at = At(row);
   ChangeRows(Notice::What::RowsRemoved, row, row, [&] {
-    lastSelected_ = LastSelectedWithout({&row, 1});
+    focus_ = FocusWithout({&row, 1});
     ForEachVector([&](auto& values, auto) {
       if (at < values.size()) values.erase(values.begin() + static_cast<std::ptrdiff_t>(at));
     });
@@ -104,7 +104,7 @@ void ListView::RemoveRows(std::span<const std::int32_t> rows) {
   const std::size_t start = At(rows.front());
   At(rows.back());
   ChangeRows(Notice::What::RowsReset, 1, Count(), [&] {
-    lastSelected_ = LastSelectedWithout(rows);
+    focus_ = FocusWithout(rows);
     ForEachVector([&](auto& values, auto) {
       auto gone = rows.begin();
       std::size_t kept = std::min(start, values.size());
@@ -126,7 +126,7 @@ void ListView::Clear() {
   ChangeRows(Notice::What::RowsReset, 1, Count(), [&] {
     ForEachVector([](auto& values, auto) { values = {}; });
     store_.Clear();
-    lastSelected_ = 0;
+    focus_ = 0;
   });
 }
 
@@ -198,20 +198,24 @@ void ListView::SetFlags(std::int32_t row, unsigned mask, unsigned flags) {
 }
 
 void ListView::SetSelected(std::int32_t row, bool selected) {
-  At(row);
-  if (selected) lastSelected_ = row;
+  if (selected) GiveFocus(row);
   SetFlags(row, kSelected, selected ? kSelected : 0U);
 }
 
 std::int32_t ListView::SelectedItem() const {
   CheckThread();
-  return lastSelected_ != 0 && Selected(lastSelected_) ? lastSelected_ : 0;
+  return focus_;
 }
 
-std::int32_t ListView::LastSelectedWithout(std::span<const std::int32_t> rows) const {
-  const auto next = std::lower_bound(rows.begin(), rows.end(), lastSelected_);
-  if (next != rows.end() && *next == lastSelected_) return 0;
-  return lastSelected_ - static_cast<std::int32_t>(next - rows.begin());
+void ListView::GiveFocus(std::int32_t row) {
+  At(row);
+  if (focus_ != row) ChangeRows(Notice::What::RowsChanged, row, row, [&] { focus_ = row; });
+}
+
+std::int32_t ListView::FocusWithout(std::span<const std::int32_t> rows) const {
+  const auto next = std::lower_bound(rows.begin(), rows.end(), focus_);
+  if (next != rows.end() && *next == focus_) return 0;
+  return focus_ - static_cast<std::int32_t>(next - rows.begin());
 }
 
 void ListView::SetSmallIcon(std::int32_t row, int icon) {
@@ -270,9 +274,9 @@ void ListView::Sort(Cells ColumnData::*what) {
                   SortOrder() == kDescending ? Direction::Descending : Direction::Ascending);
   if (std::is_sorted(order.begin(), order.end())) return;
   ChangeRows(Notice::What::RowsReset, 1, Count(), [&] {
-    if (lastSelected_ != 0) {
-      const auto moved = std::find(order.begin(), order.end(), static_cast<std::uint32_t>(lastSelected_ - 1));
-      lastSelected_ = static_cast<std::int32_t>(moved - order.begin()) + 1;
+    if (focus_ != 0) {
+      const auto moved = std::find(order.begin(), order.end(), static_cast<std::uint32_t>(focus_ - 1));
+      focus_ = static_cast<std::int32_t>(moved - order.begin()) + 1;
     }
     ForEachVector([&](auto& values, auto missing) {
       if (values.empty()) return;

@@ -79,9 +79,11 @@ class ListView : public PlacedControl {
   void SetChecked(std::int32_t row, bool checked) { SetFlags(row, kChecked, checked ? kChecked : 0U); }
   bool Selected(std::int32_t row) const { return (flags_[At(row)] & kSelected) != 0; }
   void SetSelected(std::int32_t row, bool selected);
-  // The row that was selected last, by the user or the program, wherever it has moved since; 0 for none, and once it is
-  // gone or not selected any more.
+  // The row with the focus, selected or not: the one that the user or the program selected or gave the focus last,
+  // wherever it has moved since; 0 before the first, and once it is gone.
   std::int32_t SelectedItem() const;
+  // Selects nothing.
+  void GiveFocus(std::int32_t row);
   // The number of the row's picture, 0 (none) to 63.
   int SmallIcon(std::int32_t row) const { return flags_[At(row)] >> kIconShift; }
   void SetSmallIcon(std::int32_t row, int icon);
@@ -143,8 +145,8 @@ class ListView : public PlacedControl {
   CellStore::Cell TagAt(std::int32_t row, std::int32_t subItem) const;
   CellStore::Cell PackFor(std::size_t column, const CellValue& value);
   void SetFlags(std::int32_t row, unsigned mask, unsigned flags);
-  // Where the row that was selected last stands once these, which ascend, are gone.
-  std::int32_t LastSelectedWithout(std::span<const std::int32_t> rows) const;
+  // Where the row with the focus stands once these, which ascend, are gone.
+  std::int32_t FocusWithout(std::span<const std::int32_t> rows) const;
   void Sort(Cells ColumnData::*what);
   template <class Change>
   void ChangeRows(Notice::What what, std::int32_t first, std::int32_t last, Change&& change);
@@ -157,7 +159,7 @@ class ListView : public PlacedControl {
   std::vector<std::uint32_t> colors_;  // rows past its end have the default
   bool sorted_ = false;
   Batch batch_ = Batch::None;
-  std::int32_t lastSelected_ = 0;
+  std::int32_t focus_ = 0;
   std::uint64_t arrangement_ = NextArrangement();
 };
 

@@ -79,15 +79,14 @@ ListWidget::ListWidget(ListView& list, const Binder& binder, ListLook look, QWid
 void ListWidget::Hear(const Notice& notice) {
   switch (notice.what) {
     case Notice::What::RowsChanged:
+      GoWithSelectedItem();
       viewport()->update();
       break;
     case Notice::What::RowsReset:
-      anchor_ = 0;
-      GoWithSelectedItem();
-      break;
     case Notice::What::RowsRemoved:
     case Notice::What::Visible:
       anchor_ = 0;
+      GoWithSelectedItem();
       break;
     case Notice::What::Frozen:
       setUpdatesEnabled(!list_.Frozen());
@@ -97,10 +96,10 @@ void ListWidget::Hear(const Notice& notice) {
   }
 }
 
-// It may have moved; where the list is scrolled to stays.
+// Where the list is scrolled to stays.
 void ListWidget::GoWithSelectedItem() {
   const std::int32_t row = list_.SelectedItem();
-  if (row == 0) return;
+  if (row == 0 || row == CurrentRow()) return;
   setAutoScroll(false);
   setCurrentIndex(model()->index(row - 1, 0));
   setAutoScroll(true);
@@ -128,34 +127,30 @@ bool ListWidget::IsOnCheckBox(const QPoint& point) const {
   return point.x() >= option.rect.left() && point.x() <= box.right() + box.width() / 4;
 }
 
-void ListWidget::SetCurrentRow(std::int32_t row) {
-  const QModelIndex index = model()->index(row - 1, 0);
-  setCurrentIndex(index);
-  scrollTo(index);
+void ListWidget::GoTo(std::int32_t row) {
+  list_.GiveFocus(row);
+  scrollTo(currentIndex());
 }
 
 void ListWidget::SelectOnly(std::int32_t first, std::int32_t last) {
-  list_.ChangeMany([&] {
-    for (std::int32_t row = 1; row <= list_.Count(); ++row) {
-      const bool wanted = row >= first && row <= last;
-      if (wanted != list_.Selected(row)) list_.SetSelected(row, wanted);
-    }
-  });
+  for (std::int32_t row = 1; row <= list_.Count(); ++row) {
+    const bool wanted = row >= first && row <= last;
+    if (wanted != list_.Selected(row)) list_.SetSelected(row, wanted);
+  }
 }
 
 void ListWidget::PickRow(std::int32_t row, Qt::KeyboardModifiers keys) {
-  if (look_.multiSelect && keys.testFlag(Qt::ShiftModifier) && anchor_ != 0) {
-    SelectOnly(std::min(row, anchor_), std::max(row, anchor_));
-    list_.SetSelected(row, true);
-  } else if (look_.multiSelect && keys.testFlag(Qt::ControlModifier)) {
-    list_.SetSelected(row, !list_.Selected(row));
-    anchor_ = row;
-  } else {
-    SelectOnly(row, row);
-    list_.SetSelected(row, true);
-    anchor_ = row;
-  }
-  SetCurrentRow(row);
+  const bool isRange = look_.multiSelect && keys.testFlag(Qt::ShiftModifier) && anchor_ != 0;
+  if (!isRange) anchor_ = row;
+  list_.ChangeMany([&] {
+    if (!isRange && look_.multiSelect && keys.testFlag(Qt::ControlModifier)) {
+      list_.SetSelected(row, !list_.Selected(row));
+    } else {
+      SelectOnly(std::min(row, anchor_), std::max(row, anchor_));
+    }
+    list_.GiveFocus(row);
+  });
+  GoTo(row);
   if (list_.OnItemClick) list_.OnItemClick();
 }
 
@@ -184,15 +179,14 @@ void ListWidget::mousePressEvent(QMouseEvent* event) {
   const bool left = event->button() == Qt::LeftButton;
   binder_.Deliver([&] {
     if (row == 0) {
-      SelectOnly(0, 0);
+      list_.ChangeMany([this] { SelectOnly(0, 0); });
     } else if (left && IsOnCheckBox(event->pos())) {
-      SetCurrentRow(row);
+      GoTo(row);
       ToggleMark(row);
     } else if (left || !list_.Selected(row)) {
       PickRow(row, left ? event->modifiers() : Qt::NoModifier);
     } else {
-      list_.SetSelected(row, true);  // a menu over many rows is about the one that was hit
-      SetCurrentRow(row);
+      GoTo(row);  // a menu over many rows is about the one that was hit
       if (list_.OnItemClick) list_.OnItemClick();
     }
   });
@@ -274,7 +268,7 @@ void ListWidget::keyPressEvent(QKeyEvent* event) {
   }
   if (model()->rowCount() == 0) return event->ignore();
   if (const std::int32_t row = RowOfKey(key)) {
-    if (control && !event->modifiers().testFlag(Qt::ShiftModifier)) return SetCurrentRow(row);
+    if (control && !event->modifiers().testFlag(Qt::ShiftModifier)) return binder_.Deliver([&] { GoTo(row); });
     return binder_.Deliver([&] { PickRow(row, event->modifiers()); });
   }
   const std::int32_t current = CurrentRow();
@@ -291,7 +285,8 @@ void ListWidget::keyPressEvent(QKeyEvent* event) {
 
 void ListWidget::focusInEvent(QFocusEvent* event) {
   QTreeView::focusInEvent(event);
-  if (CurrentRow() == 0 && model()->rowCount() > 0) SetCurrentRow(std::max(1, list_.SelectedItem()));
+  // Merely shown where the keys begin: no row was chosen yet.
+  if (CurrentRow() == 0 && model()->rowCount() > 0) setCurrentIndex(model()->index(0, 0));
 }
 
 // To the next row whose name begins so, around the end. A longer beginning may be that of the current row too.

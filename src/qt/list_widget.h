@@ -53,7 +53,8 @@ class ListWidget : public QTreeView {
   // Makes a row the current one and selects as these keys tell, then tells of a click on the row.
   void PickRow(std::int32_t row, Qt::KeyboardModifiers keys);
   void SelectOnly(std::int32_t first, std::int32_t last);
-  void SetCurrentRow(std::int32_t row);
+  // Gives a row the focus and brings it into sight.
+  void GoTo(std::int32_t row);
   void GoWithSelectedItem();
   void ToggleMarks(std::int32_t row);
   void ToggleMark(std::int32_t row);

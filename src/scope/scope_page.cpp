@@ -136,7 +136,8 @@ ScopeRow ScopePage::IncludedRow(const std::string& folder) const {
 }
 
 void ScopePage::RemoveRow() {
-  if (const std::int32_t row = scope_.lstPath.SelectedItem()) scope_.lstPath.RemoveRow(row);
+  const std::int32_t row = scope_.lstPath.SelectedItem();
+  if (row != 0 && scope_.lstPath.Selected(row)) scope_.lstPath.RemoveRow(row);
 }
 
 // A path that can't be added doesn't keep the others out, but what would keep out all of them is told once.

@@ -99,18 +99,23 @@ TEST_F(ListRows, KnowsARowAgainUntilRowsMove) {
   EXPECT_TRUE(isNew());
 }
 
-TEST_F(ListRows, TheSelectedItemIsTheRowThatWasSelectedLastWhileItIsSelected) {
+TEST_F(ListRows, TheSelectedItemIsTheRowWithTheFocus) {
   for (const char* name : {"a", "b", "c"}) lst.AddRow(name);
   EXPECT_EQ(lst.SelectedItem(), 0);
+  lst.SetSelected(2, false);
+  EXPECT_EQ(lst.SelectedItem(), 0) << "selecting brings the focus, taking away doesn't";
   lst.SetSelected(3, true);
   lst.SetSelected(1, true);
   EXPECT_EQ(lst.SelectedItem(), 1);
   lst.SetSelected(3, true);  // it was selected already
   EXPECT_EQ(lst.SelectedItem(), 3);
   lst.SetSelected(1, false);
-  EXPECT_EQ(lst.SelectedItem(), 3);
   lst.SetSelected(3, false);
-  EXPECT_EQ(lst.SelectedItem(), 0);
+  EXPECT_EQ(lst.SelectedItem(), 3);
+  lst.GiveFocus(2);
+  EXPECT_EQ(lst.SelectedItem(), 2);
+  EXPECT_FALSE(lst.Selected(2));
+  EXPECT_THROW(lst.GiveFocus(4), Failure);
 }
 
 TEST_F(ListRows, TheSelectedItemStaysTheSameRowWhenRowsMove) {

@@ -172,6 +172,13 @@ TEST_F(SingleFileTest, OpensTheFileByTheDesktop) {
   EXPECT_THAT(shell.opened, ElementsAre("/data/my file.txt"));
 }
 
+TEST_F(SingleFileTest, TheFileIsThatOfTheRowWithTheFocusWhicheverAreSelected) {
+  lst.SetSelected(1, true);
+  lst.GiveFocus(2);
+  single.OpenFile();
+  EXPECT_THAT(shell.opened, ElementsAre("/data/my file.txt"));
+}
+
 TEST_F(SingleFileTest, OpensTheEditorWithThePathAsOneArgument) {
   lst.SetSelected(2, true);
   single.OpenEditor();

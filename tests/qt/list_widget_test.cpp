@@ -35,6 +35,8 @@ TEST(ListWidgetMouse, ControlAddsAndTakesAway) {
   EXPECT_EQ(lists.list.SelectedItem(), 4);
   lists.ClickRow(2, Qt::ControlModifier);
   EXPECT_EQ(lists.Selected(), Rows{4});
+  EXPECT_EQ(lists.TakeLog().at(6), "item 2") << "the click tells of the row that it hit";
+  EXPECT_EQ(lists.list.SelectedItem(), 2);
 }
 
 TEST(ListWidgetMouse, ShiftSelectsFromWhereTheRangeBegan) {
@@ -101,6 +103,7 @@ TEST(ListWidgetMouse, ABoxMarksItsRowAlone) {
   lists.Click(lists.BoxOf(2));
   EXPECT_EQ(lists.Marked(), Rows{2});
   EXPECT_EQ(lists.Selected(), (Rows{2, 3}));
+  EXPECT_EQ(lists.list.SelectedItem(), 2) << "the focus goes along";
   EXPECT_EQ(lists.TakeLog(), (Log{"check", "click", "up 1"}));
   QTest::mouseDClick(lists.widget->viewport(), Qt::LeftButton, {}, lists.BoxOf(2));
   EXPECT_EQ(lists.TakeLog(), Log{"check"}) << "the second click of two is one more";
@@ -237,6 +240,7 @@ TEST(ListWidgetKeys, ShiftExtendsAndControlOnlyMoves) {
   lists.Key(Qt::Key_Down, Qt::ControlModifier);
   EXPECT_EQ(lists.Selected(), (Rows{3, 4, 5}));
   EXPECT_EQ(lists.CurrentRow(), 7);
+  EXPECT_EQ(lists.list.SelectedItem(), 7);
   lists.Key(Qt::Key_Space, Qt::ControlModifier);
   EXPECT_EQ(lists.Selected(), (Rows{3, 4, 5, 7}));
 }
@@ -339,6 +343,12 @@ TEST(ListWidgetRows, TheKeysGoWithTheSelectedRow) {
   lists.list.SetSorted(true);
   EXPECT_EQ(lists.list.SelectedItem(), 8);
   EXPECT_EQ(lists.CurrentRow(), 8);
+  lists.list.SetSelected(3, true);
+  EXPECT_EQ(lists.CurrentRow(), 3);
+  lists.list.Visible = false;
+  lists.list.SetSelected(5, true);
+  lists.list.Visible = true;
+  EXPECT_EQ(lists.CurrentRow(), 5);
 }
 
 TEST(ListWidgetRows, AFrozenListIsNotPainted) {
@@ -352,6 +362,7 @@ TEST(ListWidgetRows, AFrozenListIsNotPainted) {
 TEST(ListWidgetRows, SelectedRowsLookSelected) {
   ListStage lists(4);
   lists.list.SetSelected(2, true);
+  lists.list.GiveFocus(4);  // which is framed
   const QImage shown = lists.widget->viewport()->grab().toImage();
   const auto groundOf = [&](int row) { return shown.pixelColor(lists.PointOn(row).x() + 40, lists.PointOn(row).y()); };
   EXPECT_EQ(groundOf(2), QApplication::palette().color(QPalette::Highlight));

@@ -115,7 +115,7 @@ TEST_F(PreviewTest, WhereThatIsMissingTooThereIsNone) {
 TEST_F(PreviewTest, WithoutARowAllStays) {
   Click("a.jpg");
   loader.Finish(dot);
-  results.Shown().SetSelected(1, false);
+  results.Shown().RemoveRow(1);
   preview.Show();
   ExpectShown("a.jpg", dot);
 }

@@ -260,6 +260,9 @@ TEST_F(ScopePageTest, RemovesTheSelectedRow) {
   EXPECT_EQ(scope.lstPath.Cell(1, kScopeTextItem), "/other/*.*");
   scope.lstPath.OnDblClick();
   EXPECT_EQ(scope.lstPath.Count(), 1);
+  scope.lstPath.GiveFocus(1);
+  scope.lstPath.OnDblClick();
+  EXPECT_EQ(scope.lstPath.Count(), 1) << "the focus alone selects none";
   scope.lstPath.SetSelected(1, true);
   scope.lstPath.OnDblClick();
   EXPECT_EQ(scope.lstPath.Count(), 0);
