@@ -51,6 +51,5 @@ int main(int argc, char** argv) {
   QApplication::setStyle(new tresmor::ProgramStyle);  // the application owns it
   tresmor::ChooseIconTheme();
   tresmor::WindowProgram program(writers, tresmor::FindUserFolders(), tresmor::FindExecutableFolder());
-  program.Start([] { QApplication::quit(); }, arguments.sessionFile);
-  return QApplication::exec();
+  return program.Run(arguments.sessionFile);
 }

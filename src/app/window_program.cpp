@@ -1,5 +1,7 @@
 #include "app/window_program.h"
 
+#include <QApplication>
+#include <QTimer>
 #include <ctime>
 #include <random>
 
@@ -80,6 +82,13 @@ void WindowProgram::Start(std::function<void()> closed, const std::string& sessi
   });
   window_.Load();
   if (!sessionFile.empty()) window_.OpenSession(sessionFile);
+}
+
+// The window may be closed while the session loads, and a loop that hasn't begun can't be ended.
+int WindowProgram::Run(const std::string& sessionFile) {
+  QTimer::singleShot(
+      0, &view_, [this, &sessionFile] { events_.Deliver([&] { Start([] { QApplication::quit(); }, sessionFile); }); });
+  return QApplication::exec();
 }
 
 }  // namespace tresmor

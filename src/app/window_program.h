@@ -38,6 +38,9 @@ class WindowProgram {
   // Opens the window, and then the session file if one is named. `closed` is called once the window has closed.
   void Start(std::function<void()> closed, const std::string& sessionFile = "");
 
+  // Starts, and gives the program's exit status once the window has closed.
+  int Run(const std::string& sessionFile);
+
   MainWindow& Window() { return window_; }
   MainWindowView& View() { return view_; }
 

@@ -157,6 +157,12 @@ bool IsUtf8(std::string_view text) {
   return true;
 }
 
+bool CommandsText(std::string_view character) {
+  utf8proc_int32_t code = 0;
+  if (character.size() < 2 || Decode(character, 0, code) == 0) return false;
+  return code < 0xA0 || (code >= 0x2028 && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
+}
+
 std::string PadNumber(std::int64_t number) {
   constexpr std::size_t kWidth = 10;
   std::string digits = std::to_string(number);

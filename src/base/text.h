@@ -30,6 +30,9 @@ std::uint64_t TextKey(std::string_view text);
 // The length in bytes (1 to 4) of the UTF-8 character at text[at]; an invalid byte counts as a character of one byte.
 std::size_t CharLength(std::string_view text, std::size_t at);
 bool IsUtf8(std::string_view text);
+// Whether a character of several bytes, as CharLength cuts them, shows nothing itself and has power over the text about
+// it: control characters, ends of lines and paragraphs, and what turns or isolates the direction of reading.
+bool CommandsText(std::string_view character);
 
 // A number as lists hold it: right-aligned in 10 columns, so that texts of up to that width order as numbers do. A
 // number that needs more columns takes them.

@@ -30,11 +30,10 @@ void AppendByte(std::string& visible, unsigned char byte) {
 
 bool IsPlainAscii(unsigned char byte) { return byte >= 0x20 && byte < 0x7F && byte != '\\'; }
 
-// Of one character as CharLength cuts them. U+0080 to U+009F are control characters as well.
+// Of one character as CharLength cuts them.
 bool IsPlain(std::string_view character) {
-  const auto first = static_cast<unsigned char>(character[0]);
-  if (character.size() == 1) return IsPlainAscii(first);
-  return first != 0xC2 || static_cast<unsigned char>(character[1]) >= 0xA0;
+  if (character.size() == 1) return IsPlainAscii(static_cast<unsigned char>(character[0]));
+  return !CommandsText(character);
 }
 
 }  // namespace

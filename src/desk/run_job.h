@@ -103,9 +103,6 @@ class JobLine {
   bool ended_ = false;
 };
 
-// Of a job that has nothing to tell.
-struct NoNotice {};
-
 inline constexpr std::size_t kJobLineCapacity = 256;
 inline constexpr std::chrono::milliseconds kJobIdleWait{100};
 inline constexpr double kJobPumpEvery = 0.02;  // seconds of deliveries after which events get their turn
@@ -158,6 +155,15 @@ void RunJob(EventQueue& events, StopToken& stop, Job&& job, Deliver&& deliver,
   worker.join();
   if (ofDelivery) std::rethrow_exception(ofDelivery);
   if (ofJob) std::rethrow_exception(ofJob);
+}
+
+// The same of a job that has nothing to tell and that nobody stops.
+template <class Job>
+void RunJob(EventQueue& events, Job&& job) {
+  struct Nothing {};
+  StopToken stop;
+  RunJob<Nothing>(
+      events, stop, [&](JobLine<Nothing>&) { job(); }, [](Nothing&&) {});
 }
 
 }  // namespace tresmor

@@ -1,10 +1,11 @@
 #include "qt/display_text.h"
 
 #include <QFontMetrics>
-#include <QToolTip>
-
 #include <QStringDecoder>
+#include <QToolTip>
 #include <cstdint>
+
+#include "base/text.h"
 
 namespace tresmor {
 namespace {
@@ -33,7 +34,7 @@ Decoded DecodeCharacter(std::string_view bytes) {
   return {text, !decode.hasError()};
 }
 
-// How many bytes from here on are one character of UTF-8, 0 if they are none.
+// How many bytes from here on are one character of UTF-8 that can be shown, 0 if they are none.
 std::size_t CharacterLength(std::string_view bytes) {
   const auto lead = static_cast<unsigned char>(bytes.front());
   const std::size_t length = lead < 0x80   ? 1
@@ -47,7 +48,7 @@ std::size_t CharacterLength(std::string_view bytes) {
   const Decoded character = DecodeCharacter(bytes.substr(0, length));
   const bool isReplaced =
       character.text.contains(QChar(QChar::ReplacementCharacter)) && bytes.substr(0, length) != "\xEF\xBF\xBD";
-  return character.valid && !isReplaced ? length : 0;
+  return character.valid && !isReplaced && !CommandsText(bytes.substr(0, length)) ? length : 0;
 }
 
 // Appends each character as `control` or `invalid` gives it, or as it is.
@@ -115,9 +116,25 @@ QString ShownLines(std::string_view bytes) { return Lines(bytes, "\n"); }
 
 QString ShownCaption(std::string_view bytes) { return Lines(bytes, "\r\n"); }
 
+QString Breakable(const QString& text) {
+  constexpr int kMostTogether = 30;
+  QString breakable;
+  int together = 0;
+  for (const QChar unit : text) {
+    const bool breaks = unit.isSpace() || unit == '/' || unit == '-';
+    if (!breaks && together >= kMostTogether && !unit.isLowSurrogate() && !unit.isMark()) {
+      breakable += QChar(0x200B);
+      together = 0;
+    }
+    together = breaks ? 0 : together + 1;
+    breakable += unit;
+  }
+  return breakable;
+}
+
 QString PlainToolTip(std::string_view bytes) {
   if (bytes.empty()) return {};
-  const QString lines = ShownLines(bytes);
+  const QString lines = Breakable(ShownLines(bytes));
   const QString text = lines.toHtmlEscaped().replace('\n', "<br>");
   const int width = QFontMetrics(QToolTip::font()).size(0, lines).width();
   if (width <= kToolTipPixels) return "<qt><div style='white-space:pre'>" + text + "</div></qt>";

@@ -16,7 +16,7 @@ std::unique_ptr<FormDialog> Build(FrmFileProgress& form, const Binder& binder) {
   BindCaption(form, *owner);
   auto* const layout = new QVBoxLayout(owner);
   layout->addWidget(LongText(form.lblMsg, binder, owner), 1);
-  layout->addWidget(Bound<QProgressBar>(form.pbDone, binder, owner));
+  layout->addWidget(Bound<QProgressBar>(form.pbDone, binder, owner, "Progress"));
   layout->addLayout(Centred({Bound<QPushButton>(form.cmdCancel, binder, owner)}));
   owner->resize(binder.Scale().ToPixels(6000), binder.Scale().ToPixels(2200));
   return window;

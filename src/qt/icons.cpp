@@ -6,9 +6,9 @@ namespace tresmor {
 
 void ChooseIconTheme() {
   const QString own = IsDark() ? "breeze-dark" : "breeze";
-  // A desktop of dark colours may name the bright half of the pair all the same.
-  const QStringList left = {"", "hicolor", "breeze"};
-  if (left.contains(QIcon::themeName())) QIcon::setThemeName(own);
+  // A desktop may name the half of the pair that doesn't go with its colours.
+  const QStringList replaced = {"", "hicolor", "breeze", "breeze-dark"};
+  if (replaced.contains(QIcon::themeName())) QIcon::setThemeName(own);
   QIcon::setFallbackThemeName(own);
 }
 

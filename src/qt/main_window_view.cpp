@@ -18,6 +18,7 @@
 #include <utility>
 
 #include "qt/form_parts.h"
+#include "qt/icons.h"
 #include "qt/list_widget.h"
 #include "qt/picture_widget.h"
 #include "qt/tab_strip_widget.h"
@@ -31,10 +32,6 @@ Widget* Placed(Control& control, const Binder& binder, QWidget* owner) {
   auto* const widget = Bound<Widget>(control, binder, owner);
   binder.BindPlace(control, *widget);
   return widget;
-}
-
-void NamedTabs(TabStrip& tabs, const Binder& binder, QWidget* owner, const char* accessibleName) {
-  (new TabStripWidget(tabs, binder, owner))->Bar().setAccessibleName(accessibleName);
 }
 
 QGridLayout* PageGrid(QWidget* page) {
@@ -140,7 +137,7 @@ void MainWindowView::AddItem(Menu& menu, MenuItem& item, QMenu& shown) {
 
 void MainWindowView::BuildScope() {
   auto* const frame = Placed<QGroupBox>(frm_.frmSelPath, binder_, &canvas_);
-  NamedTabs(frm_.TabPath, binder_, frame, "Criteria");
+  new TabStripWidget(frm_.TabPath, binder_, frame, "Criteria");
   BuildScopePages(*frame);
   Placed<QPushButton>(frm_.cmdAdd, binder_, frame);
   Placed<QPushButton>(frm_.cmdRemove, binder_, frame);
@@ -214,7 +211,7 @@ void MainWindowView::BuildSearch() {
 }
 
 void MainWindowView::BuildResults() {
-  NamedTabs(frm_.results.tabMain, binder_, &canvas_, "Results");
+  new TabStripWidget(frm_.results.tabMain, binder_, &canvas_, "Results");
   for (std::size_t i = 0; i < frm_.frmResult.size(); ++i) {
     ListView& list = frm_.results.lstResult[i];
     QWidget* const frame = PlainFrame(frm_.frmResult[i], binder_, &canvas_);
@@ -382,12 +379,13 @@ void MainWindowView::changeEvent(QEvent* event) {
     Report();
     binder_.Deliver(frm_.OnResize);
   }
+  if (event->type() == QEvent::PaletteChange) ChooseIconTheme();
   QWidget::changeEvent(event);
 }
 
 void MainWindowView::closeEvent(QCloseEvent* event) {
-  event->ignore();
   binder_.Deliver([this] { frm_.Unload(); });
+  event->setAccepted(!frm_.Visible());
 }
 
 }  // namespace tresmor

@@ -21,10 +21,18 @@ namespace {
 
 QString TitleOf(const std::string& title) { return ShownLine(title.empty() ? kAppTitle : title); }
 
+// As much of a name as a box has room for; no path is that long.
+QString ShownName(const std::string& name) {
+  constexpr qsizetype kMost = 1200;
+  const QString shown = ShownLine(name);
+  if (shown.size() <= kMost) return Breakable(shown);
+  return Breakable(shown.left(kMost / 2) + QChar(0x2026) + shown.right(kMost / 2));
+}
+
 QString Shown(const BoxText& text) {
   QString shown;
   for (const BoxText::Part& part : text.Parts()) {
-    shown += part.kind == BoxText::Part::Kind::Name ? ShownLine(part.text) : ShownLines(part.text);
+    shown += part.kind == BoxText::Part::Kind::Name ? ShownName(part.text) : ShownLines(part.text);
   }
   return shown;
 }
@@ -259,7 +267,9 @@ std::string QtDialogs::InputBox(const BoxText& prompt, const std::string& title,
   binder_.BindHelp(dialog);
   dialog.setWindowTitle(TitleOf(title));
   dialog.setLabelText(Shown(prompt).replace('&', "&&"));
-  dialog.findChild<QLabel*>()->setTextFormat(Qt::PlainText);
+  auto* const label = dialog.findChild<QLabel*>();
+  label->setTextFormat(Qt::PlainText);
+  label->setWordWrap(true);
   dialog.setTextValue(EditText(proposal));
   return dialog.exec() == QDialog::Accepted ? EditedBytes(dialog.textValue()) : std::string();
 }

@@ -80,7 +80,7 @@ void BuildMore(FrmSmartDel& form, const Binder& binder, const ListTip& tips, QWi
 
 QWidget* Tabs(FrmSmartDel& form, const Binder& binder, const ListTip& tips, QWidget* owner) {
   auto* const room = new QWidget(owner);
-  new TabStripWidget(form.TabOptions, binder, room);
+  new TabStripWidget(form.TabOptions, binder, room, "Conditions");
   BuildBasic(form, binder, PlainFrame(form.frmOptions[0], binder, room));
   BuildMore(form, binder, tips, PlainFrame(form.frmOptions[1], binder, room));
   const Twips& twips = binder.Scale();

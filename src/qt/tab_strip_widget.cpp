@@ -5,8 +5,9 @@
 #include <QStylePainter>
 
 namespace tresmor {
-TabStripWidget::TabStripWidget(TabStrip& control, const Binder& binder, QWidget* parent)
+TabStripWidget::TabStripWidget(TabStrip& control, const Binder& binder, QWidget* parent, const char* accessibleName)
     : QWidget(parent), control_(control), binder_(binder), bar_(this) {
+  bar_.setAccessibleName(accessibleName);
   bar_.setExpanding(false);
   bar_.setUsesScrollButtons(true);
   bar_.setElideMode(Qt::ElideNone);

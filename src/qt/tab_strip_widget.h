@@ -11,7 +11,7 @@ namespace tresmor {
 // large it is.
 class TabStripWidget : public QWidget {
  public:
-  TabStripWidget(TabStrip& control, const Binder& binder, QWidget* parent);
+  TabStripWidget(TabStrip& control, const Binder& binder, QWidget* parent, const char* accessibleName);
 
   QTabBar& Bar() { return bar_; }
 

@@ -55,10 +55,7 @@ void ResultPage::mnuPropPage() {
 // The desktop may take seconds to answer, or never do so.
 bool ResultPage::ShownByDesktop(const std::string& file) {
   bool shown = false;
-  StopToken stop;
-  RunJob<NoNotice>(
-      ports_.versions.events, stop, [&](JobLine<NoNotice>&) { shown = ports_.shell.ShowFileProp(file); },
-      [](NoNotice&&) {});
+  RunJob(ports_.versions.events, [&] { shown = ports_.shell.ShowFileProp(file); });
   return shown;
 }
 

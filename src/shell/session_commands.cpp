@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "desk/report_failure.h"
+#include "desk/run_job.h"
 #include "persist/session_file.h"
 #include "persist/whole_file.h"
 
@@ -70,7 +71,8 @@ bool SessionCommands::LoadSession(const std::string& sFileName) {
   return DoOrReport(ports_.dialogs, kLoadingFailed, [&] {
     Init(frm_);
     DisableFileMenus(frm_);
-    const std::string sFile = ReadWholeFile(ports_.files, sFileName);
+    std::string sFile;
+    RunJob(ports_.events, [&] { sFile = ReadWholeFile(ports_.files, sFileName); });
     const SessionProgress shown{progress_, frm_.tmrProgress, ports_.events};
     if (!tresmor::LoadSession(sFile, ControlsOf(frm_), shown, ports_.dialogs)) return false;
     frm_.tmrProgress.Enabled = false;

@@ -36,11 +36,14 @@ class AppTest : public TempTree {
   void Start(const std::string& sessionFile = "") { StartIn(BuildFolder(), sessionFile); }
   // As if the program lay in that folder, with its own files and helpers.
   void StartIn(const std::string& programFolder, const std::string& sessionFile = "") {
+    Make(programFolder);
+    program_->Start([this] { ++closed_; }, sessionFile);
+    Activate();
+  }
+  void Make(const std::string& programFolder) {
     writers_ = std::make_unique<FileWriters>();
     closed_ = 0;
     program_ = std::make_unique<WindowProgram>(*writers_, FindUserFolders(), programFolder);
-    program_->Start([this] { ++closed_; }, sessionFile);
-    Activate();
   }
   static std::string BuildFolder() {
     const std::string helper = TRESMOR_PICTURE;

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <QClipboard>
+#include <QTimer>
 #include <QWindow>
 #include <cmath>
 
@@ -261,8 +262,39 @@ TEST_F(WindowTest, ASearchIsCancelledBeforeTheWindowCloses) {
   EXPECT_TRUE(script_.IsDone());
   EXPECT_EQ(closed_, 0);
   EXPECT_TRUE(Named("Paths")->isEnabled());
-  View().close();
+  EXPECT_TRUE(View().close());
   EXPECT_EQ(closed_, 1);
+}
+
+TEST_F(WindowTest, ClosedWhileItsFirstSessionLoadsTheProgramEnds) {
+  Stop();
+  MakeFile("data/s.Tresmor", "3.0.0\r\nFalse\r\nTrue\r\nTrue\r\nFalse\r\n 0 \r\n 1 \r\n 0 \r\n 1 \r\n" + At("data") +
+                                 "/*.*|-Yes|-|-|-|-Yes|-True\r\nFalse\r\n 4 \r\n 0 \r\n\r\n 0 \r\n\r\n"
+                                 " 0 \r\n\r\n 0 \r\n\r\n");
+  Make(BuildFolder());
+  bool closed = false;
+  Frm().lstPath.Listen([&](const Notice& notice) {
+    if (notice.what != Notice::What::RowsAdded || closed) return;
+    closed = true;
+    EXPECT_FALSE(View().close()) << "not before the load has ended";
+  });
+  QTimer::singleShot(std::chrono::seconds(20), &View(), [] { QApplication::exit(1); });
+  EXPECT_EQ(program_->Run(At("data/s.Tresmor")), 0);
+  EXPECT_TRUE(closed);
+  EXPECT_FALSE(Frm().Visible());
+}
+
+TEST_F(WindowTest, IconsGoWithTheColoursOfTheDesktop) {
+  const QPalette usual = QApplication::palette();
+  QPalette dark(Qt::black);
+  for (const QPalette& palette : {dark, QPalette(Qt::lightGray), dark}) {
+    QApplication::setPalette(palette);
+    QEvent told(QEvent::PaletteChange);  // which the toolkit sends from within its own loop alone
+    QApplication::sendEvent(&View(), &told);
+    const bool isDark = palette.color(QPalette::Window).lightness() < 128;
+    EXPECT_EQ(QIcon::fallbackThemeName(), isDark ? "breeze-dark" : "breeze");
+  }
+  QApplication::setPalette(usual);
 }
 
 }  // namespace

@@ -123,6 +123,15 @@ TEST(TextKey, IsTheFirstEightFoldedBytes) {
   EXPECT_EQ(TextKey(""), 0u);
 }
 
+TEST(CommandsText, IsOfWhatActsOnTheTextAboutItAndShowsNothing) {
+  for (const char* const command : {"\u0080", "\u009f", "\u2028", "\u2029", "\u202a", "\u202e", "\u2066", "\u2069"})
+    EXPECT_TRUE(CommandsText(command)) << testing::PrintToString(command);
+  for (const char* const plain :
+       {"a", "\x7f", "\u00a0", "\u2027", "\u202f", "\u2065", "\u206a", "\u20ac", "\U0001F400"})
+    EXPECT_FALSE(CommandsText(plain)) << testing::PrintToString(plain);
+  EXPECT_FALSE(CommandsText("\xc2")) << "no character at all";
+}
+
 TEST(CharLength, CountsTheBytesOfOneCharacter) {
   const std::string text = "aé\u20AC\U0001F600\xC3";
   EXPECT_EQ(CharLength(text, 0), 1u);

@@ -20,6 +20,7 @@ TEST(VisibleTest, WhatATerminalWouldObeyIsEscaped) {
   EXPECT_EQ(Visible("\x1b[2J\x7f\0"s), "\\x1b[2J\\x7f\\x00");
   EXPECT_EQ(Visible("\xc2\x9b"), "\\xc2\\x9b");
   EXPECT_EQ(Visible("\xc2\xa0"), "\xc2\xa0");
+  EXPECT_EQ(Visible("a\u202egpj.exe"), "a\\xe2\\x80\\xaegpj.exe");
 }
 
 TEST(VisibleTest, BytesThatAreNotUtf8AreEscaped) {

@@ -55,6 +55,27 @@ TEST(DisplayText, AFieldHoldsNoControlCharacters) {
     EXPECT_FALSE(EditText(std::string(1, static_cast<char>(byte))).contains(QChar(byte))) << byte;
   }
   EXPECT_EQ(EditText("\x7f"), QString(QChar(0xDC7F)));
+  EXPECT_EQ(EditText("\u2028"), QStringLiteral("\xDCE2\xDC80\xDCA8"));
+}
+
+TEST(DisplayText, NoNameTurnsOrBreaksTheTextThatItStandsIn) {
+  EXPECT_EQ(ShownLine("photo\u202Egpj.exe"), QStringLiteral("photo\uFFFD\uFFFD\uFFFDgpj.exe"));
+  for (const char* const command : {"\u0085", "\u2028", "\u2029", "\u202A", "\u2066", "\u2069"}) {
+    const QString character = QString::fromUtf8(command);
+    EXPECT_FALSE(ShownLine(command).contains(character)) << testing::PrintToString(command);
+    EXPECT_FALSE(EditText(command).contains(character)) << testing::PrintToString(command);
+  }
+}
+
+TEST(DisplayText, LongLinesHaveUnseenPlacesToBreak) {
+  const QString usual = "/home/somebody with a name/" + QString(30, 'x') + "/y";
+  EXPECT_EQ(Breakable(usual), usual);
+  QString broken = Breakable(QString(70, 'x'));
+  EXPECT_EQ(broken, QString(30, 'x') + QChar(0x200B) + QString(30, 'x') + QChar(0x200B) + QString(10, 'x'));
+  const QString rats = QString::fromUtf8("\U0001F400").repeated(50);
+  broken = Breakable(rats);
+  EXPECT_EQ(broken.remove(QChar(0x200B)), rats);
+  EXPECT_EQ(Breakable(rats).indexOf(QChar(0x200B)), 30) << "between characters";
 }
 
 TEST(DisplayText, OneLineStaysOne) {

@@ -175,6 +175,7 @@ TEST_F(FormWindowsTest, LongHoverTextsWrapAt360Pixels) {
   for (int i = 0; i < 3; ++i) text += " " + text;
   EXPECT_NEAR(sizeOf(text).width(), 360, 20);
   EXPECT_GT(sizeOf(text).height(), 5 * font.height());
+  EXPECT_NEAR(sizeOf(std::string(250, 'w')).width(), 360, 20) << "a name without a place to break";
 }
 
 TEST_F(FormWindowsTest, F1AsksForTheTopicOfTheControlOrOfWhatItStandsIn) {

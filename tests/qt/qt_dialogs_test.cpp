@@ -101,6 +101,23 @@ TEST_F(QtDialogsTest, AnInputBoxGivesBackTheExactBytes) {
   EXPECT_EQ(dialogs_.InputBox("?", "Rename", "kept"), "");
 }
 
+TEST_F(QtDialogsTest, BoxesOfLongNamesStayOnAScreen) {
+  const auto expect = [this](const QString& title) {
+    script_.Expect(title, [](QWidget& window) {
+      EXPECT_LT(window.width(), 1000);
+      EXPECT_LT(window.height(), 700);
+      QTest::keyClick(&window, Qt::Key_Escape);
+    });
+  };
+  const std::string path = "/" + std::string(255, 'w') + "/" + std::string(255, 'w');
+  expect("Rename");
+  dialogs_.InputBox(BoxText("Please type a new file name for \r\n").Name(path), "Rename", "w");
+  for (const std::string& name : {path, std::string(9000, 'w')}) {
+    expect("Path");
+    dialogs_.MessageBox(BoxText("Path '").Name(name).Words("' isn't there."), BoxIcon::None, "Path", BoxButtons::Ok);
+  }
+}
+
 TEST_F(QtDialogsTest, F1InABoxIsAboutTheWindowThatItStandsOver) {
   std::vector<std::int32_t> topics;
   binder_.OnHelp = [&](std::int32_t topic) { topics.push_back(topic); };

@@ -26,7 +26,7 @@ struct TabStage {
   TabStrip control{{"One & two", "Three"}, {150, 150, 6000, 1500}};
   std::vector<std::int32_t> selected;
   Stage stage;
-  TabStripWidget* const widget = new TabStripWidget(control, stage.binder, &stage.window);
+  TabStripWidget* const widget = new TabStripWidget(control, stage.binder, &stage.window, "Tabs");
 };
 
 TEST(TabStripWidget, ATabIsChosenByMouseKeysAndProgram) {

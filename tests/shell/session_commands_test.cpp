@@ -4,8 +4,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <new>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "desk/bind_timer.h"
@@ -239,6 +241,20 @@ TEST_F(SessionCommandsTest, NothingIsLeftOfATickThatCameWhileItLoaded) {
   EXPECT_EQ(frm.pbMain.Value(), 0);
   EXPECT_EQ(frm.msgBar.Text(), "Tresmor is ready.");
   EXPECT_FALSE(frm.tmrProgress.Enabled());
+}
+
+TEST_F(SessionCommandsTest, EventsComeWhileASlowDiskGivesTheFile) {
+  MakeSession(BoxAnswer::Yes);
+  std::atomic<bool> pumped = false;
+  events.onPump = [&] { pumped = true; };
+  files.SetHook([&](const MemoryFileSystem::Call& call) {
+    if (call.op != MemoryFileSystem::Op::Read || call.path != kFile) return;
+    for (int patience = 0; !pumped && patience < 10'000; ++patience)
+      std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    EXPECT_TRUE(pumped);
+  });
+  Load();
+  EXPECT_TRUE(pumped);
 }
 
 // The search alone reads the cells of a scope row as numbers.
