@@ -5,6 +5,7 @@ qt6-base-dev qt6-svg-dev libwmf-dev libemf2svg-dev breeze-icon-theme fonts-dejav
 test_packages="libgtest-dev libgmock-dev clang-format clang-tidy python3 locales xvfb openbox xdotool x11-utils imagemagick pandoc"
 coverage_packages="gcovr"
 fuzz_packages="clang libclang-rt-dev llvm"
+story_packages="libreoffice-calc-nogui gvfs libglib2.0-bin dbus"
 package_packages="pandoc librsvg2-bin dpkg-dev file fakeroot desktop-file-utils appstream lintian"
 
 # The programs that these packages stand for, for systems that name their packages otherwise.
@@ -12,6 +13,7 @@ build_tools="g++ cmake ninja pkg-config"
 test_tools="clang-format clang-tidy run-clang-tidy python3 Xvfb openbox xdotool xprop convert"
 coverage_tools="gcovr"
 fuzz_tools="clang++ llvm-symbolizer"
+story_tools="soffice gio dbus-run-session"
 package_tools="pandoc rsvg-convert dpkg-deb dpkg-shlibdeps desktop-file-validate appstreamcli lintian"
 
 say() { echo "$*" >&2; }

@@ -23,6 +23,14 @@
 
 namespace tresmor::tests {
 
+// The file of a picture of one blue pixel.
+inline std::string BlueBitmap() {
+  return {
+      "BM:\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\1\0\0\0\1\0\0\0\1\0\x18\0\0\0\0\0\4\0\0\0"
+      "\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\xff\0\0\0",
+      58};
+}
+
 class AppTest : public TempTree {
  protected:
   AppTest() {

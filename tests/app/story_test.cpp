@@ -14,13 +14,8 @@ class StoryTest : public AppTest {
     MakeFile("data/a/one.txt", "the same words");
     MakeFile("data/b/two.txt", "the same words");
     MakeFile("data/empty");
-    // A bitmap of one blue pixel.
-    const std::string bitmap(
-        "BM:\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\1\0\0\0\1\0\0\0\1\0\x18\0\0\0\0\0\4\0\0\0"
-        "\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\xff\0\0\0",
-        58);
-    MakeFile("data/a/blue.bmp", bitmap);
-    MakeFile("data/b/blue.bmp", bitmap);
+    MakeFile("data/a/blue.bmp", BlueBitmap());
+    MakeFile("data/b/blue.bmp", BlueBitmap());
   }
   int RowOf(ResultList kind, const std::string& path) {
     const ListView& list = List(kind);
