@@ -32,8 +32,12 @@ class MenuItem : public Control {
 // A menu that is switched off takes all that is in it along, shortcuts too.
 class Menu : public Control {
  public:
-  // No item stands for a line between others. Items outlive the menu.
-  Menu(std::string caption, std::vector<MenuItem*> items) : caption_(std::move(caption)), items_(std::move(items)) {}
+  // No item stands for a line between others. Items outlive the menu. `help` goes for those without a topic of their
+  // own.
+  Menu(std::string caption, std::vector<MenuItem*> items, std::int32_t help = 0)
+      : caption_(std::move(caption)), items_(std::move(items)) {
+    HelpContextID = help;
+  }
 
   const std::string& Caption() const { return caption_; }
   const std::vector<MenuItem*>& Items() const { return items_; }

@@ -1,5 +1,6 @@
 #include "qt/binder.h"
 
+#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFocusEvent>
@@ -160,24 +161,20 @@ std::int32_t HelpTopicOf(const QMenu& menu) {
   return item != nullptr && item->HelpContextID != 0 ? item->HelpContextID : HelpTopicAt(&menu);
 }
 
-// A menu takes all keys for itself.
-class MenuHelp : public QObject {
+// Menus and opened lists take all keys for themselves.
+class PopupHelp : public QObject {
  public:
-  MenuHelp(QMenu& menu, std::function<void(std::int32_t topic)> ask)
-      : QObject(&menu), menu_(menu), ask_(std::move(ask)) {
-    menu.installEventFilter(this);
+  PopupHelp(QWidget& popup, std::function<void()> ask) : QObject(&popup), ask_(std::move(ask)) {
+    popup.installEventFilter(this);
   }
   bool eventFilter(QObject*, QEvent* event) override {
     if (event->type() != QEvent::KeyPress || static_cast<QKeyEvent*>(event)->key() != Qt::Key_F1) return false;
-    const std::int32_t topic = HelpTopicOf(menu_);
-    menu_.close();
-    ask_(topic);
+    ask_();
     return true;
   }
 
  private:
-  QMenu& menu_;
-  const std::function<void(std::int32_t topic)> ask_;
+  const std::function<void()> ask_;
 };
 
 }  // namespace
@@ -214,8 +211,20 @@ void Binder::BindHelp(QWidget& window) const {
   });
 }
 
-void Binder::BindHelp(QMenu& menu) const {
-  new MenuHelp(menu, [this](std::int32_t topic) { AskHelp(topic); });  // the menu's child
+void Binder::BindHelp(Menu& menu, QMenu& shown) const {
+  SetControl(menu, shown);
+  new PopupHelp(shown, [this, &shown] {  // the menu's child
+    const std::int32_t topic = HelpTopicOf(shown);
+    shown.close();
+    AskHelp(topic);
+  });
+}
+
+void Binder::BindListHelp(QComboBox& widget) const {
+  new PopupHelp(*widget.view(), [this, &widget] {  // the list's child
+    widget.hidePopup();
+    AskHelp(HelpTopicAt(&widget));
+  });
 }
 
 void Binder::BindItem(Control& item, QAction& action) const { SetControl(item, action); }
@@ -293,6 +302,7 @@ void Binder::Bind(TextBox& control, QLineEdit& widget) const {
 
 void Binder::Bind(ComboBox& control, QComboBox& widget) const {
   BindState(control, widget);
+  BindListHelp(widget);
   widget.setEditable(true);
   widget.setInsertPolicy(QComboBox::NoInsert);
   widget.setCompleter(nullptr);
@@ -335,6 +345,7 @@ void Binder::Bind(ComboBox& control, QComboBox& widget) const {
 
 void Binder::Bind(ChoiceList& control, QComboBox& widget) const {
   BindState(control, widget);
+  BindListHelp(widget);
   for (std::int32_t i = 0; i < control.ListCount(); ++i) widget.addItem(ShownLine(control.List(i)));
   ShowValue(control, widget, Notice::What::Value, [&] { widget.setCurrentIndex(control.ListIndex()); });
   ShowValue(control, widget, Notice::What::BackColor, [&] { ShowGround(widget, control.BackColor()); });

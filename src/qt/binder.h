@@ -15,6 +15,7 @@
 #include "controls/frame.h"
 #include "controls/image.h"
 #include "controls/label.h"
+#include "controls/menu.h"
 #include "controls/mouse_pointer.h"
 #include "controls/option_button.h"
 #include "controls/panel.h"
@@ -72,8 +73,8 @@ class Binder {
   void BindHelp(Control& form, QWidget& window) const;
   // The same in a window without a form, such as a box: for what it stands over.
   void BindHelp(QWidget& window) const;
-  // The same in an open menu, which closes: for the item that is highlighted, or the window.
-  void BindHelp(QMenu& menu) const;
+  // The same in an open menu, which closes: for the item that is highlighted, the menu, or what it stands in.
+  void BindHelp(Menu& menu, QMenu& shown) const;
   // Which item that is.
   void BindItem(Control& item, QAction& action) const;
   std::function<void(std::int32_t context)> OnHelp;  // 0 where nothing has a topic
@@ -87,6 +88,8 @@ class Binder {
 
  private:
   void AskHelp(std::int32_t topic) const;
+  // The same in the opened list of a drop-down, which closes.
+  void BindListHelp(QComboBox& widget) const;
 
   QtEventQueue& events_;
   const Twips twips_;

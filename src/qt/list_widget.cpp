@@ -66,11 +66,7 @@ ListWidget::ListWidget(ListView& list, const Binder& binder, ListLook look, QWid
   header()->setStretchLastSection(false);
   header()->setSectionsMovable(false);
   header()->setSectionsClickable(true);
-  connect(header(), &QHeaderView::sectionClicked, this, [this](int section) {
-    binder_.Deliver([&] {
-      if (list_.OnColumnClick) list_.OnColumnClick(static_cast<std::int16_t>(section + 1));
-    });
-  });
+  connect(header(), &QHeaderView::sectionClicked, this, [this](int section) { SortBy(section); });
   ShowColumns();
   Follow(list_, *this, [this](const Notice& notice) { Hear(notice); });
   binder_.BindState(list_, *this);
@@ -111,6 +107,19 @@ void ListWidget::ShowColumns() {
     setColumnHidden(i, width == 0);
     if (width > 0) setColumnWidth(i, binder_.Scale().ColumnPixels(width));
   }
+}
+
+void ListWidget::SortBy(int section) {
+  binder_.Deliver([&] {
+    if (list_.OnColumnClick) list_.OnColumnClick(static_cast<std::int16_t>(section + 1));
+  });
+}
+
+int ListWidget::ShownSection(int number) const {
+  for (int section = 0; section < list_.Columns(); ++section) {
+    if (!isColumnHidden(section) && --number == 0) return section;
+  }
+  return -1;
 }
 
 std::int32_t ListWidget::RowAt(const QPoint& point) const { return indexAt(point).row() + 1; }
@@ -260,11 +269,9 @@ void ListWidget::keyPressEvent(QKeyEvent* event) {
   const int key = event->key();
   const bool control = event->modifiers().testFlag(Qt::ControlModifier);
   if (control && key >= Qt::Key_1 && key <= Qt::Key_9) {
-    const auto column = static_cast<std::int16_t>(key - Qt::Key_0);
-    if (column > list_.Columns() || isColumnHidden(column - 1)) return;
-    return binder_.Deliver([&] {
-      if (list_.OnColumnClick) list_.OnColumnClick(column);
-    });
+    const int section = ShownSection(key - Qt::Key_0);
+    if (section >= 0) SortBy(section);
+    return;
   }
   if (model()->rowCount() == 0) return event->ignore();
   if (const std::int32_t row = RowOfKey(key)) {

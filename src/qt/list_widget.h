@@ -22,8 +22,9 @@ struct ListLook {
 // Shows a list. What is selected are bits of the control's rows, however many: the toolkit knows only the current row.
 //
 // Keys besides the usual: Space marks, or unmarks, all selected rows like the current one; Enter, or what the look
-// names, is a double click; Ctrl and a digit sorts by the column of that number; Menu or Shift+F10 is the right button.
-// Letters typed quickly go to the next name that begins with them; one letter over and over goes from name to name.
+// names, is a double click; Ctrl and a digit sorts by the column of that number, hidden ones not counted; Menu or
+// Shift+F10 is the right button. Letters typed quickly go to the next name that begins with them; one letter over and
+// over goes from name to name.
 class ListWidget : public QTreeView {
  public:
   ListWidget(ListView& list, const Binder& binder, ListLook look, QWidget* parent);
@@ -58,6 +59,9 @@ class ListWidget : public QTreeView {
   void GoWithSelectedItem();
   void ToggleMarks(std::int32_t row);
   void ToggleMark(std::int32_t row);
+  void SortBy(int section);
+  // The section of the column of that number among those that show, -1 if there are fewer.
+  int ShownSection(int number) const;
   // The row that a key goes to from the current one, 0 for no such key.
   std::int32_t RowOfKey(int key) const;
 

@@ -100,7 +100,7 @@ MainWindowView::MainWindowView(FrmMain& frm, const Binder& binder, const ListTip
 void MainWindowView::BuildMenus() {
   for (Menu* const menu : frm_.Menus()) {
     QMenu* const shown = menuBar_.addMenu(Caption(menu->Caption()));
-    binder_.BindHelp(*shown);
+    binder_.BindHelp(*menu, *shown);
     connect(shown, &QMenu::aboutToShow, this, [this, menu] { binder_.Deliver(menu->OnOpen); });
     shown->menuAction()->setEnabled(menu->Enabled());
     Follow(*menu, *this, [menu, shown](const Notice& notice) {

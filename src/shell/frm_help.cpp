@@ -15,7 +15,7 @@ bool IsOnTheNet(std::string_view link) {
 }
 
 std::string FoundText(const std::string& query, std::size_t pages) {
-  if (query.empty()) return "Contents";
+  if (HelpSearch::IsBlank(query)) return "Contents";
   return std::to_string(pages) + (pages == 1 ? " page" : " pages") + " found";
 }
 

@@ -12,6 +12,13 @@ namespace {
 constexpr std::int32_t kSearchOptionHelp = 118;
 constexpr std::int32_t kSearchHelp = 120;
 
+void SetResultHelp(FrmMain& frm) {
+  for (ListView& lst : frm.results.lstResult) lst.HelpContextID = kResultsHelp;
+  frm.results.tabMain.HelpContextID = kResultsHelp;
+  frm.frmFileOp.HelpContextID = kPreviewHelp;
+  frm.cmdTask.HelpContextID = frm.mnuFile.HelpContextID;
+}
+
 void SetDefaults(FrmMain& frm) {
   for (std::int32_t i = 0; i < frm.lstSrchType.Count(); ++i) {
     frm.lstSrchType.SetTicked(i, i != static_cast<std::int32_t>(SrchType::Portions));
@@ -37,6 +44,7 @@ SearchControls::SearchControls() {
 
 FrmMain::FrmMain() : Window("Tresmor - No Duplicate Files", {0, 0, 10140, 7524}) {
   HelpContextID = kOverviewHelp;
+  SetResultHelp(*this);
   results.tabMain.Left = 120;
   results.tabMain.Top = 3360;
   results.tabMain.Width = 6015;

@@ -40,6 +40,8 @@ constexpr HelpContext kContexts[] = {
     {118, "search.htm#options"},
     {119, "sessions.htm"},
     {120, "search.htm"},
+    {kResultsHelp, "results.htm"},
+    {kPreviewHelp, "preview.htm"},
 };
 
 }  // namespace

@@ -14,6 +14,9 @@ using HelpTopic = std::variant<std::string, std::int32_t>;
 
 // The HelpContextID of the first page, which tells of the window and of the help itself.
 inline constexpr std::int32_t kOverviewHelp = 102;
+// Those of the result lists and of the pictures beside them.
+inline constexpr std::int32_t kResultsHelp = 121;
+inline constexpr std::int32_t kPreviewHelp = 122;
 
 inline constexpr char kQuickStartPage[] = "quickstart.htm";
 inline constexpr char kMarkPage[] = "mark.htm";

@@ -51,6 +51,8 @@ void HelpSearch::Add(std::string_view title, std::string_view html) {
   pages_.push_back({WordsOf(title), WordsOf(PlainText(html))});
 }
 
+bool HelpSearch::IsBlank(std::string_view query) { return WordsOf(query).empty(); }
+
 std::size_t HelpSearch::Weight(const Page& page, const std::vector<std::string>& query) {
   constexpr std::size_t kTitleWeight = 10;
   std::size_t weight = 0;

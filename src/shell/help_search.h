@@ -16,8 +16,11 @@ class HelpSearch {
   void Add(std::string_view title, std::string_view html);
   bool IsEmpty() const { return pages_.empty(); }
 
+  // Whether `query` has no word in it to look for.
+  static bool IsBlank(std::string_view query);
+
   // The pages on which a word begins with each of the words in `query`, in any case of letters, those that say most of
-  // them first: a word in the title counts for ten in the text. All pages in their order if `query` has no word in it.
+  // them first: a word in the title counts for ten in the text. All pages in their order for a blank query.
   std::vector<std::size_t> Find(std::string_view query) const;
 
  private:

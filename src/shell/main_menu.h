@@ -40,7 +40,8 @@ struct MainMenu {
   MenuItem mnuClearMarks{"&Clear all marks", "Ctrl+C", 100};
   Menu mnuFile{"&Result Files",
                {&mnuOpen, &mnuOpenEditor, &mnuOpenFolder, &mnuDelete, &mnuMove, &mnuCopy, &mnuRen, &mnuExport, nullptr,
-                &mnuPropPage, &mnuShowVer, nullptr, &mnuSmartDel, &mnuMarkAll, &mnuMarkSelected, &mnuClearMarks}};
+                &mnuPropPage, &mnuShowVer, nullptr, &mnuSmartDel, &mnuMarkAll, &mnuMarkSelected, &mnuClearMarks},
+               101};
 
   MenuItem mnuHelp{"&Content and Index"};
   MenuItem mnuSuppForum{"Online &Support Forum", "", 107};
@@ -48,8 +49,8 @@ struct MainMenu {
   MenuItem mnuEmail{std::string("&Email Tresmor (") + kMailAddress + ")"};
   MenuItem mnuChkUpdate{"&Check if new version available"};
   MenuItem mnuAbout{"About Tresmor"};
-  Menu mnuMainHelp{"&Help",
-                   {&mnuHelp, nullptr, &mnuSuppForum, &mnuWebSite, &mnuEmail, &mnuChkUpdate, nullptr, &mnuAbout}};
+  Menu mnuMainHelp{
+      "&Help", {&mnuHelp, nullptr, &mnuSuppForum, &mnuWebSite, &mnuEmail, &mnuChkUpdate, nullptr, &mnuAbout}, 107};
 
   std::vector<Menu*> Menus() { return {&MnuMain, &mnuSrchSession, &mnuFile, &mnuMainHelp}; }
 };

@@ -20,8 +20,10 @@ TEST_F(HelpTest, F1IsAboutTheControl) {
                                                                 {Named("Search types"), "search.htm#options"},
                                                                 {Button("Search"), "search.htm"},
                                                                 {Button("New Search"), "search.htm"},
-                                                                {Named("Duplicates"), "overview.htm"},
-                                                                {Button("Task"), "overview.htm"}};
+                                                                {Named("Duplicates"), "results.htm"},
+                                                                {Named("Results"), "results.htm"},
+                                                                {Button("Task"), "files.htm"},
+                                                                {Named("File on show"), "preview.htm"}};
   static_cast<QTabBar*>(Named("Results"))->setCurrentIndex(1);
   Frm().results.tabMain.Select(2);
   for (const auto& [widget, page] : places) {
@@ -49,13 +51,28 @@ TEST_F(HelpTest, F1InAMenuIsAboutTheItemAndClosesTheMenu) {
   Frm().results.tabMain.Select(2);
   ask(Qt::Key_R, 6);
   ExpectHelp("files.htm#rename");
+  ask(Qt::Key_R, 1);  // the editor has no topic of its own, but the menu has
+  ExpectHelp("files.htm");
+  ask(Qt::Key_H, 4);
+  ExpectHelp("about.htm#links");
+}
+
+TEST_F(HelpTest, F1InAnOpenedListClosesItAndIsAboutTheField) {
+  auto* const field = static_cast<QComboBox*>(Named("Folder"));
+  Activate();
+  field->setFocus();
+  Key(Qt::Key_Down, Qt::AltModifier);
+  WaitUntil([] { return QApplication::activePopupWidget() != nullptr; });
+  QTest::keyClick(QApplication::activePopupWidget()->focusWidget(), Qt::Key_F1);
+  EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+  ExpectHelp("scope.htm");
 }
 
 TEST_F(HelpTest, F1InAMenuAtThePointer) {
   Frm().mnuFile.PopUp();
   WaitUntil([] { return QApplication::activePopupWidget() != nullptr; });
   QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_F1);
-  ExpectHelp("overview.htm");
+  ExpectHelp("files.htm");
 }
 
 TEST_F(HelpTest, ContentAndIndexOpensTheQuickStart) {

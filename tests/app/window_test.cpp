@@ -297,5 +297,27 @@ TEST_F(WindowTest, IconsGoWithTheColoursOfTheDesktop) {
   QApplication::setPalette(usual);
 }
 
+// The menu of F5 is off meanwhile.
+TEST_F(WindowTest, ASearchIsCancelledByTheKeyOfItsButtonAndNotByF5) {
+  for (const char* const name : {"data/1", "data/2"}) MakeSparse(name, 64LL << 30, 'x');
+  AddFolder(At("data"));
+  ExpectMessage("Be patient");
+  Frm().cmdSrch.Listen([this](const Notice& notice) {
+    if (notice.what != Notice::What::Text || notice.when != Notice::When::After) return;
+    if (Frm().cmdSrch.Caption() != kCancelCaption) return;
+    QTimer::singleShot(0, &View(), [this] {
+      Key(Qt::Key_F5);
+      EXPECT_EQ(Frm().cmdSrch.Caption(), kCancelCaption);
+      script_.Expect("Cancel Search", [](QWidget& window) { QTest::keyClick(&window, Qt::Key_Y, Qt::AltModifier); });
+      script_.Expect("Search completed", [](QWidget& window) { Find<QPushButton>(window, "OK")->click(); });
+      ExpectMessage("Smart Marker");
+      Key(Qt::Key_C, Qt::AltModifier);
+    });
+  });
+  Key(Qt::Key_F5);
+  EXPECT_TRUE(script_.IsDone());
+  EXPECT_EQ(Frm().cmdSrch.Caption(), kSearchCaption);
+}
+
 }  // namespace
 }  // namespace tresmor::tests

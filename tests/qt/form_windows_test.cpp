@@ -190,6 +190,19 @@ TEST_F(FormWindowsTest, F1AsksForTheTopicOfTheControlOrOfWhatItStandsIn) {
   EXPECT_THAT(topics, ElementsAre(100, 7));
 }
 
+TEST_F(FormWindowsTest, F1InAnOpenedListClosesItAndAsksForTheTopicOfItsField) {
+  FrmSmartDel form;
+  form.lstDate.HelpContextID = 7;
+  const auto window = Build(form, binder, tips);
+  window->show();
+  form.lstDate.SetFocus();
+  static_cast<QComboBox*>(window->focusWidget())->showPopup();
+  ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+  QTest::keyClick(QApplication::activePopupWidget()->focusWidget(), Qt::Key_F1);
+  EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+  EXPECT_THAT(topics, ElementsAre(7));
+}
+
 // Names in the list of the file dialog on show.
 QStringList ShownFiles(const QFileDialog& dialog) {
   QStringList names;

@@ -294,7 +294,7 @@ TEST(ListWidgetKeys, ControlAndADigitSort) {
   lists.Key(Qt::Key_2, Qt::ControlModifier);
   lists.Key(Qt::Key_3, Qt::ControlModifier);
   lists.Key(Qt::Key_4, Qt::ControlModifier);
-  EXPECT_EQ(lists.TakeLog(), (Log{"column 1", "column 3"})) << "a hidden column can't be clicked either";
+  EXPECT_EQ(lists.TakeLog(), (Log{"column 1", "column 3"})) << "the second column is hidden and doesn't count";
 }
 
 struct NamesStage : ListStage {

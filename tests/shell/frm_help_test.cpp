@@ -88,6 +88,15 @@ TEST_F(FrmHelpTest, FindsWordsAndOpensWhatIsFound) {
   EXPECT_EQ(Selected(), "Quick start");
 }
 
+TEST_F(FrmHelpTest, WithoutAWordTheContentsStay) {
+  form.Show(102);
+  for (const char* const query : {"?", " *.; ", " "}) {
+    form.txtFind.Text = query;
+    EXPECT_THAT(Titles(), SizeIs(HelpPages().size()));
+    EXPECT_EQ(form.lblFound.Caption(), "Contents") << query;
+  }
+}
+
 TEST_F(FrmHelpTest, ANewTopicBringsTheContentsBack) {
   form.Show(102);
   form.txtFind.Text = "nowhere at all";

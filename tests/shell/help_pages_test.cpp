@@ -153,6 +153,17 @@ TEST_F(HelpTopicsTest, EveryFormHasANumberWithOne) {
   }
 }
 
+// Those whose page isn't that of the window.
+TEST_F(HelpTopicsTest, PartsOfTheWindowHaveTheirOwn) {
+  for (const ListView& lst : frm.results.lstResult) EXPECT_EQ(HelpAddress(lst.HelpContextID), "results.htm");
+  EXPECT_EQ(HelpAddress(frm.results.tabMain.HelpContextID), "results.htm");
+  EXPECT_EQ(HelpAddress(frm.frmFileOp.HelpContextID), "preview.htm");
+  for (const Control* const files : std::initializer_list<const Control*>{&frm.cmdTask, &frm.mnuFile}) {
+    EXPECT_EQ(HelpAddress(files->HelpContextID), "files.htm");
+  }
+  EXPECT_EQ(HelpAddress(frm.mnuMainHelp.HelpContextID), "about.htm#links");
+}
+
 TEST_F(HelpTopicsTest, LeadToTheirPages) {
   EXPECT_EQ(HelpAddress("any.htm"), "any.htm");
   EXPECT_EQ(HelpAddress(100), "mark.htm");
@@ -202,23 +213,66 @@ TEST_F(HelpTopicsTest, PagesSpellCommandsAndKeysAsTheProgramDoes) {
   for (const GuardedMessage& message : kGuardedMessages) EXPECT_THAT(all, HasSubstr(message.Title));
 }
 
+std::string WordsOfPage(const std::string& file) { return ReplaceAll(ReadPage(file), "\n", " "); }
+
+// By which files can be lost.
+TEST(HelpPages, WarnOfTheLastRowWhereverMarksAreMade) {
+  const std::string mark = WordsOfPage("mark.htm");
+  EXPECT_THAT(mark, HasSubstr("if the last file of the list is alone in its group, it is treated as one of the group "
+                              "right before it</b>, as long as that has two files or more"));
+  EXPECT_THAT(mark, HasSubstr("all files of the group before it are marked, and deleting takes every copy of them"));
+  EXPECT_THAT(mark, HasSubstr("<b>Keep at least one</b> saves nothing in the group before it"));
+  EXPECT_THAT(mark, HasSubstr("look at all files of the group before it too"));
+  for (const char* const place : {"basic", "keep", "recipes"}) {
+    const std::size_t begin = mark.find("name=\"" + std::string(place) + "\"");
+    ASSERT_NE(begin, std::string::npos) << place;
+    EXPECT_THAT(mark.substr(begin, mark.find("<h", begin) - begin), HasSubstr("href=\"#lastrow\"")) << place;
+  }
+  for (const char* const page : {"quickstart.htm", "findings.htm"}) {
+    EXPECT_THAT(ReadPage(page), HasSubstr("href=\"mark.htm#lastrow\"")) << page;
+  }
+}
+
+TEST(HelpPages, TellWhatACancelLosesAndWhatIsOverwritten) {
+  EXPECT_THAT(WordsOfPage("search.htm"),
+              HasSubstr("<b>Duplicates get there only when all of them have been compared, and so do portions: "
+                        "cancelled before that, they aren't listed</b>"));
+  EXPECT_THAT(WordsOfPage("search.htm"), HasSubstr("tick <b>Show File Version</b>, files whose size nobody shares"));
+  const std::string sessions = WordsOfPage("sessions.htm");
+  EXPECT_THAT(sessions, HasSubstr("counts as the session that you loaded last, though loading failed"));
+  EXPECT_THAT(sessions, HasSubstr("<b>overwrites it without a question</b>"));
+}
+
+TEST(HelpPages, TellWhichEqualFilesAreNotListed) {
+  EXPECT_THAT(WordsOfPage("findings.htm"), HasSubstr("<b>of more than 510 those in between aren't listed at all</b>"));
+  EXPECT_THAT(ReadPage("questions.htm"), HasSubstr("href=\"findings.htm#many\""));
+}
+
+TEST(HelpPages, TellTheLimitsOfSixteenBits) {
+  const std::string limits = WordsOfPage("mark.htm").substr(WordsOfPage("mark.htm").find("name=\"limits\""));
+  for (const char* const words : {"32,767", "Run-time error '6': Overflow", "Keep at least one", "Select All",
+                                  "Get selections", "the rules of the tab Basic were not applied"}) {
+    EXPECT_THAT(limits, HasSubstr(words));
+  }
+}
+
 TEST(HelpPages, OwnUpToTheOddRules) {
-  const std::string mark = ReplaceAll(ReadPage("mark.htm"), "\n", " ");
+  const std::string mark = WordsOfPage("mark.htm");
   EXPECT_THAT(mark, HasSubstr("<td><b>Version: Keep Newest Version</b></td><td><b>the lowest version</b>"));
   EXPECT_THAT(mark, HasSubstr("<td><b>Version: Keep Oldest Version!</b></td><td><b>the highest version</b>"));
-  EXPECT_THAT(mark, HasSubstr("In every group of <b>two files or more</b>"));
+  EXPECT_THAT(mark, HasSubstr("<b>doesn't mark files without a dot in their names</b>"));
   EXPECT_THAT(mark, HasSubstr("doesn't look at files that are alone: deleting now takes your last copy"));
-  const std::string fileops = ReplaceAll(ReadPage("fileops.htm"), "\n", " ");
+  const std::string fileops = WordsOfPage("fileops.htm");
   EXPECT_THAT(fileops, HasSubstr("Sub-folders don't count"));
   EXPECT_THAT(fileops, HasSubstr("<b>With more than 2,000 marked files, one Cancel doesn't stop everything.</b>"));
   EXPECT_THAT(fileops, HasSubstr("<b>A cancel doesn't keep the emptied folders:</b>"));
-  EXPECT_THAT(ReplaceAll(ReadPage("search.htm"), "\n", " "), HasSubstr("one less than the files that were looked at"));
-  EXPECT_THAT(ReplaceAll(ReadPage("console.htm"), "\n", " "),
+  EXPECT_THAT(WordsOfPage("search.htm"), HasSubstr("one less than the files that were looked at"));
+  EXPECT_THAT(WordsOfPage("console.htm"),
               HasSubstr("With <b>--area</b> or <b>--exclude</b> a file that could not be read may go unreported"));
   EXPECT_THAT(
-      ReplaceAll(ReadPage("questions.htm"), "\n", " "),
+      WordsOfPage("questions.htm"),
       HasSubstr("If the home disk is <b>full or can't be written to</b>, there is no note, and so every file stays"));
-  EXPECT_THAT(ReplaceAll(ReadPage("files.htm"), "\n", " "), HasSubstr("Its row shows what you typed, ../letter.txt"));
+  EXPECT_THAT(WordsOfPage("files.htm"), HasSubstr("Its row shows what you typed, ../letter.txt"));
 }
 
 }  // namespace

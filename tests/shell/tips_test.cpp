@@ -71,8 +71,9 @@ class ShippedTipsTest : public testing::Test, protected tests::MainWindowWorld {
     for (const std::string& caption :
          {frm.chkExclude.Caption(), frm.chkTolerant.Caption(), frm.chkHidden.Caption(), frm.chkProtectWinDir.Caption(),
           frm.chkVer.Caption(), smartDel.chkLeaveAtLeast1.Caption(), smartDel.cmdGetSelections.Caption(),
-          options.cmdClrHist.Caption(), options.cmdResetTips.Caption(), options.chkLoadTipsAtStartup.Caption(),
-          frm.cmdTask.Caption(), window.Files().frmFileOper.chkDirStruct.Caption()}) {
+          smartDel.chkSubFolder.Caption(), options.cmdClrHist.Caption(), options.cmdResetTips.Caption(),
+          options.chkLoadTipsAtStartup.Caption(), frm.cmdTask.Caption(),
+          window.Files().frmFileOper.chkDirStruct.Caption()}) {
       captions.insert(PlainWords(caption));
     }
     AddEntries(captions, smartDel.lstDate);
@@ -121,6 +122,9 @@ TEST(ShippedTips, OwnUpToTheOddRules) {
   for (const std::string& tip : ShippedTips()) all += tip + "\n";
   EXPECT_THAT(all, HasSubstr("Unless you tick \"Portions\" or \"Show File Version\""));
   EXPECT_THAT(all, HasSubstr("\"Keep at least one\" doesn't save them"));
+  EXPECT_THAT(all, HasSubstr("one alone in the last row can keep it from the group before: look there"));
+  EXPECT_THAT(all, HasSubstr("counts it as one of the group before it, and may mark all files of that"));
+  EXPECT_THAT(all, HasSubstr("cancelled before that, they aren't listed"));
   EXPECT_THAT(all, HasSubstr("goes with all its sub-folders and the files in them"));
   EXPECT_THAT(all, HasSubstr("Only --no-verify"));
   EXPECT_THAT(all, Not(HasSubstr("each marked file once more")));
