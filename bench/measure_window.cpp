@@ -15,7 +15,9 @@
 #include <QImage>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPushButton>
 #include <QScrollBar>
+#include <QTabBar>
 #include <QTreeView>
 #include <cstdio>
 #include <cstdlib>
@@ -67,7 +69,7 @@ class Bench {
   void Marks();
   void Layout();
   void Sorts();
-  void OpenSmartMarking(const std::string& what);
+  double InSmartMarking(const std::function<void(QDialog&)>& deed);
   void SearchIn(const std::string& what, const fs::path& folder, std::vector<int> types);
   void MakeMany(const fs::path& folder);
   void MakeLarge(const fs::path& folder);
@@ -322,14 +324,14 @@ void Bench::Pictures() {
   });
 }
 
-// From the choice in the menu until the dialog stands there, painted and with all its folders; then it is closed.
-void Bench::OpenSmartMarking(const std::string& what) {
+// Does `deed` in the dialog and closes it if that hasn't. Gives the milliseconds from the choice in the menu until the
+// dialog stood there, painted and with all its folders.
+double Bench::InSmartMarking(const std::function<void(QDialog&)>& deed) {
   QAction* open = nullptr;
   for (QAction* const action : program_->View().findChildren<QAction*>()) {
     if (action->text().startsWith("&Smart Marker")) open = action;
   }
   double shown = 0;
-  int folders = 0;
   QElapsedTimer sinceChosen;
   QTimer look;
   QObject::connect(&look, &QTimer::timeout, &look, [&] {
@@ -338,21 +340,45 @@ void Bench::OpenSmartMarking(const std::string& what) {
     look.stop();
     dialog->repaint();
     shown = static_cast<double>(sinceChosen.nsecsElapsed()) * 1e-6;
-    folders = dialog->findChild<QTreeView*>()->model()->rowCount();
-    dialog->reject();
+    deed(*dialog);
+    if (dialog->isVisible()) dialog->reject();
   });
   look.start(0);
   sinceChosen.start();
-  watchdog_.Watch(what + ", shown and closed", [&] { open->trigger(); });
-  std::printf("%d folders\n", folders);
-  Print(what + ", shown", {shown}, kDialogMilliseconds);
+  open->trigger();
+  return shown;
 }
 
 void Bench::Smart() {
   constexpr std::size_t kFolders = 30'000;
   Fill(kRows / 2, kFolders);
   std::printf("%d rows\n", Duplicates().Count());
-  for (const char* const what : {"Smart Marking", "Smart Marking again"}) OpenSmartMarking(what);
+  for (const std::string what : {"Smart Marking", "Smart Marking again"}) {
+    double shown = 0;
+    int folders = 0;
+    watchdog_.Watch(what + ", shown and closed", [&] {
+      shown =
+          InSmartMarking([&](const QDialog& dialog) { folders = dialog.findChild<QTreeView*>()->model()->rowCount(); });
+    });
+    std::printf("%d folders\n", folders);
+    Print(what + ", shown", {shown}, kDialogMilliseconds);
+  }
+  Key(Qt::Key_Home);
+  Key(Qt::Key_End, Qt::ShiftModifier);
+  InSmartMarking([this](QDialog& dialog) {
+    dialog.findChild<QTabBar*>()->setCurrentIndex(1);
+    for (const char* const caption : {"Select All", "Clear All", "Get selections", "Mark"}) {
+      watchdog_.Watch(caption, [&] {
+        for (QPushButton* const button : dialog.findChildren<QPushButton*>()) {
+          if (button->text() == caption) button->click();
+        }
+        dialog.repaint();
+      });
+    }
+  });
+  int marked = 0;
+  for (std::int32_t row = 1; row <= Duplicates().Count(); ++row) marked += Duplicates().Checked(row) ? 1 : 0;
+  std::printf("%d marked\n", marked);
 }
 
 // As main() of the program, to a window that is painted and has nothing left to do.

@@ -27,11 +27,13 @@ void SelectFoldersOf(const ListView& lst, ListView& lstFolder, PathStyle style) 
   for (std::int32_t row = 1; row <= lstFolder.Count(); ++row) {
     rows.emplace(style.Key(lstFolder.CellView(row, 0, scratch)), row);
   }
-  for (std::int32_t row = 1; row <= lst.Count(); ++row) {
-    if (!lst.Selected(row)) continue;
-    const auto found = rows.find(style.Key(lst.CellView(row, kFolderItem, scratch)));
-    if (found != rows.end()) lstFolder.SetSelected(CheckedInt16(found->second), true);
-  }
+  lstFolder.ChangeMany([&] {
+    for (std::int32_t row = 1; row <= lst.Count(); ++row) {
+      if (!lst.Selected(row)) continue;
+      const auto found = rows.find(style.Key(lst.CellView(row, kFolderItem, scratch)));
+      if (found != rows.end()) lstFolder.SetSelected(CheckedInt16(found->second), true);
+    }
+  });
 }
 
 }  // namespace tresmor

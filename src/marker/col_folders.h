@@ -33,8 +33,9 @@ class ColFolders {
 // that is there already.
 void AddFolderPath(std::string_view path, ColFolders& colFolders);
 
-// Selects the rows of `lstFolder` that are folders of selected rows of the result list `lst`; other rows stay as they
-// are. A folder that isn't there counts for nothing. Fails with Overflow where a row past 32767 is meant.
+// Selects the rows of `lstFolder` that are folders of selected rows of the result list `lst`, told by one notice; other
+// rows stay as they are. A folder that isn't there counts for nothing. Fails with Overflow where a row past 32767 is
+// meant; what was selected until then stays so.
 void SelectFoldersOf(const ListView& lst, ListView& lstFolder, PathStyle style);
 
 }  // namespace tresmor

@@ -152,8 +152,8 @@ void MainWindow::BindTimers() {
 
 void MainWindow::BindDispatch() {
   // They touch nothing that an action works on.
-  const std::initializer_list<MenuItem*> harmless = {&frm.MnuQuit, &frm.mnuSuppForum, &frm.mnuWebSite, &frm.mnuEmail,
-                                                     &frm.mnuAbout};
+  const std::initializer_list<MenuItem*> harmless = {&frm.MnuQuit,  &frm.mnuSuppForum, &frm.mnuWebSite,
+                                                     &frm.mnuEmail, &frm.mnuChkUpdate, &frm.mnuAbout};
   const std::initializer_list<const MenuItem*> ownWays = {&frm.mnuSrch, &frm.mnuHelp};
   for (const Menu* const menu : frm.Menus()) {
     for (MenuItem* const item : menu->Items()) {

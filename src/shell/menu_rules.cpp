@@ -16,7 +16,6 @@ void BindMenuRules(FrmMain& frm, const std::function<bool()>& isActing) {
     }
   }
   frm.MnuMain.OnOpen = [&frm, isActing] { Enable(frm.mnuOptions, !isActing()); };
-  frm.mnuMainHelp.OnOpen = [&frm, isActing] { Enable(frm.mnuChkUpdate, !isActing()); };
   frm.mnuFile.OnOpen = [&frm] {
     const bool enabled = frm.results.Shown().Count() >= 1 && IsAtRest(frm);
     for (MenuItem* const item : frm.mnuFile.Items()) {

@@ -14,8 +14,11 @@
 namespace tresmor {
 
 void SelAllFolders(FrmSmartDel& frm, bool bSel) {
-  for (std::int32_t row = 1; row <= frm.lstFolder.Count(); ++row) frm.lstFolder.SetSelected(CheckedInt16(row), bSel);
-  frm.lstFolder.SetFocus();
+  ListView& lstFolder = frm.lstFolder;
+  lstFolder.ChangeMany([&] {
+    for (std::int32_t row = 1; row <= lstFolder.Count(); ++row) lstFolder.SetSelected(CheckedInt16(row), bSel);
+  });
+  lstFolder.SetFocus();
 }
 
 void SmartMarkerDialog::Show() {

@@ -53,7 +53,8 @@ class SmartMarkerDialog {
   const SmartMarkerDialogPorts ports_;
 };
 
-// Selects all folders, or none, and gives them the keys. Fails with Overflow past row 32767.
+// Selects all folders, or none, told by one notice, and gives them the keys. Fails with Overflow past row 32767, where
+// the rows before it stay as it made them.
 void SelAllFolders(FrmSmartDel& frm, bool bSel);
 
 }  // namespace tresmor

@@ -1,8 +1,6 @@
 // The tip of the day, the box about the program and the reminder of new versions, by keys alone and by mouse.
 #include <gtest/gtest.h>
 
-#include <fstream>
-
 #include "app/dialog_world.h"
 #include "desk/options.h"
 
@@ -30,25 +28,7 @@ class SmallDialogsTest : public DialogTest {
     for (const char* const folder : {"home/.config", "home/.config/tresmor"}) MakeFolder(folder);
     MakeFile("home/.config/tresmor/tresmor.ini", "[Tresmor/Options]\n" + lines);
   }
-  // A desktop's opener of links, which notes what it is to open.
-  void MakeOpener() {
-    MakeFolder("bin");
-    MakeFile("bin/xdg-open",
-             "#!/bin/sh\necho \"$1\" >'" + At("new") + "' && mv '" + At("new") + "' '" + At("opened") + "'\n");
-    ASSERT_EQ(chmod(At("bin/xdg-open").c_str(), 0755), 0);
-    setenv("PATH", (At("bin") + ":" + path_).c_str(), 1);
-  }
-  std::string Opened() {
-    WaitUntil([this] { return Exists("opened"); });
-    std::string line;
-    std::ifstream file(At("opened"));
-    std::getline(file, line);
-    return line;
-  }
-  ~SmallDialogsTest() override { setenv("PATH", path_.c_str(), 1); }
-
   QWidget* tip_ = nullptr;
-  const std::string path_ = getenv("PATH");
 };
 
 // --- The tip of the day. It comes at the start alone.

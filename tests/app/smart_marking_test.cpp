@@ -1,12 +1,12 @@
 // The dialog Smart Marking by keys alone and by mouse.
 #include <gtest/gtest.h>
 
-#include "app/dialog_world.h"
+#include "app/smart_marking_world.h"
 
 namespace tresmor::tests {
 namespace {
 
-class SmartMarkingTest : public DialogTest {
+class SmartMarkingTest : public SmartMarkingWorld {
  protected:
   SmartMarkingTest() {
     MakeFolder("data/below");
@@ -20,22 +20,6 @@ class SmartMarkingTest : public DialogTest {
     Frm().results.tabMain.Select(2);
   }
 
-  void ByKey(ModalScript::Answer answer) {
-    InDialog("Smart Marking", Qt::Key_K, Qt::ControlModifier, std::move(answer));
-  }
-  void ByMouse(ModalScript::Answer answer) {
-    ByMenu("Result Files", "Smart Marker...", "Smart Marking", std::move(answer));
-  }
-  static void MoreByMouse(const QWidget& window) {
-    auto* const tabs = window.findChild<QTabBar*>();
-    QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(1).center());
-  }
-  static void MoreByKey(QWidget& window) { Press(window, Qt::Key_M, Qt::AltModifier); }
-
-  static QTreeView* Folders(const QWidget& window) { return static_cast<QTreeView*>(ByName(window, "By Folder")); }
-  static QComboBox* Choice(const QWidget& window, const QString& name) {
-    return static_cast<QComboBox*>(ByName(window, name));
-  }
   // Of the folders, which the control behind the list knows.
   std::string Selected(const QWidget& window) {
     std::string selected;

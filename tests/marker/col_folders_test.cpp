@@ -100,5 +100,20 @@ TEST_F(SelectFoldersOfTest, CountsRowsIn16Bits) {
   EXPECT_THROW(SelectFoldersOf(lst, lstFolder, PathStyle::Posix()), Failure);
 }
 
+TEST_F(SelectFoldersOfTest, TellsOfAllByOneNoticeAlsoWhereItFailsMidway) {
+  for (int i = 1; i <= 32768; ++i) lstFolder.AddRow("/" + std::to_string(i) + "/");
+  int told = 0;
+  lstFolder.Listen([&](const Notice& notice) {
+    told += notice.what == Notice::What::RowsChanged && notice.when == Notice::When::After;
+  });
+  for (const char* const folder : {"/1/", "/2/", "/3/"}) AddFile(folder, true);
+  SelectFoldersOf(lst, lstFolder, PathStyle::Posix());
+  EXPECT_EQ(told, 1);
+  for (const char* const folder : {"/4/", "/5/", "/32768/", "/6/"}) AddFile(folder, true);
+  EXPECT_THROW(SelectFoldersOf(lst, lstFolder, PathStyle::Posix()), Failure);
+  EXPECT_EQ(told, 2);
+  EXPECT_THAT(Selected(), ElementsAre("/1/", "/2/", "/3/", "/4/", "/5/"));
+}
+
 }  // namespace
 }  // namespace tresmor

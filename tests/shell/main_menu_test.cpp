@@ -73,7 +73,7 @@ const std::vector<Table>& Tables() {
         {&F::mnuSuppForum, "Online &Support Forum", "", 107},
         {&F::mnuWebSite, "Tresmor &Web Site - https://tresmor.example", "", 0},
         {&F::mnuEmail, "&Email Tresmor (support@tresmor.example)", "", 0},
-        {&F::mnuChkUpdate, "&Check if new version available", "", 0, Rule::NoAction},
+        {&F::mnuChkUpdate, "&Check if new version available", "", 0},
         kLine,
         {&F::mnuAbout, "About Tresmor", "", 0}}}};
   return tables;

@@ -72,11 +72,17 @@ class SmartMarkerDialogTest : public testing::Test {
     }
     return marks;
   }
-  static int Focusings(Control& control, const std::function<void()>& deed) {
-    const auto focusings = std::make_shared<int>(0);
-    control.Listen([focusings](const Notice& notice) { *focusings += notice.what == Notice::What::Focus; });
+  // How often the control tells of such a change meanwhile.
+  static int Notices(Control& control, Notice::What what, const std::function<void()>& deed) {
+    const auto notices = std::make_shared<int>(0);
+    control.Listen([notices, what](const Notice& notice) {
+      *notices += notice.what == what && notice.when == Notice::When::After;
+    });
     deed();
-    return *focusings;
+    return *notices;
+  }
+  static int Focusings(Control& control, const std::function<void()>& deed) {
+    return Notices(control, Notice::What::Focus, deed);
   }
 
   tests::SlowEventQueue events;
@@ -243,6 +249,17 @@ TEST_F(SmartMarkerDialogTest, SelectingAllCountsRowsIn16Bits) {
   Show([](FrmSmartDel& form) {
     EXPECT_EQ(Focusings(form.lstFolder, [&] { form.cmdSelAll.OnClick(); }), 0);
     EXPECT_TRUE(form.Visible());
+    EXPECT_EQ(Selected(form).size(), 32767U) << "those before the failure";
+  });
+}
+
+TEST_F(SmartMarkerDialogTest, ManyFoldersAreSelectedByOneNotice) {
+  for (const char* const folder : {"/a/", "/b/", "/c/"}) AddFile(folder, "x");
+  for (std::int32_t row = 1; row <= 3; ++row) frm.results.Shown().SetSelected(row, true);
+  Show([](FrmSmartDel& form) {
+    for (const Button* const button : {&form.cmdSelAll, &form.cmdClrAll, &form.cmdGetSelections}) {
+      EXPECT_EQ(Notices(form.lstFolder, Notice::What::RowsChanged, [&] { button->OnClick(); }), 1);
+    }
   });
 }
 
