@@ -42,6 +42,7 @@ std::string AddTail(std::string_view s, std::string_view t) {
 }
 
 std::string_view StripNul(std::string_view s) { return s.substr(0, s.find('\0')); }
+bool HasNul(std::string_view s) { return s.find('\0') != s.npos; }
 
 std::string_view GetFileNameOf(std::string_view s, PathStyle style) { return s.substr(GetFolderOf(s, style).size()); }
 

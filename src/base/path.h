@@ -39,6 +39,9 @@ std::string SplitFileSpec(std::string_view s, unsigned parts, PathStyle style);
 std::string AddTail(std::string_view s, std::string_view t);
 // What a C routine would see of `s`.
 std::string_view StripNul(std::string_view s);
+// Whether that isn't all of it. No file has such a path, though a row of a damaged session may; a call of the system
+// would be about another file.
+bool HasNul(std::string_view s);
 // "b.txt" of "/a/b.txt" and of "b.txt"; nothing of a folder with its separator.
 std::string_view GetFileNameOf(std::string_view s, PathStyle style);
 // The rest: "/a/" of "/a/b.txt", nothing of "b.txt". A file in a root gives the root.

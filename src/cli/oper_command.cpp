@@ -1,8 +1,8 @@
 #include "cli/oper_command.h"
 
-#include <algorithm>
 #include <set>
 #include <string>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -102,20 +102,39 @@ std::string GroupsThatGo(const ResultLists& results, const OperOptions& options,
          (skips ? ", so that they are skipped without --allow-all:\n" : ":\n") + lines;
 }
 
-// A line about marked rows of a damaged session that can be no files.
-std::string RowsThatFail(const ListView& lst) {
-  const std::vector<std::string> paths = MarkedPaths(lst);
-  const auto count =
-      std::count_if(paths.begin(), paths.end(), [](const std::string& path) { return path.find('\0') != path.npos; });
-  return count == 0 ? "" : std::to_string(count) + " of them would fail: there is a NUL in the path.\n";
+// What the marked rows of a list stand for. A path counts once, in however many rows it stands.
+struct MarkedFiles {
+  std::int64_t count = 0;
+  std::int64_t bytes = 0;
+  std::int64_t none = 0;  // paths of a damaged session that can be no file's
+};
+
+MarkedFiles CountFiles(const ListView& lst) {
+  MarkedFiles marked;
+  ResultReader reader(lst);
+  std::unordered_set<std::string> known;
+  for (std::int32_t row = 1; row <= lst.Count(); ++row) {
+    if (!reader.Marked(row)) continue;
+    const auto [path, isNew] = known.emplace(reader.Path(row));
+    if (!isNew) continue;
+    ++marked.count;
+    marked.bytes += reader.Size(row);
+    marked.none += HasNul(*path) ? 1 : 0;
+  }
+  return marked;
+}
+
+std::string PathsThatFail(const MarkedFiles& marked) {
+  if (marked.none == 0) return "";
+  return std::to_string(marked.none) + " of them would fail: there is a NUL in the path.\n";
 }
 
 int PrintPlan(const ResultLists& results, const OperOptions& options, const std::string& destination,
               const ConsolePorts& ports) {
   const ListView& lst = results.List(options.list);
-  const MarkedRows marked = CountMarked(lst);
+  const MarkedFiles marked = CountFiles(lst);
   std::string text =
-      Amount(marked.count, marked.bytes) + " would be " + WhatIsDone(options) + ".\n" + RowsThatFail(lst);
+      Amount(marked.count, marked.bytes) + " would be " + WhatIsDone(options) + ".\n" + PathsThatFail(marked);
   if (options.TakesAway()) {
     EmptiedFolders emptied = EmptiedBy(results, options, destination, ports);
     text += FoldersThatGo(emptied, options);
@@ -137,7 +156,7 @@ class OperRun {
 
   // Does it, tells what went wrong, and takes rows whose files have gone off the list. Gives the exit status.
   int Run() {
-    marked_ = CountMarked(lst_).count;
+    marked_ = CountFiles(lst_).count;
     const auto step = operations_.BeginUndoStep();
     Operate();
     ports_.err.ClearProgress();

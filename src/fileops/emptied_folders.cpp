@@ -49,7 +49,8 @@ void CleanUpRules::KeepPlaceOf(const std::string& path) {
 bool CleanUpRules::MayTake(const std::string& folder) const {
   const std::string_view name = GetFileNameOf(folder, files_.Style());
   FileStat stat;
-  return name != "." && name != ".." && files_.Stat(folder, stat) == Errors::None && stat.kind == EntryKind::Folder &&
+  return name != "." && name != ".." && !LiesInTrash(files_, AddTail(folder, files_.Style().Tail())) &&
+         files_.Stat(folder, stat) == Errors::None && stat.kind == EntryKind::Folder &&
          !holding_.contains(KeyOf(stat.identity)) && !shell_.MustStay(folder, broughtTo_.destPath);
 }
 

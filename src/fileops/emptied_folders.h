@@ -38,7 +38,8 @@ class CleanUpRules {
   void KeepPlaceOf(const std::string& path);
   // Whether the folder of this path may go, if it is empty: it isn't one that must stay, above all as it holds the
   // destination or a place below it that was kept, and the path ends in its own name. In place of a folder that a link
-  // leads to the link would go, so both are left alone.
+  // leads to the link would go, so both are left alone. So are the trash and all folders in it, which can't go there
+  // once more.
   bool MayTake(const std::string& folder) const;
 
  private:

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "base/text.h"
@@ -34,7 +35,7 @@ const char* TitleOf(std::uint32_t wFunc) {
 // A NUL ends each path of a list, so one with a NUL in it would be two, neither of which was meant. No file has such a
 // path, but a row may. It is listed under a text that shows it and is no full path, so that it fails like any other.
 std::string Listed(std::string_view path) {
-  if (path.find('\0') == path.npos) return std::string(path);
+  if (!HasNul(path)) return std::string(path);
   return "(NUL in its path) " + ReplaceAll(path, std::string_view("\0", 1), "\\0");
 }
 
@@ -70,6 +71,7 @@ std::int32_t Transfer::TransferMarked(const ListView& lst, const TransferOptions
   ClrPreview(preview_);
   const std::vector<std::string> paths = MarkedPaths(lst);
   const bool toOneFolder = !options.bDirStruct && options.wFunc != FO_DELETE;
+  std::unordered_set<std::string> known;  // that some operation has or had in its list
   std::int32_t rc = 0;
   for (std::size_t first = 0; first < paths.size(); first += kBatchFiles) {
     FileOper oper{.wFunc = options.wFunc,
@@ -80,10 +82,12 @@ std::int32_t Transfer::TransferMarked(const ListView& lst, const TransferOptions
     if (toOneFolder) oper.pTo = options.destPath;
     const std::size_t end = std::min(first + kBatchFiles, paths.size());
     for (std::size_t i = first; i < end; ++i) {
+      if (!known.insert(paths[i]).second) continue;
       const std::string path = Listed(paths[i]);
       AddPath(oper.pFrom, path);
       if (options.bDirStruct) AddPath(oper.pTo, MapDestPath(options.destPath, path, ports_.files.Style()));
     }
+    if (oper.pFrom.empty()) continue;
     oper.pFrom += '\0';
     if (options.bDirStruct) oper.pTo += '\0';
     rc = ShFileOper(oper);

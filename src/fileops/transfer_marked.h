@@ -52,9 +52,9 @@ class Transfer {
   // told in a box, a cancel too.
   std::int32_t ShFileOper(const FileOper& oper);
 
-  // Deletes, moves or copies the files of the marked rows, 2,000 at a time, and gives the code of the last operation,
-  // 0 if nothing is marked. An operation that fails keeps none of the next from being tried, and its code is lost
-  // unless it is the last. A row with a NUL in its path fails, since no file has one.
+  // Deletes, moves or copies the files of the marked rows, 2,000 at a time, of which each path is done once, and gives
+  // the code of the last operation, 0 if nothing is marked. An operation that fails keeps none of the next from being
+  // tried, and its code is lost unless it is the last. A row with a NUL in its path fails, since no file has one.
   std::int32_t TransferMarked(const ListView& lst, const TransferOptions& options);
 
   // Moves the folders of marked rows that hold no file any more to the trash, with the sub-folders in them, in one

@@ -39,7 +39,7 @@ enum class OperationCode : int {
   WriteFault = 29,
   ReadFault = 30,
   DiskFull = 112,
-  SameFile = 113,  // a file onto itself, a folder into itself
+  SameFile = 113,  // a file onto itself, a folder into itself, what lies in the trash into it
   BadName = 123,   // no path, or one that the file system doesn't take
   Exists = 183,    // something else has the name
   TooLarge = 223,  // for the file system of the destination
@@ -92,6 +92,10 @@ class FileOperations {
   // was, and the others are still done; the result is that of the first that failed, or Cancelled if a cancel left any
   // untried. A path that stands there twice, or went with its folder before, is done once and is no failure. Missing
   // folders at the destination are made. A source is removed only when its copy is complete and on the disk.
+  //
+  // What was replaced after it was looked at is left alone (Changed), as its identity tells. File systems that make
+  // inode numbers up as they go may give a file another one meanwhile: there it is left alone though it is the same,
+  // and the next try may do it.
   virtual OperationResult ShFileOperation(const ShFileOpStruct& operation, OperationWatch& watch) = 0;
 };
 

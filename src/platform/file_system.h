@@ -128,4 +128,13 @@ class FileSystem {
   virtual bool IsTrash(std::string_view folder) const = 0;
 };
 
+// Whether `folder`, which has a separator at its end, is a trash folder or lies in one, by its path.
+inline bool LiesInTrash(const FileSystem& files, std::string_view folder) {
+  const char separator = files.Style().separator;
+  for (std::size_t end = folder.find(separator); end != folder.npos; end = folder.find(separator, end + 1)) {
+    if (files.IsTrash(folder.substr(0, end + 1))) return true;
+  }
+  return false;
+}
+
 }  // namespace tresmor

@@ -5,7 +5,7 @@
 
 namespace tresmor {
 
-// Any thread, unless told otherwise.
+// Any thread, unless told otherwise. A path with a NUL in it is that of no file: it fails like any other that does.
 class Shell {
  public:
   virtual ~Shell() = default;

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "base/failure.h"
+
 namespace tresmor {
 
 struct TrashPlace {
@@ -14,12 +16,19 @@ struct TrashPlace {
   std::string realFolder{};
 };
 
+// Why a path has no trash folder to go to. None: its disk has none, or what stands there is none to be used.
+struct TrashFailure {
+  Errors failure = Errors::None;
+  std::string at{};  // the folder that couldn't be opened or made
+};
+
 class TrashPlaces {
  public:
   virtual ~TrashPlaces() = default;
   // The trash folders that `path` may be renamed into, the best first; the user's own where it is on the same disk,
-  // else those at the top of the disk. Makes what is missing of them. Empty: it can't be trashed. Any thread.
-  virtual std::vector<TrashPlace> Places(const std::string& path) = 0;
+  // else those at the top of the disk. Makes what is missing of them. Empty: it can't be trashed, and `why` tells the
+  // reason; if several fail, that of the best. Any thread.
+  virtual std::vector<TrashPlace> Places(const std::string& path, TrashFailure& why) = 0;
 };
 
 }  // namespace tresmor

@@ -29,14 +29,6 @@ void DropRepeats(FolderListing& listing, PathStyle style) {
   });
 }
 
-bool LiesInTrash(const FileSystem& files, std::string_view folder) {
-  const char separator = files.Style().separator;
-  for (std::size_t end = folder.find(separator); end != std::string_view::npos; end = folder.find(separator, end + 1)) {
-    if (files.IsTrash(folder.substr(0, end + 1))) return true;
-  }
-  return false;
-}
-
 }  // namespace
 
 std::string SearchingText(const ColFiles& colFiles, const WalkNode& node, const WalkPattern& pattern) {

@@ -62,8 +62,8 @@ Trouble FileCopier::BeginAtItsPlace(Job& job) {
     job.copy = changes_.BeginCopy(job.from, job.path, failure, atSource);
     if (job.copy) return {};
     if (atSource) return SourceTrouble(failure);
-    if (failure != Errors::FileExists) return PlaceTrouble(failure, job.path, files_.Style());
-    if (Trouble trouble = job.client.PickAnother()) return trouble;
+    if (!IsOfName(failure)) return PlaceTrouble(failure, job.path, files_.Style());
+    if (Trouble trouble = job.client.PickAnother(failure)) return trouble;
   }
 }
 

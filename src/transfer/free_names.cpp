@@ -37,8 +37,7 @@ bool FreeNames::Promise(const Wish& wish, const std::string& name, const Taken& 
 }
 
 std::string FreeNames::Pick(const Wish& wish, const Taken& taken) {
-  std::string name = NumberedName(wish.name, 1, wish.most);
-  return Promise(wish, name, taken) ? name : Next(wish, taken);
+  return Promise(wish, wish.name, taken) ? wish.name : Next(wish, taken);
 }
 
 std::string FreeNames::Next(const Wish& wish, const Taken& taken) {

@@ -13,7 +13,7 @@
 
 namespace tresmor {
 
-inline constexpr std::size_t kLongestName = 255;  // bytes
+inline constexpr std::size_t kLongestName = 255;  // bytes; there are disks that count characters and take more
 
 // The name with a number in front of its extension, none for 1; its stem is shortened by whole characters where the
 // name would have more than `most` bytes. A dot in front of a name starts no extension.
@@ -28,7 +28,7 @@ class FreeNames {
   struct Wish {
     std::string folder;
     std::string name;
-    std::size_t most = kLongestName;
+    std::size_t most = kLongestName;  // bytes of a name with a number; without one it is tried as it is
   };
   // Whether something of this name stands in the folder.
   using Taken = std::function<bool(const std::string& name)>;

@@ -7,7 +7,7 @@ class TransferFile::Client final : public CopyClient {
   Client(TransferFile& transfer, Task& task) : transfer_(transfer), task_(task) {}
 
   const std::string& Place() const override { return task_.entry.to; }
-  Trouble PickAnother() override { return transfer_.PickAnother(task_); }
+  Trouble PickAnother(Errors failure) override { return transfer_.PickAnother(task_, failure); }
   bool Passed(std::int64_t bytes) override { return transfer_.passed_(bytes); }
 
   // Disks keep the time of a file more or less exactly; undo goes by what is there now.
@@ -71,12 +71,18 @@ Trouble TransferFile::Prepare(Task& task) {
 
 Trouble TransferFile::Correct(const Task& task) { return Undoable() ? tools_.log.Correct(task.entry) : Trouble{}; }
 
-Trouble TransferFile::PickAnother(Task& task) {
-  if (onCollision_ == OnCollision::Fail) return TargetTrouble(Errors::FileExists, task.entry.to);
+// A name that came from a disk of longer names is shortened where it has to be, and nowhere else.
+Trouble TransferFile::PickAnother(Task& task, Errors failure) {
+  const PathStyle style = tools_.files.Style();
+  const bool taken = failure == Errors::FileExists;
+  const bool shortens = !taken && GetFileNameOf(task.entry.to, style).size() > kLongestName;
+  if (onCollision_ == OnCollision::Fail || !(taken || shortens)) return TargetTrouble(failure, task.entry.to);
   if (!passed_(0)) return CancelledTrouble();
   const PlanItem& item = *task.item;
-  const std::string name = tools_.names.Next({item.folder, item.name}, TakenIn(item));
-  task.entry.to = JoinPath(item.folder, name, tools_.files.Style());
+  const std::string name =
+      taken ? tools_.names.Next({item.folder, item.name}, TakenIn(item))
+            : tools_.names.Pick({item.folder, NumberedName(item.name, 1, kLongestName)}, TakenIn(item));
+  task.entry.to = JoinPath(item.folder, name, style);
   return Correct(task);
 }
 

@@ -36,7 +36,7 @@ class TransferFile final : public PathOperation {
   Trouble CheckKind(const Task& task) const;
   FreeNames::Taken TakenIn(const PlanItem& item) const;
   bool IsItself(const Task& task) const;
-  Trouble PickAnother(Task& task);
+  Trouble PickAnother(Task& task, Errors failure);
   Trouble Correct(const Task& task);
 
   const TransferTools& tools_;

@@ -7,6 +7,7 @@ namespace tresmor {
 namespace {
 
 constexpr std::string_view kInfoTail = ".trashinfo";
+constexpr std::size_t kLongest = kLongestName - kInfoTail.size();  // so that the .trashinfo has a name too
 
 std::string PathIn(const TrashPlace& place, std::string_view kind, std::string_view name, PathStyle style) {
   return JoinPath(JoinPath(place.folder, kind, style), name, style);
@@ -20,7 +21,7 @@ std::string InfoPath(const TrashPlace& place, const std::string& name, PathStyle
 
 FreeNames::Wish TrashFile::WishFor(const Task& task, const TrashPlace& place) const {
   const PathStyle style = tools_.files.Style();
-  return {place.folder, std::string(GetFileNameOf(task.item->from, style)), kLongestName - kInfoTail.size()};
+  return {place.folder, NumberedName(GetFileNameOf(task.item->from, style), 1, kLongest), kLongest};
 }
 
 FreeNames::Taken TrashFile::TakenIn(const TrashPlace& place) const {
@@ -42,13 +43,27 @@ Trouble TrashFile::ChooseOtherName(Task& task, const TrashPlace& place, const st
   return tools_.log.Correct(task.entry);
 }
 
+// The path may lead there through links, as the trash's own path may.
+bool TrashFile::IsInTrash(const std::string& path, const TrashPlace& place) const {
+  const PathStyle style = tools_.files.Style();
+  for (const std::string& folder : {ParentOf(path, style), place.realFolder}) {
+    if (IsOrLiesBelow(folder, place.folder, style)) return true;
+    if (LiesInTrash(tools_.files, AddTail(folder, style.Tail()))) return true;
+  }
+  return false;
+}
+
 Trouble TrashFile::Prepare(Task& task) {
-  task.trash = tools_.trash.Places(task.item->from);
+  TrashFailure why;
+  const std::string& from = task.item->from;
+  task.trash = tools_.trash.Places(from, why);
+  if (task.trash.empty() && why.failure != Errors::None) return TargetTrouble(why.failure, why.at);
   if (task.trash.empty()) return {OperationCode::NoTrash, "its disk has no trash"};
   const TrashPlace& place = task.trash.front();
-  if (IsOrLiesBelow(place.folder, task.item->from, tools_.files.Style())) {
+  if (tools_.files.IsTrash(from) || IsOrLiesBelow(place.folder, from, tools_.files.Style())) {
     return {OperationCode::SameFile, "the trash itself lies in it"};
   }
+  if (IsInTrash(from, place)) return {OperationCode::SameFile, "it lies in the trash already"};
   ChooseName(task, place, tools_.names.Pick(WishFor(task, place), TakenIn(place)));
   return {};
 }

@@ -79,8 +79,7 @@ Trouble TargetTrouble(Errors failure, std::string_view place) {
 }
 
 Trouble PlaceTrouble(Errors failure, const std::string& to, PathStyle style) {
-  const bool ofName = failure == Errors::FileExists || failure == Errors::BadFileName;
-  return TargetTrouble(failure, ofName ? to : ParentOf(to, style));
+  return TargetTrouble(failure, IsOfName(failure) ? to : ParentOf(to, style));
 }
 
 Trouble CancelledTrouble() { return {OperationCode::Cancelled, "it was cancelled"}; }

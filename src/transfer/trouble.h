@@ -21,6 +21,9 @@ Trouble SourceTrouble(Errors failure);
 // One that is about another place, which the reason names: a folder, a disk, a file of the program.
 Trouble TargetTrouble(Errors failure, std::string_view place);
 
+// Whether it is the last name of a place that can't be had there, and another one might.
+inline bool IsOfName(Errors failure) { return failure == Errors::FileExists || failure == Errors::BadFileName; }
+
 // One of taking the place `to`: about its name, or else about the folder that it is in.
 Trouble PlaceTrouble(Errors failure, const std::string& to, PathStyle style);
 

@@ -12,7 +12,7 @@ class Undo::Client final : public CopyClient {
   Client(Undo& undo, const UndoEntry& entry, OperationWatch& watch) : undo_(undo), entry_(entry), watch_(watch) {}
 
   const std::string& Place() const override { return entry_.from; }
-  Trouble PickAnother() override { return TargetTrouble(Errors::FileExists, entry_.from); }
+  Trouble PickAnother(Errors failure) override { return TargetTrouble(failure, entry_.from); }
   bool Passed(std::int64_t bytes) override {
     undo_.progress_.bytes += bytes;
     watch_.Progress(undo_.progress_);

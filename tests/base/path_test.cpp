@@ -116,6 +116,13 @@ TEST(AddTail, AddsOnlyWhatIsMissing) {
   EXPECT_EQ(AddTail("x", ""), "x");
 }
 
+TEST(HasNul, WhereverItStands) {
+  EXPECT_TRUE(HasNul("\0"s));
+  EXPECT_TRUE(HasNul("a\0"s));
+  EXPECT_FALSE(HasNul("abc"));
+  EXPECT_FALSE(HasNul(""));
+}
+
 TEST(StripNul, EndsAtTheFirstNul) {
   const std::string buffer = "ab\0cd\0"s;
   EXPECT_EQ(StripNul(buffer), "ab");

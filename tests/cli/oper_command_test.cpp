@@ -178,6 +178,29 @@ TEST_F(OperTest, NobodyUndoesBetweenTheFilesOfAStep) {
   EXPECT_EQ(UndoLog(files, changes, "/home/state/undo").HoldAlone(), Errors::None);
 }
 
+// As no search finds it, but a session may have it.
+TEST_F(OperTest, APathThatStandsTwiceCountsOnce) {
+  for (const char* list : {"duplicates", "names"}) {
+    for (const char* path : {"/data/a/x", "/data/c/x", "/data/d/x"}) {
+      if (!Exists(path)) files.MakeFile(path, "pair");
+    }
+    SaveAndMark("x", list);
+    std::string session = AllFiles(files).at("/home/s.Tresmor");
+    for (std::size_t at = session.find("/data/a/"); at != session.npos; at = session.find("/data/a/", at)) {
+      if (session.compare(at, 9, "/data/a/|") == 0) session.replace(at, 8, "/data/c/");
+      ++at;
+    }
+    files.SetContent("/home/s.Tresmor", session);
+    EXPECT_THAT(Do("copy", {"/dest", "--list", list}).out, StartsWith("2 files (8 Bytes) would be copied "));
+    const ConsoleRun run = Do("move", {"/dest", "--yes", "--allow-all", "--list", list});
+    EXPECT_EQ(run.out, "2 files (8 Bytes) moved to '/dest'.\n");
+    EXPECT_EQ(run.err, "");
+    EXPECT_EQ(run.status, kRanThrough);
+    EXPECT_FALSE(Exists("/data/c/x"));
+    EXPECT_TRUE(Exists("/data/a/x"));
+  }
+}
+
 // More than one path for who reads on behind a NUL.
 TEST_F(OperTest, ARowWithANulInItsPathFailsAndStays) {
   for (const std::string command : {"trash", "delete"}) {

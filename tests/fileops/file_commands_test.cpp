@@ -163,6 +163,35 @@ TEST_F(FileCommandsTest, TheNextUseShowsTheLastValues) {
   commands.CopyFile();
 }
 
+TEST_F(FileCommandsTest, TicksAndTheWayOfDeletingOutliveEveryOtherUse) {
+  AddFile("/data/a");
+  files.MakeFolder("/keep");
+  const std::vector<Command> all = {&FileCommands::DelFile, &FileCommands::MoveFile, &FileCommands::CopyFile,
+                                    &FileCommands::DelFile};
+  for (const bool value : {true, false}) {
+    forms.deeds.push_back([value](FrmFileOper& form) {
+      (value ? form.optDelPermanently : form.optRecycleBin).Value = true;
+      for (CheckBox* box : {&form.chkRemoveEmptyDir, &form.chkDirStruct, &form.chkOpenDestDir, &form.chkYesToAll}) {
+        box->Value = value ? kTicked : kOff;
+      }
+      form.CancelButton.OnClick();
+    });
+    commands.DelFile();
+    for (const Command command : all) {
+      forms.deeds.push_back([value](FrmFileOper& form) {
+        EXPECT_EQ(form.optDelPermanently.Value(), value);
+        EXPECT_EQ(form.optRecycleBin.Value(), !value);
+        EXPECT_EQ(form.chkRemoveEmptyDir.Ticked(), value);
+        EXPECT_EQ(form.chkDirStruct.Ticked(), value);
+        EXPECT_EQ(form.chkOpenDestDir.Ticked(), value);
+        EXPECT_EQ(form.chkYesToAll.Ticked(), value);
+        form.CancelButton.OnClick();
+      });
+      (commands.*command)();
+    }
+  }
+}
+
 TEST_F(FileCommandsTest, ADeleteTakesTheHiddenDestinationOver) {
   AddFile("/data/a");
   AddFile("/data/b", Mark::Off);
@@ -329,6 +358,26 @@ TEST_F(FileCommandsTest, TheDestinationOpensAfterASuccess) {
   Yes();
   commands.DelFile();  // the tick is hidden
   EXPECT_THAT(shell.opened, SizeIs(2));
+}
+
+TEST_F(FileCommandsTest, RowsLeaveThenTheDestinationOpensThenTheDialogHides) {
+  AddFile("/data/a");
+  AddFile("/data/b", Mark::Off);
+  files.MakeFolder("/keep");
+  frm.chkOpenDestDir.Value = kTicked;
+  std::size_t openedWhenHidden = 0;
+  shell.onOpen = [&] {
+    EXPECT_THAT(Rows(lst), ElementsAre("/data/b"));
+    EXPECT_TRUE(frm.Visible());
+  };
+  frm.Listen([&](const Notice& notice) {
+    if (notice.what == Notice::What::Visible && notice.when == Notice::When::After && !frm.Visible()) {
+      openedWhenHidden = shell.opened.size();
+    }
+  });
+  YesTo("/keep");
+  commands.MoveFile();
+  EXPECT_EQ(openedWhenHidden, 1U);
 }
 
 // Three batches, of which one fails.

@@ -114,6 +114,24 @@ TEST_F(TransferTest, APathWithANulIsListedAsOneThatIsNoPath) {
   EXPECT_THAT(operations.Paths(operations.calls[0].pTo), ElementsAre("/d/data/a", "/d/data/one\\0/data/two"));
 }
 
+TEST_F(TransferTest, APathThatStandsTwiceIsListedOnceWhicheverBatchItIsIn) {
+  AddRows(1999);
+  for (const char* path : {"/data/7", "/data/0", "/Data/0", "/data/7"}) AddRow(path);
+  transfer.TransferMarked(lst, {.wFunc = FO_MOVE, .bDirStruct = true, .destPath = "/d"});
+  ASSERT_THAT(operations.calls, SizeIs(2));
+  EXPECT_THAT(Sources(0), SizeIs(1999));
+  EXPECT_THAT(Sources(1), ElementsAre("/Data/0"));
+  EXPECT_EQ(operations.calls[1].pTo, "/d/Data/0\0\0"s);
+}
+
+TEST_F(TransferTest, ABatchOfNothingNewIsNone) {
+  AddRows(2000);
+  AddRow("/data/0");
+  ExpectFailure(OperationCode::Denied, "no");
+  EXPECT_EQ(transfer.TransferMarked(lst, {.wFunc = FO_DELETE}), 5);
+  EXPECT_THAT(operations.calls, SizeIs(1));
+}
+
 TEST_F(TransferTest, OneMoreIsABatchOfItsOwn) {
   AddRow("/data/unmarked", tests::Mark::Off);
   AddRows(2001);
@@ -263,6 +281,18 @@ TEST_F(TransferTest, TheRootAndWhatHoldsTheDestinationStay) {
   transfer.RmEmptyDirs(lst, {"/a/keep"}, false);
   ASSERT_THAT(operations.calls, SizeIs(1));
   EXPECT_THAT(Sources(0), ElementsAre("/keeper"));
+}
+
+TEST_F(TransferTest, TheTrashAndTheFoldersInItStay) {
+  files.MakeFolder("/usb/.Trash/7/files/in");
+  files.MakeFolder("/usb/in");
+  for (const char* path : {"/usb/.Trash/7/files/in/1", "/usb/.Trash/7/files/1", "/usb/.Trash/1", "/usb/in/1"}) {
+    AddRow(path);
+  }
+  operations.stuck = {"/usb/in"};
+  transfer.RmEmptyDirs(lst, {}, false);
+  ASSERT_THAT(operations.calls, SizeIs(1));
+  EXPECT_THAT(Sources(0), ElementsAre("/usb/in"));
 }
 
 TEST_F(TransferTest, ALinkToAFolderStaysAndSoDoesTheFolder) {

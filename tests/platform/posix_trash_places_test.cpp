@@ -4,12 +4,15 @@
 #include <gtest/gtest.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/file_world.h"
@@ -34,7 +37,7 @@ class PosixTrash : public testing::Test {
     return lstat(path.c_str(), &info) == 0;
   }
   TrashPlace Place(const std::string& path) {
-    const std::vector<TrashPlace> places = places_.Places(path);
+    const std::vector<TrashPlace> places = places_.Places(path, why_);
     EXPECT_LE(places.size(), 1U);
     return places.empty() ? TrashPlace() : places[0];
   }
@@ -60,6 +63,14 @@ class PosixTrash : public testing::Test {
   std::string OfUser(const std::string& name) const { return name + std::to_string(geteuid()); }
 
   const std::unique_ptr<FileWorld> world_ = MakePosixWorld();
+  // That there is none, beside this home trash, and why.
+  void ExpectNone(const std::string& home, const std::string& path, Errors failure, const std::string& at) {
+    EXPECT_TRUE(PosixTrashPlaces(home).Places(path, why_).empty());
+    EXPECT_EQ(why_.failure, failure);
+    EXPECT_EQ(why_.at, at);
+  }
+
+  TrashFailure why_;
   PosixTrashPlaces places_{At("home/.local/share/Trash")};
 };
 
@@ -135,6 +146,46 @@ TEST_F(PosixTrash, AFolderForAllUsersComesFirst) {
   if (!mounted) GTEST_SKIP() << kNoMounts;
 }
 
+// The top of the disk fails in the same way.
+TEST_F(PosixTrash, WhyTheUsersOwnCannotBeMadeIsTold) {
+  const bool mounted = WithDisk([&] {
+    const std::string home = At("disk/home/.local/share/Trash");
+    for (const auto& [error, failure] :
+         {std::pair(ENOSPC, Errors::DiskFull), std::pair(EACCES, Errors::PermissionDenied),
+          std::pair(EROFS, Errors::PermissionDenied), std::pair(EMFILE, Errors::TooManyFiles)}) {
+      EXPECT_TRUE(WithFailingCall(SYS_mkdirat, error, [&] { ExpectNone(home, At("disk/a/file"), failure, home); }));
+    }
+    EXPECT_TRUE(WithFailingCall(SYS_openat, EMFILE,
+                                [&] { ExpectNone(home, At("disk/a/file"), Errors::TooManyFiles, At("disk/a")); }));
+  });
+  if (!mounted) GTEST_SKIP() << kNoMounts;
+}
+
+TEST_F(PosixTrash, OnAnotherDiskTheReasonIsThatOfItsTop) {
+  const std::string home = At("home/.local/share/Trash");
+  world_->MakeFile(home, "no folder, but that is no matter there");
+  const bool mounted = WithDisk([&] {
+    const std::string own = OfUser(At("disk/.Trash-"));
+    world_->MakeFile(own, "1");
+    ExpectNone(home, At("disk/a/file"), Errors::PathAccess, own);
+    std::filesystem::remove(own);
+    ASSERT_EQ(mount("", At("disk").c_str(), nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr), 0);
+    ExpectNone(home, At("disk/a/file"), Errors::PermissionDenied, own);
+  });
+  if (!mounted) GTEST_SKIP() << kNoMounts;
+}
+
+// Its top has no trash that could be made, and the home's is where one would look.
+TEST_F(PosixTrash, OnTheDiskOfTheHomeFolderTheReasonIsThatOfTheUsersOwn) {
+  const bool mounted = WithDisk([&] {
+    const std::string home = At("disk/home/.local/share/Trash");
+    world_->MakeFile(home, "no folder");
+    world_->MakeFile(OfUser(At("disk/.Trash-")), "none either");
+    ExpectNone(home, At("disk/a/file"), Errors::PathAccess, home);
+  });
+  if (!mounted) GTEST_SKIP() << kNoMounts;
+}
+
 TEST_F(PosixTrash, AFolderForAllUsersMustBeSafe) {
   const bool mounted = WithDisk([&] {
     const std::string own = OfUser(At("disk/.Trash-"));
@@ -157,12 +208,12 @@ TEST_F(PosixTrash, ALinkOrAnothersFolderIsNoTrash) {
     const std::string own = OfUser(At("disk/.Trash-"));
     world_->MakeFolder(At("disk/real"));
     world_->MakeLink(own, "real");
-    EXPECT_TRUE(places_.Places(At("disk/a/file")).empty());
+    EXPECT_TRUE(places_.Places(At("disk/a/file"), why_).empty());
     EXPECT_FALSE(Exists(At("disk/real/files")));
     std::filesystem::remove(own);
     world_->MakeFolder(own);
     ASSERT_EQ(chown(own.c_str(), 1234, 1234), 0);
-    EXPECT_TRUE(places_.Places(At("disk/a/file")).empty());
+    EXPECT_TRUE(places_.Places(At("disk/a/file"), why_).empty());
     EXPECT_FALSE(Exists(own + "/files"));
     // What is wrong with the user's folder in the shared one isn't wrong with the disk's.
     std::filesystem::remove(own);
@@ -171,7 +222,7 @@ TEST_F(PosixTrash, ALinkOrAnothersFolderIsNoTrash) {
     EXPECT_EQ(Place(At("disk/a/file")).folder, own);
     std::filesystem::remove(own + "/files");
     world_->MakeLink(own + "/files", "../real");
-    EXPECT_TRUE(places_.Places(At("disk/a/file")).empty());
+    EXPECT_TRUE(places_.Places(At("disk/a/file"), why_).empty());
   });
   if (!mounted) GTEST_SKIP() << kNoMounts;
 }
@@ -179,7 +230,7 @@ TEST_F(PosixTrash, ALinkOrAnothersFolderIsNoTrash) {
 TEST_F(PosixTrash, ADiskThatCantBeWrittenHasNone) {
   const bool mounted = WithDisk([&] {
     ASSERT_EQ(mount("", At("disk").c_str(), nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr), 0);
-    EXPECT_TRUE(places_.Places(At("disk/a/file")).empty());
+    EXPECT_TRUE(places_.Places(At("disk/a/file"), why_).empty());
   });
   if (!mounted) GTEST_SKIP() << kNoMounts;
 }
@@ -215,8 +266,8 @@ TEST_F(PosixTrash, LongPathsHaveATrashToo) {
 
 TEST_F(PosixTrash, WhatIsNotThereHasNone) {
   world_->MakeFolder(At("home"));
-  EXPECT_TRUE(places_.Places(At("missing/file")).empty());
-  EXPECT_TRUE(places_.Places(std::string("/a\0b/c", 6)).empty());
+  EXPECT_TRUE(places_.Places(At("missing/file"), why_).empty());
+  EXPECT_TRUE(places_.Places(std::string("/a\0b/c", 6), why_).empty());
   EXPECT_FALSE(Exists(At("home/.local")));
 }
 

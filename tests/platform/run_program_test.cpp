@@ -55,6 +55,25 @@ TEST_F(PosixShellTest, AFileIsOneArgumentThatNoShellReadsAndNeverAnOption) {
   EXPECT_EQ(Told(), "xdg-open\n/\n<" + (std::filesystem::current_path() / "--help").string() + ">\n");
 }
 
+// A program would get the path up to the NUL, which is that of another file.
+TEST_F(PosixShellTest, APathWithANulIsHandedToNobody) {
+  const ForNow path("PATH", root_);
+  const std::string withNul("/tmp/one\0two", 12);
+  for (const char* program : {"xdg-open", "editor", "gdbus", "dbus-send"}) MakeProgram(program);
+  MakeTold();
+  shell_.ShellOpen(withNul);
+  shell_.OpenUrl(withNul);
+  shell_.RunProgram("editor", withNul);
+  shell_.RunProgram(std::string("editor\0two", 10), "/tmp/one");
+  shell_.RunProgram("editor", "/tmp/right");
+  EXPECT_EQ(Told(), "editor\n/\n</tmp/right>\n");
+  std::filesystem::remove(At("told"));
+  EXPECT_FALSE(shell_.ShowFileProp(withNul));
+  EXPECT_FALSE(std::filesystem::exists(At("told")));
+  EXPECT_FALSE(RunToEnd({{"editor", withNul}}, "/", 5));
+  EXPECT_FALSE(std::filesystem::exists(At("told")));
+}
+
 TEST_F(PosixShellTest, PropertiesAreAskedOfTheFileManager) {
   const ForNow path("PATH", root_);
   MakeProgram("dbus-send");

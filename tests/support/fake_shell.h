@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -26,7 +27,10 @@ class FakeShell final : public Shell {
   }
   std::string DefaultEditor() const override { return defaultEditor; }
   void OpenUrl(const std::string& target) const override { opened.push_back(target); }
-  void ShellOpen(const std::string& path) const override { opened.push_back(path); }
+  void ShellOpen(const std::string& path) const override {
+    opened.push_back(path);
+    if (onOpen) onOpen();
+  }
   void RunProgram(const std::string& program, const std::string& file) const override {
     opened.push_back(program + " <" + file + ">");
   }
@@ -48,6 +52,7 @@ class FakeShell final : public Shell {
   mutable std::vector<int> asked;
   mutable std::vector<std::string> opened;
   mutable std::vector<std::string> shown;
+  std::function<void()> onOpen;  // a file or folder, once it is kept in `opened`
 };
 
 }  // namespace tresmor

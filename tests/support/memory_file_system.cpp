@@ -9,7 +9,6 @@ namespace tresmor {
 
 namespace {
 
-constexpr std::size_t kLongestName = 255;
 constexpr int kMostLinks = 40;  // links on one way, so that circles end
 
 bool IsAbsolute(std::string_view path, PathStyle style) {
@@ -118,7 +117,7 @@ Errors MemoryFileSystem::Step(std::vector<Place>& way, std::string_view name, bo
     if (way.size() > 1) way.pop_back();
     return Errors::None;
   }
-  if (name.size() > kLongestName) return Errors::BadFileName;
+  if (name.size() > longestName_) return Errors::BadFileName;
   const auto found = folder->byKey.find(style_.Key(name));
   if (found == folder->byKey.end()) return Errors::FileNotFound;
   const Place& child = *found->second;

@@ -50,7 +50,8 @@ class MemoryFileSystem final : public FileSystem {
   void SetUnreadable(const std::string& path, bool unreadable = true);  // a folder then gives nothing below it either
   void SetReadOnly(const std::string& path, bool readOnly = true);      // for MemoryFileWriter
   bool IsReadOnly(const std::string& path) const;
-  void SetForbidden(const std::string& folder);  // as if on a pseudo file system
+  void SetLongestName(std::size_t bytes) { longestName_ = bytes; }  // 255 until then; before anything uses it
+  void SetForbidden(const std::string& folder);                     // as if on a pseudo file system
 
   // The steps that MemoryFileChanges is made of. They follow links on the way, give failures as the ports do, and are
   // not recorded.
@@ -133,6 +134,7 @@ class MemoryFileSystem final : public FileSystem {
   mutable std::vector<Call> calls_;
   mutable std::size_t open_ = 0;
   mutable std::size_t peakOpen_ = 0;
+  std::size_t longestName_ = 255;
 };
 
 }  // namespace tresmor

@@ -91,6 +91,51 @@ TEST_F(FileExecutorTest, NeverCopiesOrDeletesWhereThereIsNoTrash) {
   EXPECT_THAT(Names("/home/me/Trash/info"), ElementsAre());
 }
 
+TEST_F(FileExecutorTest, SaysWhyATrashThatThereIsCannotBeUsed) {
+  Make("/a/one");
+  program.trash.home.clear();
+  program.trash.failure = {Errors::DiskFull, "/home/me/Trash"};
+  ExpectFailed(program.Do(TrashThese({"/a/one"})), OperationCode::DiskFull,
+               "/a/one could not be moved to the trash: the disk of /home/me/Trash is full.");
+  program.trash.failure = {Errors::TooManyFiles, "/a"};
+  ExpectFailed(program.Do(TrashThese({"/a/one"})), OperationCode::WriteFault,
+               "/a/one could not be moved to the trash: /a: Too many files.");
+  EXPECT_TRUE(Stands("/a/one"));
+}
+
+TEST_F(FileExecutorTest, WhatLiesInATrashIsNotTrashedOnceMore) {
+  const auto expectLeft = [this](const std::string& path, const std::string& why) {
+    ExpectFailed(program.Do(TrashThese({path})), OperationCode::SameFile,
+                 path + " could not be moved to the trash: " + why + ".");
+    EXPECT_TRUE(Stands(path));
+  };
+  Make("/home/me/Trash/files/in/one");
+  Make("/home/me/Trash/info/in.trashinfo");
+  Make("/usb/.Trash/7/files/other's");  // not where the user's own goes
+  for (const char* path :
+       {"/home/me/Trash/files/in/one", "/home/me/Trash/files/in", "/home/me/Trash/files", "/home/me/Trash/info",
+        "/home/me/Trash/info/in.trashinfo", "/usb/.Trash/7/files/other's", "/usb/.Trash/7/files", "/usb/.Trash/7"}) {
+    expectLeft(path, "it lies in the trash already");
+  }
+  expectLeft("/home/me/Trash", "the trash itself lies in it");
+  expectLeft("/usb/.Trash", "the trash itself lies in it");
+  EXPECT_THAT(changes.Calls(), ElementsAre());
+}
+
+TEST_F(FileExecutorTest, NeitherWhereLinksLeadIntoTheTrash) {
+  Make("/home/me/Trash/files/in/one");
+  files.MakeLink("/linked", "/home/me/Trash/files/in");
+  program.trash.home[0].realFolder = "/home/me/Trash/files/in";
+  ExpectFailed(program.Do(TrashThese({"/linked/one"})), OperationCode::SameFile,
+               "/linked/one could not be moved to the trash: it lies in the trash already.");
+  Make("/usb/.Trash/7/files/two");
+  files.MakeLink("/usb/linked", "/usb/.Trash/7/files");
+  program.trash.usb[0].realFolder = "/usb/.Trash/7/files";
+  ExpectFailed(program.Do(TrashThese({"/usb/linked/two"})), OperationCode::SameFile,
+               "/usb/linked/two could not be moved to the trash: it lies in the trash already.");
+  EXPECT_THAT(changes.Calls(), ElementsAre());
+}
+
 TEST_F(FileExecutorTest, SaysSoWhereAFileCannotBeRenamedIntoTheTrashSafely) {
   Make("/a/one");
   changes.SetWithoutRename("/home/me/Trash");

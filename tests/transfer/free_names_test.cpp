@@ -40,6 +40,13 @@ TEST(FreeNamesTest, PicksWhatIsNeitherTakenNorPromised) {
   EXPECT_EQ(names.Pick({"/d", "x (3)"}, taken), "x (3) (2)");
 }
 
+TEST(FreeNamesTest, WithoutANumberANameIsTriedAsItIs) {
+  FreeNames names(PathStyle::Posix());
+  const auto free = [](const std::string&) { return false; };
+  EXPECT_EQ(names.Pick({"/d", "longer.x", 7}, free), "longer.x");
+  EXPECT_EQ(names.Pick({"/d", "longer.x", 7}, free), "l (2).x");
+}
+
 TEST(FreeNamesTest, ANameComesBackWhenItIsFreeAgainButNumbersGoOn) {
   FreeNames names(PathStyle::Posix());
   const auto free = [](const std::string&) { return false; };

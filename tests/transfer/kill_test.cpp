@@ -140,7 +140,7 @@ std::string ReadFile(const std::string& path) {
 class DiskTrash final : public TrashPlaces {
  public:
   explicit DiskTrash(std::string top) : top_(std::move(top)) {}
-  std::vector<TrashPlace> Places(const std::string& path) override {
+  std::vector<TrashPlace> Places(const std::string& path, TrashFailure& /*why*/) override {
     return {{top_ + "/Trash", top_, fs::path(path).parent_path()}};
   }
 

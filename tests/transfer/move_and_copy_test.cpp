@@ -49,6 +49,47 @@ TEST_F(FileExecutorTest, CopiesAndKeepsTheSource) {
   EXPECT_EQ(changes.Count(Op::Append), 0U);
 }
 
+TEST_F(FileExecutorTest, ANameKeepsItsLengthAndOnlyANumberedOneIsShortened) {
+  files.SetLongestName(600);  // as on a disk that counts characters
+  const std::string name = std::string(300, 'x') + ".jpg";
+  Make("/a/" + name);
+  Make("/b/" + name);
+  ExpectDone(program.Do(PutThese(FO_COPY, {"/a/" + name}, "/d")));
+  ExpectDone(program.Do(PutThese(FO_COPY, {"/a/" + name}, "/usb/d")));
+  ExpectDone(program.Do(PutThese(FO_MOVE, {"/b/" + name}, "/d")));
+  EXPECT_THAT(Names("/d"), ElementsAre(std::string(247, 'x') + " (2).jpg", name));
+  EXPECT_THAT(Names("/usb/d"), ElementsAre(name));
+  EXPECT_EQ(Bytes("/d/" + name), "bytes of /a/" + name);
+}
+
+TEST_F(FileExecutorTest, ANameThatIsTooLongForTheDiskIsShortened) {
+  files.SetLongestName(600);
+  const std::string name = std::string(300, 'x') + ".jpg";
+  const std::string shortened = std::string(251, 'x') + ".jpg";
+  changes.SetWithoutRename("/usb/in place");
+  Make("/a/" + name);
+  for (const char* folder : {"/d/", "/usb/d/"}) changes.Fail(Op::Rename, folder + name, Errors::BadFileName);
+  changes.Fail(Op::BeginCopy, "/usb/in place/" + name, Errors::BadFileName);
+  for (const char* folder : {"/d", "/usb/d", "/usb/in place"}) {
+    ExpectDone(program.Do(PutThese(FO_COPY, {"/a/" + name}, folder)));
+    EXPECT_THAT(Names(folder), ElementsAre(shortened));
+  }
+  Make("/b/" + name);
+  ExpectDone(program.Do(PutThese(FO_MOVE, {"/b/" + name}, "/d")));
+  EXPECT_EQ(Bytes("/d/" + std::string(247, 'x') + " (2).jpg"), "bytes of /b/" + name);
+  EXPECT_EQ(program.Undone().putBack, 1);
+  EXPECT_TRUE(Stands("/b/" + name));
+}
+
+TEST_F(FileExecutorTest, ANameThatIsNotTooLongIsTriedOnce) {
+  Make("/a/one");
+  changes.Fail(Op::Rename, "/d/one", Errors::BadFileName);
+  ExpectFailed(program.Do(PutThese(FO_MOVE, {"/a/one"}, "/d")), OperationCode::BadName,
+               "/a/one could not be moved: the disk doesn't take the name /d/one.");
+  EXPECT_EQ(changes.Count(Op::Rename), 1U);
+  EXPECT_TRUE(Stands("/a/one"));
+}
+
 TEST_F(FileExecutorTest, CopiesAndCarriesAcrossPlainFilesAlone) {
   files.MakeLink("/a/link", "/a/one");
   ExpectFailed(program.Do(PutThese(FO_COPY, {"/a/link"}, "/d")), OperationCode::Denied,

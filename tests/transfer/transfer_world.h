@@ -18,12 +18,14 @@ namespace tresmor {
 
 class FakeTrashPlaces final : public TrashPlaces {
  public:
-  std::vector<TrashPlace> Places(const std::string& path) override {
+  std::vector<TrashPlace> Places(const std::string& path, TrashFailure& why) override {
+    why = failure;
     if (++asked == missingAt) return {};
     return path.starts_with("/usb/") ? usb : home;
   }
   std::size_t asked = 0;
   std::size_t missingAt = 0;  // the question of this number, from 1 on, finds none
+  TrashFailure failure;       // why it is that there is none
   std::vector<TrashPlace> home = {{"/home/me/Trash", ""}};
   std::vector<TrashPlace> usb = {{"/usb/.Trash-1", "/usb"}};
 };

@@ -1,14 +1,15 @@
 #include "platform/posix/file_properties.h"
 
+#include <fcntl.h>
 #include <grp.h>
 #include <pwd.h>
 #include <sys/stat.h>
 
 #include <array>
 #include <cerrno>
-#include <system_error>
 
 #include "base/date.h"
+#include "platform/posix/short_path.h"
 
 namespace tresmor {
 namespace {
@@ -46,8 +47,13 @@ std::vector<std::pair<std::string, std::string>> FileProperties(const std::strin
   std::vector<std::pair<std::string, std::string>> properties = {{"Name", path.substr(name)},
                                                                  {"Folder", path.substr(0, name)}};
   struct stat info {};
-  if (lstat(path.c_str(), &info) != 0) {
-    properties.emplace_back("Not known", std::generic_category().message(errno));
+  const ShortPath at(path);
+  Errors failure = at.Failure();
+  if (failure == Errors::None && fstatat(at.Folder(), at.Rest(), &info, AT_SYMLINK_NOFOLLOW) != 0) {
+    failure = PathFailure(errno);
+  }
+  if (failure != Errors::None) {
+    properties.emplace_back("Not known", Describe(failure));
     return properties;
   }
   properties.emplace_back("Size", std::to_string(info.st_size) + " bytes");

@@ -119,7 +119,7 @@ PosixFileWriter::PosixFileWriter(NewFiles newFiles, std::chrono::milliseconds pa
       patience_(patience) {}
 
 Errors PosixFileWriter::Replace(const std::string& path, std::string_view bytes) const {
-  if (path.empty() || path.find('\0') != std::string::npos) return Errors::BadFileName;
+  if (path.empty() || HasNul(path)) return Errors::BadFileName;
   const std::string target = ResolveLinks(path);
   Errors failure = Errors::None;
   const Descriptor folder = OpenFolderOf(target, failure);
@@ -144,7 +144,7 @@ Errors PosixFileWriter::Replace(const std::string& path, std::string_view bytes)
 
 // Name by name, so that the path may be of any length.
 Errors PosixFileWriter::MakeFolder(const std::string& folder) const {
-  if (folder.find('\0') != std::string::npos) return Errors::BadFileName;
+  if (HasNul(folder)) return Errors::BadFileName;
   Descriptor at(open(folder.starts_with('/') ? "/" : ".", O_PATH | O_DIRECTORY | O_CLOEXEC));
   if (!at.IsOpen()) return PathFailure(errno);
   for (std::size_t begin = 0; begin < folder.size();) {

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "base/path.h"
 #include "base/text.h"
 #include "platform/posix/fixed_disk.h"
 #include "platform/posix/kept_folder.h"
@@ -92,7 +93,8 @@ void PosixShell::OpenUrl(const std::string& target) const {
 bool PosixShell::ShowFileProp(const std::string& file) const {
   std::error_code failure;
   const auto path = std::filesystem::absolute(file, failure);
-  return !failure && RunToEnd(PropertyCommands(FileUri(path.string())), "/", kAnswerSeconds);
+  // What a file manager makes of a "%00" is its own affair.
+  return !failure && !HasNul(file) && RunToEnd(PropertyCommands(FileUri(path.string())), "/", kAnswerSeconds);
 }
 
 }  // namespace tresmor

@@ -39,12 +39,35 @@ struct FolderFacts {
   uid_t owner = 0;
 };
 
-bool Ask(const Descriptor& folder, FolderFacts& facts) {
+// A folder that was to be opened: open, or with the reason, or with neither, if what stands there isn't what was meant.
+struct Opened {
+  Descriptor folder;
+  Errors failure = Errors::None;
+  bool IsOpen() const { return folder.IsOpen(); }
+};
+
+// Right behind the call that opened it.
+Opened WithReason(Descriptor folder) {
+  const Errors failure = folder.IsOpen() ? Errors::None : PathFailure(errno);
+  return {std::move(folder), failure};
+}
+
+Errors Ask(const Descriptor& folder, FolderFacts& facts) {
   struct statx info {};
-  if (!folder.IsOpen()) return false;
-  if (statx(folder.Number(), "", AT_EMPTY_PATH, STATX_BASIC_STATS | STATX_MNT_ID, &info) != 0) return false;
+  constexpr unsigned kWanted = STATX_BASIC_STATS | STATX_MNT_ID;
+  if (statx(folder.Number(), "", AT_EMPTY_PATH, kWanted, &info) != 0) return PathFailure(errno);
   facts = {{info.stx_mnt_id, info.stx_dev_major, info.stx_dev_minor}, info.stx_ino, info.stx_mode, info.stx_uid};
-  return true;
+  return Errors::None;
+}
+
+// Keeps it if its facts are right.
+template <class Right>
+Opened If(Opened opened, const Right& right) {
+  FolderFacts facts;
+  if (!opened.IsOpen()) return opened;
+  const Errors failure = Ask(opened.folder, facts);
+  if (failure == Errors::None && right(facts)) return opened;
+  return {Descriptor(), failure};
 }
 
 std::string FolderOf(const std::string& path) {
@@ -52,58 +75,59 @@ std::string FolderOf(const std::string& path) {
   return folder.empty() ? "." : folder;
 }
 
-Descriptor OpenFolder(const std::string& folder) {
+Opened OpenFolder(const std::string& folder) {
   const ShortPath at(folder);
-  return at.Failure() == Errors::None ? Descriptor(openat(at.Folder(), at.Rest(), kFolder)) : Descriptor();
+  if (at.Failure() != Errors::None) return {Descriptor(), at.Failure()};
+  return WithReason(Descriptor(openat(at.Folder(), at.Rest(), kFolder)));
 }
 
-// Opens a folder of this volume, and makes it where it is missing, with those above it. None if it lies, or would lie,
-// on another one.
-Descriptor OpenOrMake(const std::string& folder, const Volume& volume) {
-  Descriptor opened = OpenFolder(folder);
-  const bool missing = !opened.IsOpen() && errno == ENOENT;
-  FolderFacts facts;
-  if (!missing) return Ask(opened, facts) && facts.volume == volume ? std::move(opened) : Descriptor();
+// Opens a folder of this volume, and makes it where it is missing, with those above it. One that lies, or would lie, on
+// another volume isn't meant.
+Opened OpenOrMake(const std::string& folder, const Volume& volume) {
+  Opened opened = OpenFolder(folder);
   const std::string above = FolderOf(folder);
-  const Descriptor parent = above == folder ? Descriptor() : OpenOrMake(above, volume);
-  if (!parent.IsOpen()) return Descriptor();
-  return OpenOrMakeFolder(parent.Number(), std::string(GetFileNameOf(folder, PathStyle::Posix())),
-                          kFolderOfThisUserAlone);
+  if (opened.IsOpen()) return If(std::move(opened), [&](const FolderFacts& facts) { return facts.volume == volume; });
+  if (above == folder) return opened;
+  const Opened parent = OpenOrMake(above, volume);
+  if (!parent.IsOpen()) return {Descriptor(), parent.failure};
+  if (opened.failure != Errors::FileNotFound) return opened;
+  return WithReason(OpenOrMakeFolder(parent.folder.Number(), std::string(GetFileNameOf(folder, PathStyle::Posix())),
+                                     kFolderOfThisUserAlone));
 }
 
-// Opens `name` in a folder, and makes it where it is missing. None unless it is a real folder, this user's, and on this
-// volume.
-Descriptor OpenOwn(const Descriptor& parent, const std::string& name, const Volume& volume) {
-  if (!parent.IsOpen()) return Descriptor();
-  Descriptor own = OpenOrMakeFolder(parent.Number(), name, kFolderOfThisUserAlone, O_NOFOLLOW);
-  FolderFacts facts;
-  const bool mine = Ask(own, facts) && facts.owner == geteuid() && facts.volume == volume;
-  return mine ? std::move(own) : Descriptor();
+// Opens `name` in a folder, and makes it where it is missing. Meant is a real folder, this user's, and on this volume.
+Opened OpenOwn(const Opened& parent, const std::string& name, const Volume& volume) {
+  if (!parent.IsOpen()) return {Descriptor(), parent.failure};
+  return If(WithReason(OpenOrMakeFolder(parent.folder.Number(), name, kFolderOfThisUserAlone, O_NOFOLLOW)),
+            [&](const FolderFacts& facts) { return facts.owner == geteuid() && facts.volume == volume; });
 }
 
-bool IsReady(const Descriptor& trash, const Volume& volume) {
-  return OpenOwn(trash, "files", volume).IsOpen() && OpenOwn(trash, "info", volume).IsOpen();
+// The trash folder if all is in it that belongs there.
+Opened Ready(Opened trash, const Volume& volume) {
+  for (const char* name : {"files", "info"}) {
+    if (Opened in = OpenOwn(trash, name, volume); !in.IsOpen()) return in;
+  }
+  return trash;
 }
 
 // The folder for all users counts only if nobody can take others' folders out of it, and is no link to elsewhere.
-Descriptor OpenShared(const Descriptor& top) {
-  Descriptor shared(openat(top.Number(), std::string(kSharedTrash).c_str(), kFolder | O_NOFOLLOW));
-  FolderFacts facts;
-  return Ask(shared, facts) && (facts.mode & S_ISVTX) != 0 ? std::move(shared) : Descriptor();
+Opened OpenShared(const Opened& top) {
+  return If(
+      WithReason(Descriptor(openat(top.folder.Number(), std::string(kSharedTrash).c_str(), kFolder | O_NOFOLLOW))),
+      [](const FolderFacts& facts) { return (facts.mode & S_ISVTX) != 0; });
 }
 
 // The highest folder from `folder` on upwards that is on its volume.
-Descriptor ClimbToTop(Descriptor folder) {
-  FolderFacts facts;
-  for (bool more = Ask(folder, facts); more;) {
-    Descriptor above(openat(folder.Number(), "..", kFolder));
+Opened ClimbToTop(Opened folder, FolderFacts facts) {
+  for (;;) {
+    Descriptor above(openat(folder.folder.Number(), "..", kFolder));
     FolderFacts factsAbove;
-    more = Ask(above, factsAbove) && factsAbove.volume == facts.volume && factsAbove.inode != facts.inode;
-    if (!more) break;
-    folder = std::move(above);
+    const bool more = above.IsOpen() && Ask(above, factsAbove) == Errors::None && factsAbove.volume == facts.volume &&
+                      factsAbove.inode != facts.inode;
+    if (!more) return folder;
+    folder.folder = std::move(above);
     facts = factsAbove;
   }
-  return folder;
 }
 
 // Empty if the system doesn't tell.
@@ -114,16 +138,19 @@ std::string PathOf(const Descriptor& folder) {
   return length > 0 ? std::string(path.data(), static_cast<std::size_t>(length)) : "";
 }
 
-std::vector<TrashPlace> AtTop(const Descriptor& top, const Volume& volume, const std::string& realFolder) {
-  const std::string path = PathOf(top);
+std::vector<TrashPlace> AtTop(const Opened& top, const Volume& volume, const std::string& realFolder,
+                              TrashFailure& why) {
+  const std::string path = PathOf(top.folder);
   if (path.empty()) return {};
   const std::string user = std::to_string(geteuid());
   const std::string begin = AddTail(path, "/");
-  if (IsReady(OpenOwn(OpenShared(top), user, volume), volume)) {
+  if (Ready(OpenOwn(OpenShared(top), user, volume), volume).IsOpen()) {
     return {{begin + std::string(kSharedTrash) + "/" + user, path, realFolder}};
   }
   const std::string own = std::string(kTrashOfUser) + user;
-  if (IsReady(OpenOwn(top, own, volume), volume)) return {{begin + own, path, realFolder}};
+  const Opened trash = Ready(OpenOwn(top, own, volume), volume);
+  if (trash.IsOpen()) return {{begin + own, path, realFolder}};
+  why = {trash.failure, begin + own};
   return {};
 }
 
@@ -131,15 +158,21 @@ std::vector<TrashPlace> AtTop(const Descriptor& top, const Volume& volume, const
 
 PosixTrashPlaces::PosixTrashPlaces(std::string homeTrash) : homeTrash_(std::move(homeTrash)) {}
 
-std::vector<TrashPlace> PosixTrashPlaces::Places(const std::string& path) {
-  Descriptor folder = OpenFolder(FolderOf(path));
+std::vector<TrashPlace> PosixTrashPlaces::Places(const std::string& path, TrashFailure& why) {
+  Opened folder = OpenFolder(FolderOf(path));
   FolderFacts facts;
-  if (!Ask(folder, facts)) return {};
-  const std::string realFolder = PathOf(folder);
-  if (!homeTrash_.empty() && IsReady(OpenOrMake(homeTrash_, facts.volume), facts.volume)) {
-    return {{homeTrash_, "", realFolder}};
+  why = {folder.IsOpen() ? Ask(folder.folder, facts) : folder.failure, FolderOf(path)};
+  if (why.failure != Errors::None) return {};
+  const std::string realFolder = PathOf(folder.folder);
+  TrashFailure home;
+  if (!homeTrash_.empty()) {
+    const Opened trash = Ready(OpenOrMake(homeTrash_, facts.volume), facts.volume);
+    if (trash.IsOpen()) return {{homeTrash_, "", realFolder}};
+    home = {trash.failure, homeTrash_};
   }
-  return AtTop(ClimbToTop(std::move(folder)), facts.volume, realFolder);
+  auto places = AtTop(ClimbToTop(std::move(folder), facts), facts.volume, realFolder, why);
+  if (home.failure != Errors::None) why = home;
+  return places;
 }
 
 }  // namespace tresmor

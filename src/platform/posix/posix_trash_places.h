@@ -11,7 +11,7 @@ class PosixTrashPlaces final : public TrashPlaces {
   explicit PosixTrashPlaces(std::string homeTrash);
 
   // Of one place at the most. `topFolder` has no links on it and, unless it is "/", no separator at its end.
-  std::vector<TrashPlace> Places(const std::string& path) override;
+  std::vector<TrashPlace> Places(const std::string& path, TrashFailure& why) override;
 
  private:
   const std::string homeTrash_;

@@ -4,9 +4,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 
+#include "base/path.h"
 #include "platform/posix/open_limit.h"
 
 namespace tresmor {
@@ -14,6 +16,12 @@ namespace tresmor {
 namespace {
 
 using Words = std::vector<char*>;
+
+// A program would get a part of it.
+bool AnyHasNul(const std::vector<Command>& commands) {
+  return std::any_of(commands.begin(), commands.end(),
+                     [](const Command& command) { return std::any_of(command.begin(), command.end(), HasNul); });
+}
 
 std::vector<Words> WordsOf(const std::vector<Command>& commands) {
   std::vector<Words> all;
@@ -53,6 +61,7 @@ int WaitFor(pid_t process) {
 }  // namespace
 
 void RunDetached(const std::vector<Command>& commands, const std::string& folder) {
+  if (AnyHasNul(commands)) return;
   const std::vector<Words> words = WordsOf(commands);
   const pid_t between = fork();
   if (between == 0) {
@@ -65,6 +74,7 @@ void RunDetached(const std::vector<Command>& commands, const std::string& folder
 }
 
 bool RunToEnd(const std::vector<Command>& commands, const std::string& folder, unsigned seconds) {
+  if (AnyHasNul(commands)) return false;
   const std::vector<Words> words = WordsOf(commands);
   const pid_t program = fork();
   if (program == 0) {

@@ -6,7 +6,7 @@
 
 namespace tresmor {
 
-// A program, looked up in PATH unless it is a path, and its arguments.
+// A program, looked up in PATH unless it is a path, and its arguments. With a NUL in one of these nothing is started.
 using Command = std::vector<std::string>;
 
 // Starts the first of `commands` that can be started, without a shell, in `folder`, with nothing to read and nowhere to

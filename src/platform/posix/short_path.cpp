@@ -74,7 +74,7 @@ std::string ResolveLinks(const std::string& path) {
 
 ShortPath::ShortPath(const std::string& path) : rest_(path.c_str()) {
   // The calls would stop at a NUL and find another file.
-  if (path.find('\0') != std::string::npos) {
+  if (HasNul(path)) {
     failure_ = Errors::BadFileName;
   } else if (path.size() >= PATH_MAX) {
     WalkDown(path);
