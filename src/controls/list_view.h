@@ -122,7 +122,7 @@ class ListView : public PlacedControl {
   std::function<void(std::int16_t column)> OnColumnClick;
   std::function<void(std::int32_t row)> OnMouseMove;  // over the row, or over none if 0
   std::function<void(MouseButton button)> OnMouseUp;  // anywhere in the list
-  // Paths that were dropped on the list by another program. A list without this one takes no drops.
+  // Paths that another program dropped on the list or around it.
   std::function<void(const std::vector<std::string>& paths)> OnDrop;
 
  private:

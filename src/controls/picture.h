@@ -7,7 +7,8 @@
 
 namespace tresmor {
 
-// Shows a picture, scaled down to its own size where it is larger.
+// Shows a picture, scaled down to its own size where that has fewer pixels. On a screen with several points to a pixel
+// a picture may have as many, and is then shown all the finer.
 class Picture : public PlacedControl {
  public:
   explicit Picture(Place place = {}) : PlacedControl(place) {}

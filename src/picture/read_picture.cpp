@@ -76,7 +76,7 @@ QSize FitInto(QSize size, QSize bounds) {
 QImage ReadPicture(const std::string& path, QSize bounds) {
   struct stat info {};
   Errors failure = Errors::None;
-  const Descriptor opened = OpenRegularFile(path, info, failure);
+  const Descriptor opened = OpenRegularFile(ResolveLinks(path), info, failure);
   QFile file;
   if (!opened.IsOpen() || !file.open(opened.Number(), QIODevice::ReadOnly)) return {};
   const Format* const format = FormatOf(file.peek(64));

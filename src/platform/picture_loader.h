@@ -23,6 +23,10 @@ class PictureLoader {
 
   // Interface thread. Drops a load that is under way.
   virtual void Drop() = 0;
+
+  // Interface thread. Whether so many dropped loads hang on their files, as on a disk that doesn't answer, that only
+  // files of the program's own had better be loaded.
+  virtual bool IsStuck() const = 0;
 };
 
 }  // namespace tresmor

@@ -12,6 +12,7 @@ struct WorkArea {
   // Of the screen, for who has twips to compare.
   float twipsPerPixelX = 15;
   float twipsPerPixelY = 15;
+  float dotsPerPixel = 1;  // how many points of the screen lie side by side in a pixel of the program's
 };
 
 class Screen {

@@ -2,16 +2,13 @@
 
 #include <QApplication>
 #include <QContextMenuEvent>
-#include <QDropEvent>
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QKeyEvent>
-#include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStyledItemDelegate>
 #include <QToolTip>
-#include <QUrl>
 #include <algorithm>
 
 #include "base/text.h"
@@ -38,16 +35,6 @@ class RowDelegate : public QStyledItemDelegate {
   const ListView& list_;
 };
 
-// Files and folders that the desktop names by local addresses.
-std::vector<std::string> LocalPaths(const QMimeData& data) {
-  std::vector<std::string> paths;
-  for (const QUrl& url : data.urls()) {
-    if (url.isLocalFile())
-      paths.push_back(QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toUtf8()).toStdString());
-  }
-  return paths;
-}
-
 }  // namespace
 
 ListWidget::ListWidget(ListView& list, const Binder& binder, ListLook look, QWidget* parent)
@@ -59,7 +46,6 @@ ListWidget::ListWidget(ListView& list, const Binder& binder, ListLook look, QWid
   setSelectionMode(NoSelection);
   setEditTriggers(NoEditTriggers);
   setMouseTracking(true);
-  setAcceptDrops(true);
   setTextElideMode(Qt::ElideMiddle);
   setItemDelegate(new RowDelegate(list_, this));
   setModel(new ListModel(list_, look_.checkBoxes, look_.icons, this));
@@ -226,20 +212,6 @@ void ListWidget::mouseMoveEvent(QMouseEvent* event) {
 void ListWidget::contextMenuEvent(QContextMenuEvent* event) {
   if (event->reason() != QContextMenuEvent::Keyboard || !list_.OnMouseUp) return;
   binder_.Deliver([&] { list_.OnMouseUp(MouseButton::Right); });
-}
-
-void ListWidget::dragEnterEvent(QDragEnterEvent* event) { dragMoveEvent(event); }
-
-void ListWidget::dragMoveEvent(QDragMoveEvent* event) {
-  if (list_.OnDrop && !LocalPaths(*event->mimeData()).empty()) event->acceptProposedAction();
-}
-
-void ListWidget::dropEvent(QDropEvent* event) {
-  const std::vector<std::string> paths = LocalPaths(*event->mimeData());
-  event->acceptProposedAction();
-  binder_.Deliver([&] {
-    if (list_.OnDrop) list_.OnDrop(paths);
-  });
 }
 
 std::int32_t ListWidget::RowOfKey(int key) const {

@@ -20,6 +20,7 @@
 #include "qt/form_parts.h"
 #include "qt/icons.h"
 #include "qt/list_widget.h"
+#include "qt/path_drops.h"
 #include "qt/picture_widget.h"
 #include "qt/tab_strip_widget.h"
 #include "shell/layout.h"
@@ -148,6 +149,9 @@ void MainWindowView::BuildScope() {
   auto* const list = new ListWidget(frm_.lstPath, binder_, std::move(look), frame);
   list->setAccessibleName("Paths");
   binder_.BindPlace(frm_.lstPath, *list);
+  new PathDrops(*frame, binder_, [this](const std::vector<std::string>& paths) {  // the frame's child
+    if (frm_.lstPath.OnDrop) frm_.lstPath.OnDrop(paths);
+  });
 }
 
 void MainWindowView::BuildScopePages(QWidget& frame) {

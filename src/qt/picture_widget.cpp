@@ -27,8 +27,7 @@ void PictureWidget::paintEvent(QPaintEvent*) {
   if (!picture || picture->width <= 0 || picture->height <= 0) return;
   const QImage image(reinterpret_cast<const uchar*>(picture->pixels.data()), picture->width, picture->height,
                      QImage::Format_ARGB32_Premultiplied);
-  // The picture's pixels are those of the screen, of which there may be several to one of the window's.
-  const QSizeF own = QSizeF(image.size()) / devicePixelRatioF();
+  const QSizeF own = image.size();
   const QSizeF shown = own.width() > width() || own.height() > height() ? own.scaled(size(), Qt::KeepAspectRatio) : own;
   const QRectF place(QPointF((width() - shown.width()) / 2, (height() - shown.height()) / 2), shown);
   QPainter painter(this);

@@ -5,7 +5,8 @@
 
 namespace tresmor {
 
-// Shows a picture in the middle of its room, scaled down where it is too large, and measures that room.
+// Shows a picture in the middle of its room, scaled down where it is too large, and measures that room. A picture's
+// pixels are the window's; one with more of them than fit uses all points of the screen.
 class PictureWidget : public QWidget {
  public:
   PictureWidget(Picture& control, const Binder& binder, QWidget* parent);

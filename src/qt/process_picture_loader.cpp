@@ -11,16 +11,31 @@
 
 namespace tresmor {
 
+namespace {
+
+bool IsOver(const QProcess* process) { return process == nullptr || process->state() == QProcess::NotRunning; }
+
+// The toolkit's own waits at its end for the process's, which may never come.
+class Helper : public QProcess {
+ public:
+  ~Helper() override {
+    disconnect();
+    setProcessState(NotRunning);
+  }
+};
+
+}  // namespace
+
 struct ProcessPictureLoader::Run {
   // Ends a process without waiting for that: one that hangs in the system on a file may take its time.
   struct Abandon {
     void operator()(QProcess* process) const {
       process->setParent(QCoreApplication::instance());  // which takes it along where it ends first
-      if (process->state() == QProcess::NotRunning) {
+      if (IsOver(process)) {
         process->deleteLater();
       } else {
-        QObject::connect(process, &QProcess::stateChanged, process, [process](QProcess::ProcessState state) {
-          if (state == QProcess::NotRunning) process->deleteLater();
+        QObject::connect(process, &QProcess::stateChanged, process, [process] {
+          if (IsOver(process)) process->deleteLater();
         });
         process->kill();
       }
@@ -30,7 +45,7 @@ struct ProcessPictureLoader::Run {
   PictureRequest asked;
   Done done;
   std::string answer{};
-  std::unique_ptr<QProcess, Abandon> process{new QProcess};
+  std::unique_ptr<QProcess, Abandon> process{new Helper};
   QTimer limit{};  // as the receiver of all signals it lets none come after the run
 };
 
@@ -41,11 +56,21 @@ ProcessPictureLoader::~ProcessPictureLoader() = default;
 
 void ProcessPictureLoader::Load(const std::string& file, std::int32_t width, std::int32_t height, Done done) {
   const auto side = [](std::int32_t pixels) { return std::clamp(pixels, 1, kMostPixelsASide); };
+  Drop();
   run_.reset(new Run{{file, side(width), side(height)}, std::move(done)});
   Begin();
 }
 
-void ProcessPictureLoader::Drop() { run_.reset(); }
+void ProcessPictureLoader::Drop() {
+  std::erase_if(dropped_, [](const QPointer<QProcess>& process) { return IsOver(process); });
+  if (run_) dropped_.emplace_back(run_->process.get());
+  run_.reset();
+}
+
+bool ProcessPictureLoader::IsStuck() const {
+  return static_cast<std::size_t>(std::ranges::count_if(
+             dropped_, [](const QPointer<QProcess>& process) { return !IsOver(process); })) >= kMostHangingHelpers;
+}
 
 void ProcessPictureLoader::Begin() {
   QProcess* const process = run_->process.get();

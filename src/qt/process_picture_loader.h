@@ -1,25 +1,36 @@
 // Pictures by a process of their own, which may crash, hang or lie without harm.
 #pragma once
 
+#include <QPointer>
 #include <chrono>
+#include <cstddef>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "platform/picture_loader.h"
 
+class QProcess;
+
 namespace tresmor {
 
-// As PictureLoader. Needs Qt's application object and event loop, on the interface thread.
+inline constexpr std::chrono::seconds kLongestPictureLoad{15};
+// As many that were ended and yet hang in the system make the loader stuck.
+inline constexpr std::size_t kMostHangingHelpers = 8;
+
+// As PictureLoader. Needs Qt's application object and event loop, on the interface thread. Neither the loader nor the
+// application waits at its end for helpers that hang.
 class ProcessPictureLoader final : public PictureLoader {
  public:
   // `helper` is the path of tresmor-picture; one that takes longer than `limit` is ended. A helper that can't be
   // started makes every picture one that can't be read.
-  explicit ProcessPictureLoader(std::string helper, std::chrono::milliseconds limit = std::chrono::seconds(15));
+  explicit ProcessPictureLoader(std::string helper, std::chrono::milliseconds limit = kLongestPictureLoad);
   ~ProcessPictureLoader() override;
 
   // Sides below 1 count as 1.
   void Load(const std::string& file, std::int32_t width, std::int32_t height, Done done) override;
   void Drop() override;
+  bool IsStuck() const override;
 
  private:
   struct Run;
@@ -30,7 +41,8 @@ class ProcessPictureLoader final : public PictureLoader {
 
   const std::string helper_;
   const std::chrono::milliseconds limit_;
-  std::unique_ptr<Run> run_;  // the load that is under way
+  std::unique_ptr<Run> run_;                 // the load that is under way
+  std::vector<QPointer<QProcess>> dropped_;  // processes of loads before
 };
 
 }  // namespace tresmor

@@ -162,22 +162,26 @@ QStringList NameFilters(const FileQuestion& question) {
   return filters;
 }
 
-// The toolkit's own dialog, also where the desktop has one: a desktop's asks about replacing before it adds the
-// extension, knows no filter for programs, and has closed before what was chosen can be refused. It names the files
-// behind links by the links, and takes nothing that it can't name.
+// Folders are asked for by the desktop's own dialog where it has one, files by the toolkit's: a desktop's asks about
+// replacing before it adds the extension, and knows no filter for programs. The toolkit's names the files behind links
+// by the links.
 class FileDialog : public QFileDialog {
  public:
-  FileDialog(const Binder& binder, const std::string& title, const QString& folder)
+  FileDialog(const Binder& binder, const std::string& title, const QString& folder, FileMode mode)
       : QFileDialog(ModalOwner(), TitleOf(title)), binder_(binder) {
     binder_.BindHelp(*this);
-    setOption(DontUseNativeDialog);
+    setOption(DontUseNativeDialog, mode != Directory);
+    setOption(ShowDirsOnly, mode == Directory);
     setOption(DontResolveSymlinks);
+    setFileMode(mode);
     if (!folder.isEmpty()) setDirectory(folder);
   }
 
   std::optional<std::string> Ask() {
-    if (exec() != Accepted || selectedFiles().isEmpty()) return std::nullopt;
-    return PathBytes(Chosen());
+    while (exec() == Accepted && !Chosen().isEmpty()) {
+      if (MayTake(Chosen())) return PathBytes(Chosen());
+    }
+    return std::nullopt;
   }
 
   // Of a file to open that isn't there by the name that was typed.
@@ -185,28 +189,66 @@ class FileDialog : public QFileDialog {
 
  protected:
   void accept() override {
+    // A desktop's has closed by now, so what is chosen there is judged after it.
+    if (fileMode() == Directory && !IsQuoted()) return QFileDialog::accept();
     const QString path = Chosen();
-    if (!IsNameOfAFile(path)) {
-      Box(QMessageBox::Warning, "This dialog can't choose a file whose name isn't UTF-8:\n" + Shown(path),
-          QMessageBox::Ok);
-    } else if (acceptMode() == AcceptSave || fileMode() == Directory || QFileInfo::exists(path) || MayCreate(path)) {
-      QFileDialog::accept();
+    const bool isFolder = QFileInfo(path).isDir();
+    if (IsQuoted() && isFolder != (fileMode() == Directory)) {
+      isFolder ? Enter(path) : Refuse("There is no folder of this name:", path);
+    } else if (MayTake(path) && MayGoOn(path)) {
+      IsQuoted() ? done(Accepted) : QFileDialog::accept();
     }
   }
 
  private:
+  // The toolkit would take what stands between quotation marks for the names of several files.
+  bool IsQuoted() const { return Typed().contains('"'); }
+  // What stands in its field, which a desktop's dialog doesn't have.
+  QString Typed() const {
+    const auto* const field = findChild<QLineEdit*>("fileNameEdit");
+    return field == nullptr ? QString() : field->text();
+  }
   QString Chosen() const {
-    const QString typed = selectedFiles().value(0);
+    const QString typed = IsQuoted() ? QuotedPath() : selectedFiles().value(0);
     const bool isWhole = extensionToTry.isEmpty() || QFileInfo::exists(typed) || !QFileInfo(typed).suffix().isEmpty();
     return isWhole ? typed : typed + '.' + extensionToTry;
   }
-  bool MayCreate(const QString& path) {
-    const QString question = " doesn't exist.\nDo you want to create it?";
+  // With the extension that the toolkit gives to other names.
+  QString QuotedPath() const {
+    const QFileInfo file(directory(), Typed());
+    const bool isWhole = defaultSuffix().isEmpty() || file.isDir() || file.fileName().contains('.');
+    return file.absoluteFilePath() + (isWhole ? QString() : '.' + defaultSuffix());
+  }
+
+  // Of a path that the toolkit can name exactly. A folder's may come from the desktop, which leaves such a character in
+  // place of what it can't tell.
+  bool MayTake(const QString& path) {
+    const bool isExact = fileMode() != Directory || !path.contains(QChar::ReplacementCharacter);
+    if (IsNameOfAFile(path) && isExact) return true;
+    const QString what = fileMode() == Directory ? "folder" : "file";
+    Refuse("This dialog can't choose a " + what + " whose name isn't UTF-8:", path);
+    return false;
+  }
+  bool MayGoOn(const QString& path) {
+    if (fileMode() == Directory) return true;
+    const bool exists = QFileInfo::exists(path);
+    if (acceptMode() == AcceptOpen) return exists || Confirm(path, " doesn't exist.\nDo you want to create it?");
+    return !exists || !IsQuoted() || Confirm(path, " already exists.\nDo you want to replace it?");
+  }
+  void Enter(const QString& folder) {
+    setDirectory(folder);
+    findChild<QLineEdit*>("fileNameEdit")->clear();
+  }
+
+  void Refuse(const QString& words, const QString& path) {
+    Box(QMessageBox::Warning, words + '\n' + Shown(path), QMessageBox::Ok);
+  }
+  bool Confirm(const QString& path, const QString& question) {
     return Box(QMessageBox::Question, Shown(path) + question, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
   }
   static QString Shown(const QString& path) { return ShownLine(EditedBytes(path)); }
   int Box(QMessageBox::Icon icon, const QString& text, QMessageBox::StandardButtons buttons) {
-    QMessageBox box(icon, windowTitle(), text, buttons, this);
+    QMessageBox box(icon, windowTitle(), text, buttons, ModalOwner());
     box.setTextFormat(Qt::PlainText);
     binder_.BindHelp(box);
     return box.exec();
@@ -238,10 +280,10 @@ BoxAnswer QtDialogs::MessageBox(const BoxText& text, BoxIcon icon, const std::st
 std::optional<std::string> QtDialogs::OpenFileDlg(const FileQuestion& question) {
   const QFileInfo start(PathText(question.startName));
   FileDialog dialog(binder_, question.title,
-                    NearestFolder(start.isAbsolute() ? start.absolutePath() : PathText(question.startFolder)));
+                    NearestFolder(start.isAbsolute() ? start.absolutePath() : PathText(question.startFolder)),
+                    QFileDialog::AnyFile);
   const bool saves = question.mode == FileDialogMode::Save;
   dialog.setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-  dialog.setFileMode(QFileDialog::AnyFile);
   dialog.setNameFilters(NameFilters(question));
   const QString extension = ShownLine(question.defaultExtension);
   if (std::any_of(question.filters.begin(), question.filters.end(), MeansPrograms)) {
@@ -256,9 +298,7 @@ std::optional<std::string> QtDialogs::OpenFileDlg(const FileQuestion& question) 
 }
 
 std::optional<std::string> QtDialogs::BrowseFolder(const std::string& title, const std::string& startDir) {
-  FileDialog dialog(binder_, title, NearestFolder(PathText(startDir)));
-  dialog.setFileMode(QFileDialog::Directory);
-  dialog.setOption(QFileDialog::ShowDirsOnly);
+  FileDialog dialog(binder_, title, NearestFolder(PathText(startDir)), QFileDialog::Directory);
   return dialog.Ask();
 }
 

@@ -6,12 +6,14 @@
 namespace tresmor {
 
 WorkArea QtScreen::GetWorkArea() const {
-  const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
+  const QScreen& screen = *QGuiApplication::primaryScreen();
+  const QRect area = screen.availableGeometry();
   const auto twips = static_cast<float>(twips_.PerPixel());
   return {.right = area.x() + area.width(),
           .bottom = area.y() + area.height(),
           .twipsPerPixelX = twips,
-          .twipsPerPixelY = twips};
+          .twipsPerPixelY = twips,
+          .dotsPerPixel = static_cast<float>(screen.devicePixelRatio())};
 }
 
 }  // namespace tresmor

@@ -14,8 +14,8 @@ namespace {
 
 constexpr std::array<std::string_view, 9> kPicExts = {"jpeg", "jpg", "gif", "bmp", "ico", "rle", "cur", "wmf", "emf"};
 
-std::int32_t Pixels(float twips, float twipsPerPixel) {
-  return std::max(1, static_cast<std::int32_t>(std::lround(twips / twipsPerPixel)));
+std::int32_t Dots(float twips, float twipsPerDot) {
+  return std::max(1, static_cast<std::int32_t>(std::lround(twips / twipsPerDot)));
 }
 
 }  // namespace
@@ -37,8 +37,12 @@ bool IsPicExt(std::string_view sFile) {
 Preview::Preview(const ResultLists& results, PreviewPane& pane, const PreviewPorts& ports)
     : results_(results), pane_(pane), ports_(ports) {
   pane_.chkPreview.OnClick = [this] {
-    if (!pane_.chkPreview.Ticked()) Clear();
+    if (!pane_.chkPreview.Ticked()) ClrPreview(pane_);
   };
+  pane_.imgPreview.Listen([this](const Notice& notice) {
+    const bool isNew = notice.what == Notice::What::Value && notice.when == Notice::When::After;
+    if (isNew && pane_.imgPreview.File().empty()) ports_.loader.Drop();
+  });
 }
 
 void Preview::Show() {
@@ -46,36 +50,27 @@ void Preview::Show() {
   const std::int32_t row = lst.SelectedItem();
   if (row == 0 || !pane_.chkPreview.Ticked()) return;
   const std::string path = PathOf(lst, row);
-  Clear();
+  ClrPreview(pane_);
   if (!IsPicExt(path)) return;
   pane_.imgPreview.Visible = true;
   pane_.imgPreview.File = path;
   pane_.txtFilename.Text = lst.Cell(row, kNameItem);
   pane_.txtFilename.ToolTipText = path;
-  Load(path, [this, path](SharedImage picture) { Arrive(path, std::move(picture)); });
+  if (ports_.loader.IsStuck()) return ShowErrorPicture();
+  Load(path, [this](SharedImage picture) {
+    if (!picture) return ShowErrorPicture();
+    pane_.imgPreview.Image = std::move(picture);
+  });
 }
 
-void Preview::Clear() {
-  ports_.loader.Drop();
-  ClrPreview(pane_);
+void Preview::ShowErrorPicture() {
+  Load(ports_.errorPicture, [this](SharedImage picture) { pane_.imgPreview.Image = std::move(picture); });
 }
 
 void Preview::Load(const std::string& file, PictureLoader::Done done) {
-  const float twipsPerPixel = ports_.twipsPerPixel();
-  ports_.loader.Load(file, Pixels(pane_.imgPreview.Width(), twipsPerPixel),
-                     Pixels(pane_.imgPreview.Height(), twipsPerPixel), std::move(done));
-}
-
-// Others may have cleared the pane meanwhile.
-void Preview::Arrive(const std::string& path, SharedImage picture) {
-  if (pane_.imgPreview.File() != path) return;
-  if (picture) {
-    pane_.imgPreview.Image = std::move(picture);
-    return;
-  }
-  Load(ports_.errorPicture, [this, path](SharedImage errorPicture) {
-    if (pane_.imgPreview.File() == path) pane_.imgPreview.Image = std::move(errorPicture);
-  });
+  const float twipsPerDot = ports_.twipsPerDot();
+  ports_.loader.Load(file, Dots(pane_.imgPreview.Width(), twipsPerDot), Dots(pane_.imgPreview.Height(), twipsPerDot),
+                     std::move(done));
 }
 
 }  // namespace tresmor

@@ -22,7 +22,7 @@ struct PreviewPane {
   TextBox txtFilename;                       // its text can be selected, not changed
 };
 
-// Lets go of the picture on show, whose file may be about to go. Interface thread.
+// Lets go of the picture on show, or on its way, whose file may be about to go. Interface thread.
 void ClrPreview(PreviewPane& pane);
 
 // Whether a path's extension is that of a picture, in any case.
@@ -32,14 +32,15 @@ struct PreviewPorts {
   PictureLoader& loader;
   // A picture that says that a file can't be read.
   std::string errorPicture;
-  // Of the screen that shows the pane, when it is asked.
-  std::function<float()> twipsPerPixel;
+  // Of a point of the screen that shows the pane, when it is asked.
+  std::function<float()> twipsPerDot;
 };
 
 // Shows a row's picture, which comes some time after the click. Interface thread.
 class Preview {
  public:
-  // Binds chkPreview. The preview lives as long as the pane and the loader.
+  // Binds chkPreview, and drops the load when the pane is cleared. The preview lives as long as the pane and the
+  // loader.
   Preview(const ResultLists& results, PreviewPane& pane, const PreviewPorts& ports);
   Preview(const Preview&) = delete;
   Preview& operator=(const Preview&) = delete;
@@ -49,10 +50,8 @@ class Preview {
   void Show();
 
  private:
-  void Clear();
   void Load(const std::string& file, PictureLoader::Done done);
-  // The picture of `path` has come, or none could be read.
-  void Arrive(const std::string& path, SharedImage picture);
+  void ShowErrorPicture();
 
   const ResultLists& results_;
   PreviewPane& pane_;

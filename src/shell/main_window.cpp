@@ -18,6 +18,11 @@ namespace {
 constexpr char kHelpFolder[] = "help";
 constexpr char kErrorPicture[] = "err_read.bmp";
 
+float TwipsPerDot(const Screen& screen) {
+  const WorkArea area = screen.GetWorkArea();
+  return area.twipsPerPixelX / area.dotsPerPixel;
+}
+
 }  // namespace
 
 MainWindow::MainWindow(const MainWindowPorts& ports, MainWindowHooks hooks)
@@ -42,9 +47,8 @@ MainWindow::MainWindow(const MainWindowPorts& ports, MainWindowHooks hooks)
                   .Act = [this](const std::function<void()>& action) { dispatch_.Run(action); },
                   .GuardedMsg = [this](GuardedId id) { return GuardedMsg(id); },
                   .Now = ports.now}),
-      preview_(
-          frm.results, frm.preview,
-          {ports.pictures, ProgramFile(kErrorPicture), [this] { return ports_.screen.GetWorkArea().twipsPerPixelX; }}),
+      preview_(frm.results, frm.preview,
+               {ports.pictures, ProgramFile(kErrorPicture), [this] { return TwipsPerDot(ports_.screen); }}),
       search_(frm, progress_, {ports.files, ports.shell, ports.versions, ports.events, ports.dialogs}),
       searchButton_(frm, search_, {ports.events, ports.dialogs, [this](GuardedId id) { return GuardedMsg(id); }}),
       fileCommands_(frm.results, frm.preview,

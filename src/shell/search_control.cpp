@@ -76,13 +76,15 @@ void SearchControl::RunSearch() {
     request.dates = readsDates;
     srchFileCnt_ = RunOnWorker(request);
   } catch (...) {
-    frm_.tmrProgress.Enabled = false;
+    Rest();
+    progress_.ClearTag();
+    frm_.msgBar.Text = kReadyText;
     for (ListView& lst : frm_.results.lstResult) lst.Visible = true;
     UnlockSrchUi();
+    UpdateCount(frm_.results, kAllLists);
     throw;
   }
-  frm_.pbMain.Value = 0;
-  frm_.tmrProgress.Enabled = false;
+  Rest();
   frm_.msgBar.Text = "Completed in " + progress_.Elapsed() + ", searched " + std::to_string(srchFileCnt_) + " files.";
   UnlockSrchUi();
   ShowResult(frm_, [this] { ports_.events.Pump(std::chrono::milliseconds(0)); });
@@ -102,6 +104,11 @@ void SearchControl::AskCancelSrch() {
   const BoxAnswer answer = ports_.dialogs.MessageBox("Are you sure to cancel searching?", BoxIcon::Question,
                                                      "Cancel Search", BoxButtons::YesNo);
   if (answer == BoxAnswer::Yes) CancelSearch();
+}
+
+void SearchControl::Rest() {
+  frm_.pbMain.Value = 0;
+  frm_.tmrProgress.Enabled = false;
 }
 
 void SearchControl::LockSrchUi() {

@@ -36,7 +36,8 @@ class SearchControl {
   // Empties the result lists, searches what the controls say, and leaves the lists sorted, coloured and counted. Runs
   // on all cores while this thread pumps its events, the inputs locked; it must be told by CancelSearch, from such an
   // event, to end early, and then keeps what it found so far.
-  // Throws the search's Failure; the lists then hold what came before it, unsorted, and the inputs are free again.
+  // Throws the search's Failure; the lists then hold what came before it, uncoloured but counted, and all else is as
+  // before a search.
   void RunSearch();
 
   // Makes a running search end soon; without one it does nothing.
@@ -54,6 +55,8 @@ class SearchControl {
   std::int64_t SrchFileCnt() const { return srchFileCnt_; }
 
  private:
+  // Ends what shows the progress.
+  void Rest();
   void LockSrchUi();
   std::int64_t RunOnWorker(const SearchRequest& request);
 

@@ -2,8 +2,12 @@
 #include <gtest/gtest.h>
 
 #include <QProcess>
+#include <fstream>
+#include <iterator>
 #include <random>
+#include <regex>
 
+#include "picture/limits.h"
 #include "picture/samples.h"
 #include "platform/picture_protocol.h"
 #include "support/temp_tree.h"
@@ -122,6 +126,43 @@ TEST_F(HelperTest, ReadsFilesOfAnyName) {
     MakeFile(name, Gif());
     EXPECT_TRUE(Ask(name)) << name;
   }
+}
+
+// As one that is larger than a pipe holds, the request shows by its end that the helper reads it.
+TEST_F(HelperTest, LimitsItselfBeforeItReadsARequest) {
+  QProcess process;
+  process.setStandardErrorFile(QProcess::nullDevice());
+  process.start(TRESMOR_PICTURE, {});
+  process.write(QByteArray(1 << 19, 'x'));
+  while (process.bytesToWrite() > 0) ASSERT_TRUE(process.waitForBytesWritten(kNoMatterHowLong));
+  const std::string proc = "/proc/" + std::to_string(process.processId()) + "/";
+  const auto read = [&](const char* name) {
+    std::ifstream file(proc + name);
+    return std::string(std::istreambuf_iterator<char>(file), {});
+  };
+  const std::string limits = read("limits");
+  const auto expectLimit = [&](const std::string& what, std::uint64_t most) {
+    const std::string value = std::to_string(most);
+    EXPECT_TRUE(std::regex_search(limits, std::regex(what + " +" + value + " +" + value + " "))) << limits;
+  };
+  expectLimit("Max cpu time", kMostSeconds);
+  expectLimit("Max file size", 0);
+  expectLimit("Max open files", kMostOpenFiles);
+  expectLimit("Max core file size", 0);
+#ifndef __SANITIZE_ADDRESS__
+  expectLimit("Max address space", kMostMemory);
+#endif
+  const std::string status = read("status");
+  EXPECT_NE(status.find("\nNoNewPrivs:\t1\n"), status.npos) << status;
+  EXPECT_NE(status.find("\nSeccomp:\t2\n"), status.npos) << status;
+  process.closeWriteChannel();
+  EXPECT_TRUE(process.waitForFinished(kNoMatterHowLong));
+}
+
+TEST_F(HelperTest, ReadsWhatIsBehindALink) {
+  MakeFile("real", Gif());
+  MakeLink("link", "real");
+  EXPECT_TRUE(Ask("link"));
 }
 
 TEST_F(HelperTest, ReadsNothingButRegularFiles) {

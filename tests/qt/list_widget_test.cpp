@@ -3,12 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractEventDispatcher>
-#include <QDropEvent>
 #include <QHelpEvent>
-#include <QMimeData>
 #include <QScrollBar>
 #include <QToolTip>
-#include <QUrl>
 
 #include "qt/display_text.h"
 #include "qt/list_stage.h"
@@ -178,36 +175,6 @@ TEST(ListWidgetMouse, ARowsTextStaysTwentySecondsAndWrapsAt360Pixels) {
   }
   EXPECT_EQ(timers, std::vector{20000});
   QToolTip::hideText();
-}
-
-void Drop(ListStage& lists, const QMimeData& data) {
-  const QPoint point = lists.PointOn(1);
-  QDragEnterEvent enter(point, Qt::CopyAction, &data, Qt::LeftButton, {});
-  enter.ignore();
-  QCoreApplication::sendEvent(lists.widget->viewport(), &enter);
-  if (!enter.isAccepted()) return;
-  QDropEvent drop(point, Qt::CopyAction, &data, Qt::LeftButton, {});
-  QCoreApplication::sendEvent(lists.widget->viewport(), &drop);
-}
-
-TEST(ListWidgetMouse, DropsComeWithTheExactBytes) {
-  ListStage lists(2);
-  std::vector<std::string> dropped;
-  QMimeData data;
-  data.setUrls({QUrl::fromEncoded("file:///a%FFb/c%0Ad"), QUrl("https://tresmor.example/x"),
-                QUrl::fromEncoded("file:///gr%C3%BCn%2520%23?")});
-  Drop(lists, data);
-  EXPECT_TRUE(dropped.empty()) << "nobody takes them";
-  lists.list.OnDrop = [&](const std::vector<std::string>& paths) { dropped = paths; };
-  Drop(lists, data);
-  EXPECT_EQ(dropped, (std::vector<std::string>{"/a\xFF"
-                                               "b/c\nd",
-                                               "/gr\xC3\xBCn%20#"}));
-  dropped.clear();
-  QMimeData words;
-  words.setText("/a");
-  Drop(lists, words);
-  EXPECT_TRUE(dropped.empty());
 }
 
 TEST(ListWidgetKeys, ArrowsAndPagesMoveTheSelection) {

@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 
+#include <QCoreApplication>
 #include <QEventLoop>
+#include <QProcess>
 #include <QTimer>
 #include <cerrno>
 #include <fstream>
@@ -167,6 +169,39 @@ TEST_F(PictureLoaderTest, ALoadTakesThePlaceOfTheLast) {
   WaitUntil([&] { return IsGone(process); });
   EXPECT_FALSE(told);
 }
+
+// None of them is known to have ended before an event says so.
+TEST_F(PictureLoaderTest, IsStuckWhileManyDroppedHelpersHaventEnded) {
+  ProcessPictureLoader loader(FakeThatHangs(), 1h);
+  for (std::size_t i = 0; i < kMostHangingHelpers; ++i) {
+    EXPECT_FALSE(loader.IsStuck()) << i;
+    loader.Load("/nowhere", 2, 1, [](const SharedImage&) { ADD_FAILURE() << "told"; });
+    loader.Drop();
+  }
+  EXPECT_TRUE(loader.IsStuck());
+  WaitUntil([&] { return !loader.IsStuck(); });
+}
+
+std::vector<QString> messages;
+void TakeMessage(QtMsgType, const QMessageLogContext&, const QString& text) { messages.push_back(text); }
+
+// The toolkit says so when it waits.
+TEST_F(PictureLoaderTest, TheApplicationsEndWaitsForNoHelper) {
+  messages.clear();
+  {
+    ProcessPictureLoader loader(FakeThatHangs(), 1h);
+    loader.Load("/nowhere", 2, 1, [](const SharedImage&) { ADD_FAILURE() << "told"; });
+    WaitForPid();
+  }
+  const QList<QProcess*> left = QCoreApplication::instance()->findChildren<QProcess*>();
+  EXPECT_EQ(left.size(), 1);
+  const QtMessageHandler before = qInstallMessageHandler(TakeMessage);
+  qDeleteAll(left);
+  qInstallMessageHandler(before);
+  EXPECT_EQ(messages, std::vector<QString>{});
+}
+
+TEST_F(PictureLoaderTest, GivesALoadAQuarterOfAMinute) { EXPECT_EQ(kLongestPictureLoad, 15s); }
 
 TEST_F(PictureLoaderTest, MayBeUsedAndDestroyedByWhatItTells) {
   const std::string helper = FakeAnswer(kTwoPixels);

@@ -219,20 +219,84 @@ FileQuestion SaveQuestion(const std::string& name) {
   return question;
 }
 
-// A desktop's dialog would ask about replacing the name as it was typed, not the one with its extension.
-TEST_F(QtDialogsTest, TheToolkitsOwnDialogsAreUsedOnEveryDesktop) {
-  const auto expectOwn = [this](const QString& title) {
-    script_.Expect(title, [](QWidget& window) {
-      EXPECT_TRUE(static_cast<QFileDialog&>(window).testOption(QFileDialog::DontUseNativeDialog));
+// For a file, a desktop's dialog would ask about replacing the name as it was typed, not the one with its extension.
+TEST_F(QtDialogsTest, OnlyFoldersMayBeAskedForByTheDesktop) {
+  const auto expectOwn = [this](const QString& title, bool own) {
+    script_.Expect(title, [own](QWidget& window) {
+      EXPECT_EQ(static_cast<QFileDialog&>(window).testOption(QFileDialog::DontUseNativeDialog), own);
       QTest::keyClick(&window, Qt::Key_Escape);
     });
   };
   for (const FileQuestion& question : {OpenQuestion(At("")), SaveQuestion(At("a.csv"))}) {
-    expectOwn(QString::fromStdString(question.title));
+    expectOwn(QString::fromStdString(question.title), true);
     EXPECT_EQ(dialogs_.OpenFileDlg(question), std::nullopt);
   }
-  expectOwn("Select");
+  expectOwn("Select", false);
   EXPECT_EQ(dialogs_.BrowseFolder("Select", At("")), std::nullopt);
+}
+
+// As a desktop gives one whose name it can't tell, when its dialog has closed already.
+TEST_F(QtDialogsTest, AFolderThatCantBeToldIsRefusedAfterItsDialog) {
+  MakeFolder("odd\uFFFD");
+  MakeFolder("plain");
+  script_.Expect("Select", [](QWidget& window) { Type(window, "odd\uFFFD"); });
+  script_.Expect("Select", [this](QWidget& window) {
+    EXPECT_EQ(static_cast<QMessageBox&>(window).text(),
+              "This dialog can't choose a folder whose name isn't UTF-8:\n" + QString::fromStdString(At("odd\uFFFD")));
+    EXPECT_EQ(window.parentWidget(), &main_);
+    QTest::keyClick(&window, Qt::Key_Escape);
+  });
+  script_.Expect("Select", [](QWidget& window) { Type(window, "plain"); });
+  EXPECT_EQ(dialogs_.BrowseFolder("Select", At("")), At("plain"));
+}
+
+// The toolkit would take them for marks around the names of several files.
+TEST_F(QtDialogsTest, QuotationMarksArePartOfAName) {
+  MakeFile("x.csv");
+  const FileQuestion question = SaveQuestion(At(""));
+  script_.Expect("Save", [](QWidget& window) { Type(window, R"(my "x")"); });
+  EXPECT_EQ(dialogs_.OpenFileDlg(question), At(R"(my "x".csv)"));
+  script_.Expect("Save", [](QWidget& window) { Type(window, R"("x.csv")"); });
+  EXPECT_EQ(dialogs_.OpenFileDlg(question), At(R"("x.csv")"));
+  script_.Expect("Save", [this](QWidget& window) { Type(window, QString::fromStdString(At(R"(x".csv)"))); });
+  EXPECT_EQ(dialogs_.OpenFileDlg(question), At(R"(x".csv)"));
+}
+
+TEST_F(QtDialogsTest, AFileWithQuotationMarksIsReplacedOnlyIfToldSo) {
+  MakeFile(R"(my "x".csv)");
+  const QString replace = QString::fromStdString(At(R"(my "x".csv)")) + " already exists.\nDo you want to replace it?";
+  script_.Expect("Save", [](QWidget& window) { Type(window, R"(my "x")"); });
+  script_.ExpectBox("Save", replace, "No");
+  ExpectCancel("Save");
+  EXPECT_EQ(dialogs_.OpenFileDlg(SaveQuestion(At(""))), std::nullopt);
+  script_.Expect("Save", [](QWidget& window) { QTest::keyClick(NameIn(window), Qt::Key_Return); });
+  script_.ExpectBox("Save", replace, "Yes");
+  EXPECT_EQ(dialogs_.OpenFileDlg(SaveQuestion(At(R"(my "x".csv)"))), At(R"(my "x".csv)"));
+}
+
+TEST_F(QtDialogsTest, AFileToOpenMayHaveQuotationMarks) {
+  MakeFile("x.Tresmor");
+  MakeFile(R"(my "x".Tresmor)");
+  script_.Expect("Load", [](QWidget& window) { Type(window, R"(my "x")"); });
+  EXPECT_EQ(dialogs_.OpenFileDlg(OpenQuestion(At(""))), At(R"(my "x".Tresmor)"));
+}
+
+TEST_F(QtDialogsTest, AFolderMayHaveQuotationMarks) {
+  MakeFolder("x");
+  MakeFolder(R"(my "x")");
+  script_.Expect("Select", [](QWidget& window) { Type(window, R"(my "x")"); });
+  EXPECT_EQ(dialogs_.BrowseFolder("Select", At("")), At(R"(my "x")"));
+  script_.Expect("Select", [](QWidget& window) { Type(window, R"(no "x")"); });
+  script_.ExpectBox("Select", "There is no folder of this name:\n" + QString::fromStdString(At(R"(no "x")")));
+  ExpectCancel("Select");
+  EXPECT_EQ(dialogs_.BrowseFolder("Select", At("")), std::nullopt);
+  script_.Expect("Save", [this](QWidget& window) {
+    Type(window, R"(my "x")");
+    EXPECT_EQ(FolderOf(window), At(R"(my "x"/)"));
+    EXPECT_EQ(NameIn(window)->text(), "");
+    Type(window, "a");
+  });
+  EXPECT_EQ(dialogs_.OpenFileDlg(SaveQuestion(At(""))), At(R"(my "x"/a.csv)"));
 }
 
 TEST_F(QtDialogsTest, AFileToBeginAtMeansItsFolder) {

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "qt/picture_widget.h"
+#include "qt/qt_screen.h"
 #include "qt/stage.h"
 #include "qt/tab_strip_widget.h"
 
@@ -80,7 +81,7 @@ struct PictureStage {
     image.pixels.assign(static_cast<std::size_t>(width * height), 0xFFFF0000);
     control.Image = std::make_shared<const PixelImage>(std::move(image));
   }
-  // The part of the widget that is red.
+  // The part of the widget that is red, in points of the screen.
   QRect Red() const {
     const QImage shown = widget->grab().toImage();
     QRect red;
@@ -90,6 +91,11 @@ struct PictureStage {
       }
     }
     return red;
+  }
+
+  QRect OnScreen(const QRect& pixels) const {
+    const int dots = qRound(widget->devicePixelRatioF());
+    return {pixels.topLeft() * dots, pixels.size() * dots};
   }
 
   Picture control;
@@ -107,11 +113,26 @@ TEST(PictureWidget, ShowsASmallPictureAsItIsAndALargeOneScaled) {
   PictureStage picture;
   EXPECT_TRUE(picture.Red().isEmpty());
   picture.Show(10, 6);
-  EXPECT_EQ(picture.Red(), QRect(15, 12, 10, 6));
+  EXPECT_EQ(picture.Red(), picture.OnScreen({15, 12, 10, 6}));
   picture.Show(80, 20);
-  EXPECT_EQ(picture.Red(), QRect(0, 10, 40, 10));
+  EXPECT_EQ(picture.Red(), picture.OnScreen({0, 10, 40, 10}));
   picture.control.Image = nullptr;
   EXPECT_TRUE(picture.Red().isEmpty());
+}
+
+TEST(PictureWidget, UsesAllPointsOfTheScreen) {
+  PictureStage picture;
+  const auto [width, height] = picture.OnScreen({0, 0, 40, 30}).size();
+  picture.Show(width, height);
+  EXPECT_EQ(picture.Red(), QRect(0, 0, width, height));
+}
+
+TEST(QtScreen, KnowsHowFineItIs) {
+  const WorkArea area = QtScreen(Twips(kDesignTwips)).GetWorkArea();
+  const QString factor = qEnvironmentVariable("QT_SCALE_FACTOR", "1");
+  EXPECT_EQ(area.dotsPerPixel, factor.toFloat());
+  EXPECT_EQ(area.right, kScreenWidth);
+  EXPECT_EQ(area.twipsPerPixelX, kDesignTwips);
 }
 
 }  // namespace

@@ -45,8 +45,8 @@ class PreviewTest : public testing::Test {
   ResultLists results{msgBar};
   PreviewPane pane;
   FakePictureLoader loader;
-  float twipsPerPixel = 15;
-  Preview preview{results, pane, {loader, "/program/err_read.bmp", [this] { return twipsPerPixel; }}};
+  float twipsPerDot = 15;
+  Preview preview{results, pane, {loader, "/program/err_read.bmp", [this] { return twipsPerDot; }}};
   const SharedImage dot = FakePictureLoader::Dot();
 };
 
@@ -67,7 +67,7 @@ TEST_F(PreviewTest, AsksForAsManyPixelsAsThereIsRoomFor) {
   Click("a.jpg");
   EXPECT_EQ(loader.asked.back().width, 100);
   EXPECT_EQ(loader.asked.back().height, 20);
-  twipsPerPixel = 7.5;
+  twipsPerDot = 7.5;
   pane.imgPreview.Height = 0;
   loader.Fail();
   EXPECT_EQ(loader.asked.back().width, 200);
@@ -158,21 +158,29 @@ TEST_F(PreviewTest, ALoadThatNobodyWaitsForIsDropped) {
   EXPECT_FALSE(loader.IsLoading());
 }
 
-TEST_F(PreviewTest, APictureThatComesForAClearedPaneIsDropped) {
-  Click("a.jpg");
-  ClrPreview(pane);  // as a search does
-  loader.Finish(dot);
-  ExpectCleared();
+// As a search and the operations on files do.
+TEST_F(PreviewTest, WhoeverClearsThePaneDropsTheLoad) {
   Click("a.jpg");
   ClrPreview(pane);
-  loader.Fail();
-  ExpectCleared();
   EXPECT_FALSE(loader.IsLoading());
   Click("a.jpg");
   loader.Fail();
+  EXPECT_TRUE(loader.IsLoading()) << "of the picture that says so";
   ClrPreview(pane);
-  loader.Finish(dot);
+  EXPECT_FALSE(loader.IsLoading());
   ExpectCleared();
+}
+
+TEST_F(PreviewTest, WhereLoadsHangNoMoreAreBegun) {
+  loader.isStuck = true;
+  Click("photo.jpg");
+  ASSERT_EQ(loader.asked.size(), 1U);
+  EXPECT_EQ(loader.asked[0].file, "/program/err_read.bmp");
+  loader.Finish(dot);
+  ExpectShown("photo.jpg", dot);
+  loader.isStuck = false;
+  Click("photo.jpg");
+  EXPECT_EQ(loader.asked.back().file, "/data/photo.jpg");
 }
 
 TEST(IsPicExt, KnowsNineExtensions) {

@@ -437,6 +437,29 @@ TEST_F(SearchControlTest, AFailureWhileAListFillsShowsIt) {
   EXPECT_TRUE(duplicates.Visible());
 }
 
+TEST_F(SearchControlTest, AFailureLeavesCountedListsAndNothingOfTheProgress) {
+  files.MakeFile("/data/empty", "");
+  MakeFiles(2);
+  AddRow("/data/*.*");
+  ListView& duplicates = frm.results.List(ResultList::Duplicates);
+  duplicates.Listen([&](const Notice& notice) {
+    if (notice.what != Notice::What::Visible || notice.when != Notice::When::After || !duplicates.Visible()) return;
+    if (duplicates.Count() == 0) return;
+    frm.pbMain.Value = 70;
+    frm.tmrProgress.Tag = "7";
+    throw Failure(Errors::Device);
+  });
+  EXPECT_EQ(tests::FailureOf([&] { control.RunSearch(); }), Errors::Device);
+  EXPECT_EQ(duplicates.Count(), 2);
+  EXPECT_EQ(frm.results.tabMain.Caption(1), "Zero Size(1)");
+  EXPECT_EQ(frm.results.tabMain.Caption(2), "Duplicates(2/1)");
+  EXPECT_EQ(frm.results.GroupCnt[static_cast<std::size_t>(ResultList::Duplicates)], 1);
+  EXPECT_EQ(frm.pbMain.Value(), 0);
+  EXPECT_EQ(frm.tmrProgress.Tag(), "");
+  EXPECT_FALSE(frm.tmrProgress.Enabled());
+  EXPECT_EQ(frm.msgBar.Text(), kReadyText);
+}
+
 TEST_F(SearchControlTest, TooManyRowsForTheCounterFail) {
   for (int i = 0; i < 32'768; ++i) frm.lstPath.AddRow("/data/*.*");
   EXPECT_EQ(tests::FailureOf([&] { control.RunSearch(); }), Errors::Overflow);

@@ -24,6 +24,7 @@ class FakePictureLoader final : public PictureLoader {
     done_ = std::move(done);
   }
   void Drop() override { done_ = nullptr; }
+  bool IsStuck() const override { return isStuck; }
 
   bool IsLoading() const { return done_ != nullptr; }
   // The load under way has ended.
@@ -33,6 +34,7 @@ class FakePictureLoader final : public PictureLoader {
   static SharedImage Dot() { return std::make_shared<const PixelImage>(PixelImage{1, 1, {0xFF000000}}); }
 
   std::vector<Request> asked;
+  bool isStuck = false;
 
  private:
   Done done_;
