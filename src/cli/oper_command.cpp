@@ -133,6 +133,10 @@ int PrintPlan(const ResultLists& results, const OperOptions& options, const std:
               const ConsolePorts& ports) {
   const ListView& lst = results.List(options.list);
   const MarkedFiles marked = CountFiles(lst);
+  if (marked.count == 0) {
+    Print("No file of this list is marked, so there is nothing to do; 'tresmor-cli mark' marks files.\n", ports);
+    return kRanThrough;
+  }
   std::string text =
       Amount(marked.count, marked.bytes) + " would be " + WhatIsDone(options) + ".\n" + PathsThatFail(marked);
   if (options.TakesAway()) {
@@ -240,6 +244,11 @@ class OperRun {
   std::int64_t skipped_ = 0;
 };
 
+std::string WhatIsBack(const UndoResult& result) {
+  const bool nothing = result.putBack == 0 && result.left.empty() && result.trouble.empty() && !result.cancelled;
+  return nothing ? "There is nothing to undo.\n" : CountOf(result.putBack, "item") + " put back.\n";
+}
+
 }  // namespace
 
 int OperCommand(const OperOptions& options, const ConsolePorts& ports) {
@@ -268,7 +277,7 @@ int UndoCommand(const ConsolePorts& ports) {
   }
   if (!result.trouble.empty()) ports.err.Say(result.trouble);
   if (result.cancelled) ports.err.Say("Cancelled. What is not back yet is put back by the next undo.");
-  Print(CountOf(result.putBack, "item") + " put back.\n", ports);
+  Print(WhatIsBack(result), ports);
   if (!result.trouble.empty()) return kFailed;
   if (result.cancelled) return kCancelled;
   return result.left.empty() ? kRanThrough : kNotAllDone;

@@ -9,7 +9,7 @@ namespace {
 
 constexpr char kOperFooter[] =
     "Without --yes nothing is done: how many files it would be, which folders would go too, and which groups would\n"
-    "keep no file, is printed.\n"
+    "keep no file, is printed. 'tresmor-cli show SESSION' puts a '*' in front of the marked files.\n"
     "Rows whose files have gone leave the list, which is saved in SESSION.\n"
     "\n"
     "Exit status: 0 done, 1 done but files were skipped or failed, 2 wrong use, 3 failed, such as a file that is no\n"
@@ -17,7 +17,9 @@ constexpr char kOperFooter[] =
 
 constexpr char kUndoFooter[] =
     "What is no longer where it was put, was changed there, or whose old place is taken, is told and left alone.\n"
-    "Copies and what was deleted for good aren't undone.\n"
+    "Copies and what was deleted for good aren't undone. Sessions stay without the rows that went: to have them "
+    "again,\n"
+    "search with 'tresmor-cli run SESSION --save SESSION'.\n"
     "\n"
     "Exit status: 0 all is back, 1 something could not be put back, 3 failed, 130 cancelled.";
 

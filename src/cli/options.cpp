@@ -116,6 +116,15 @@ FindOptions Settle(TypedFind typed) {
   return options;
 }
 
+// What is wrong, as a whole sentence.
+std::string Complaint(const CLI::App& app, const CLI::ParseError& error, int argc, const char* const* argv) {
+  if (argc < 2) return "Tell what to do, such as 'tresmor-cli find FOLDER'.";
+  if (app.get_subcommands().empty()) return "'" + std::string(argv[1]) + "' is no command.";
+  std::string text = error.what();
+  if (!text.ends_with('.')) text += '.';
+  return text;
+}
+
 // Where the user is shown the way.
 std::string HelpOf(const CLI::App& app) {
   const std::vector<CLI::App*> chosen = app.get_subcommands();
@@ -141,6 +150,8 @@ Command ParseCommandLine(int argc, const char* const* argv) {
   OperOptions copy{.action = FileAction::Copy};
   CLI::App app("Finds duplicate files, files of the same name, empty files and truncated copies.", "tresmor-cli");
   app.require_subcommand(1);
+  app.get_formatter()->label("SUBCOMMAND", "COMMAND");
+  app.footer("'tresmor-cli COMMAND --help' tells the options of a command. A first search: tresmor-cli find FOLDER");
   const std::vector<std::pair<CLI::App*, std::function<Command()>>> commands = {
       {&AddFind(app, find), [&] { return Settle(std::move(find)); }},
       {&AddRun(app, run), [&] { return Settle(std::move(run)); }},
@@ -153,7 +164,10 @@ Command ParseCommandLine(int argc, const char* const* argv) {
       {&AddOper(app, copy), [&] { return Settle(std::move(copy)); }},
       {&AddUndo(app), [] { return UndoOptions(); }}};
   app.set_version_flag("--version", "tresmor-cli " TRESMOR_VERSION);
-  for (const auto& [command, settle] : commands) command->set_version_flag("--version", "tresmor-cli " TRESMOR_VERSION);
+  for (const auto& [command, settle] : commands) {
+    command->group("Commands");
+    command->set_version_flag("--version", "tresmor-cli " TRESMOR_VERSION);
+  }
   if (argc > 1 && std::string_view(argv[1]) == kComplete) return Completions(app, {argv + 2, argv + argc});
   try {
     app.parse(GuardedArguments(argc, argv));
@@ -162,7 +176,7 @@ Command ParseCommandLine(int argc, const char* const* argv) {
     app.exit(asked, text, text);
     return text.str();
   } catch (const CLI::ParseError& error) {
-    throw WrongUse(error.what() + (". Try '" + HelpOf(app) + "'."));
+    throw WrongUse(Complaint(app, error, argc, argv) + " Try '" + HelpOf(app) + "'.");
   }
   return std::find_if(commands.begin(), commands.end(), [](const auto& each) { return each.first->parsed(); })
       ->second();

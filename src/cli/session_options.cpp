@@ -40,6 +40,7 @@ constexpr char kMarkFooter[] =
     "  3. --keep takes one mark off each group whose files are all marked\n"
     "  4. --by-date, --by-size, --by-version, each over the one before: in every group all files but one are marked,\n"
     "     whatever they were before\n"
+    "Without a rule only --keep applies; the marks are counted.\n"
     "--by-size is for the lists names and portions, --by-version and --keep ...-version are for lists with versions.\n"
     "Of equal files the first in the list stays. In the list zero all files count as one group.\n"
     "\n"

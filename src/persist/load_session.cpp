@@ -86,6 +86,12 @@ class SessionLoader {
   SessionFields fields_;
 };
 
+// In a file that is no session at all the line may be megabytes long, more than a box can show in time.
+std::string ShownVersion(std::string_view version) {
+  constexpr std::size_t kMost = 60;
+  return version.size() > kMost ? std::string(version.substr(0, kMost)) + "..." : std::string(version);
+}
+
 }  // namespace
 
 bool LoadSession(std::string_view sFile, const SessionControls& controls, const SessionProgress& shown,
@@ -95,7 +101,7 @@ bool LoadSession(std::string_view sFile, const SessionControls& controls, const 
   const bool old = version == kOldSessionVersion;
   if (!old && version != kSessionVersion) {
     dialogs.MessageBox(
-        BoxText("File version ").Name(std::string(version)).Words(" not supported. Search session can't be read."),
+        BoxText("File version ").Name(ShownVersion(version)).Words(" not supported. Search session can't be read."),
         BoxIcon::Critical, "Incorrect version", BoxButtons::Ok);
     return false;
   }

@@ -32,7 +32,7 @@ std::set<std::string> OptionsIn(const std::string& help) {
 
 std::set<std::string> CommandsIn(const std::string& help) {
   std::set<std::string> commands;
-  const std::string list = help.substr(help.find("Subcommands:"));
+  const std::string list = help.substr(help.find("Commands:"));
   const std::regex line("\n  ([a-z]+) ");
   for (std::sregex_iterator found(list.begin(), list.end(), line); found != std::sregex_iterator(); ++found) {
     commands.insert((*found)[1]);

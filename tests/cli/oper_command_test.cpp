@@ -29,6 +29,15 @@ TEST_F(OperTest, WithoutYesAPlanIsPrintedAndNothingDone) {
   EXPECT_THAT(changes.Calls(), IsEmpty());
 }
 
+TEST_F(OperTest, WithoutMarksThePlanSaysWhatIsMissing) {
+  SaveAndMark("none");
+  for (const char* const command : {"trash", "delete"}) {
+    const ConsoleRun run = Do(command, {});
+    EXPECT_EQ(run.out, "No file of this list is marked, so there is nothing to do; 'tresmor-cli mark' marks files.\n");
+    EXPECT_EQ(run.status, kRanThrough);
+  }
+}
+
 TEST_F(OperTest, ThePlanNamesTheGroupsThatWouldKeepNoFile) {
   SaveAndMark("x;one");
   const std::string group = "  group 0 of 2 files: /data/d/x\nNothing";
@@ -282,7 +291,7 @@ TEST_F(OperTest, UndoPutsBackWhatWentToTheTrashOrWasMoved) {
     SaveAndMark("t*");
   }
   const ConsoleRun again = Run({"undo"});
-  EXPECT_EQ(again.out, "0 items put back.\n");
+  EXPECT_EQ(again.out, "There is nothing to undo.\n");
   EXPECT_EQ(again.status, kRanThrough);
 }
 

@@ -131,8 +131,10 @@ TEST(OptionsTest, RepeatableOptionsTakeOneValueEachTime) {
 }
 
 TEST(OptionsTest, WrongUseIsTold) {
-  EXPECT_THAT(Complaint({}), HasSubstr("subcommand"));
-  EXPECT_THAT(Complaint({"seek"}), HasSubstr("--help"));
+  EXPECT_EQ(Complaint({}), "Tell what to do, such as 'tresmor-cli find FOLDER'. Try 'tresmor-cli --help'.");
+  EXPECT_EQ(Complaint({"seek"}), "'seek' is no command. Try 'tresmor-cli --help'.");
+  EXPECT_EQ(Complaint({"--seek"}), "'--seek' is no command. Try 'tresmor-cli --help'.");
+  EXPECT_THAT(FindComplaint({"--min-kb", "5x"}), HasSubstr(" from 0 to 2147483647. Try "));
   EXPECT_THAT(Complaint({"find"}), HasSubstr("PATH"));
   EXPECT_THAT(FindComplaint({"--bogus"}), HasSubstr("--bogus"));
   EXPECT_THAT(FindComplaint({"--format", "xml"}), StartsWith("--format: xml"));

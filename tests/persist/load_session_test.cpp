@@ -134,6 +134,16 @@ TEST_F(LoadSessionTest, AnotherVersionIsRefused) {
   EXPECT_FALSE(tmrProgress.Enabled());
 }
 
+// A box with all of the first line of a picture or a song would be larger than the screen.
+TEST_F(LoadSessionTest, OfAVersionThatIsNoneOnlyTheBeginningIsTold) {
+  for (const auto& [version, told] : {std::pair(std::string(60, 'x'), std::string(60, 'x')),
+                                      std::pair(std::string(100'000, 'x'), std::string(60, 'x') + "...")}) {
+    dialogs.boxes = {{.text = "File version " + told + " not supported. Search session can't be read.",
+                      .title = "Incorrect version"}};
+    EXPECT_FALSE(Load(With(0, version)));
+  }
+}
+
 TEST_F(LoadSessionTest, SortingByVersionNeedsNoFile) {
   EXPECT_TRUE(
       Load(With(kSecondRow + 1, "b.dll|-/y/|-         7|-        12|-1899/12/30 00:00:00|-1.9|-00010009|-False")));

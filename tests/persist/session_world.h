@@ -118,7 +118,8 @@ inline void LoadAnything(const std::string& bytes) {
   const std::string version = bytes.substr(0, end);
   const bool known = end == std::string::npos || version == "3.0.0" || version == "1.2.0";
   if (!known) {
-    world.dialogs.boxes = {{.text = "File version " + version + " not supported. Search session can't be read.",
+    const std::string shown = version.size() > 60 ? version.substr(0, 60) + "..." : version;
+    world.dialogs.boxes = {{.text = "File version " + shown + " not supported. Search session can't be read.",
                             .title = "Incorrect version"}};
     EXPECT_FALSE(world.Load(bytes));
     return;
