@@ -116,13 +116,12 @@ QString ShownLines(std::string_view bytes) { return Lines(bytes, "\n"); }
 
 QString ShownCaption(std::string_view bytes) { return Lines(bytes, "\r\n"); }
 
-QString Breakable(const QString& text) {
-  constexpr int kMostTogether = 30;
+QString Breakable(const QString& text, int mostTogether) {
   QString breakable;
   int together = 0;
   for (const QChar unit : text) {
     const bool breaks = unit.isSpace() || unit == '/' || unit == '-';
-    if (!breaks && together >= kMostTogether && !unit.isLowSurrogate() && !unit.isMark()) {
+    if (!breaks && together >= mostTogether && !unit.isLowSurrogate() && !unit.isMark()) {
       breakable += QChar(0x200B);
       together = 0;
     }
@@ -134,7 +133,8 @@ QString Breakable(const QString& text) {
 
 QString PlainToolTip(std::string_view bytes) {
   if (bytes.empty()) return {};
-  const QString lines = Breakable(ShownLines(bytes));
+  constexpr int kMostTogether = 30;
+  const QString lines = Breakable(ShownLines(bytes), kMostTogether);
   const QString text = lines.toHtmlEscaped().replace('\n', "<br>");
   const int width = QFontMetrics(QToolTip::font()).size(0, lines).width();
   if (width <= kToolTipPixels) return "<qt><div style='white-space:pre'>" + text + "</div></qt>";

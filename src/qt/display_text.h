@@ -20,8 +20,8 @@ QString ShownLines(std::string_view bytes);
 // The same for captions of forms, whose lines end by CR LF: a lone LF belongs to a file's name.
 QString ShownCaption(std::string_view bytes);
 
-// With places to break, which don't show, wherever a line would else run on for long.
-QString Breakable(const QString& text);
+// With places to break, which don't show, wherever more characters than that would else stay together.
+QString Breakable(const QString& text, int mostTogether);
 
 // How long hover help stays, and how wide it gets before it wraps.
 inline constexpr int kToolTipMilliseconds = 20000;

@@ -49,8 +49,9 @@ struct ProcessPictureLoader::Run {
   QTimer limit{};  // as the receiver of all signals it lets none come after the run
 };
 
-ProcessPictureLoader::ProcessPictureLoader(std::string helper, std::chrono::milliseconds limit)
-    : helper_(std::move(helper)), limit_(limit) {}
+ProcessPictureLoader::ProcessPictureLoader(std::string helper, std::chrono::milliseconds limit,
+                                           std::chrono::milliseconds ending)
+    : helper_(std::move(helper)), limit_(limit), ending_(ending) {}
 
 ProcessPictureLoader::~ProcessPictureLoader() = default;
 
@@ -62,14 +63,20 @@ void ProcessPictureLoader::Load(const std::string& file, std::int32_t width, std
 }
 
 void ProcessPictureLoader::Drop() {
-  std::erase_if(dropped_, [](const QPointer<QProcess>& process) { return IsOver(process); });
-  if (run_) dropped_.emplace_back(run_->process.get());
+  std::erase_if(dropped_, [](const Dropped& dropped) { return IsOver(dropped.process); });
+  if (run_) {
+    dropped_.push_back({run_->process.get(), {}});
+    dropped_.back().since.start();
+  }
   run_.reset();
 }
 
 bool ProcessPictureLoader::IsStuck() const {
-  return static_cast<std::size_t>(std::ranges::count_if(
-             dropped_, [](const QPointer<QProcess>& process) { return !IsOver(process); })) >= kMostHangingHelpers;
+  // Many may have ended of which only the events to come will tell.
+  const auto hangs = [this](const Dropped& dropped) {
+    return !IsOver(dropped.process) && dropped.since.elapsed() >= ending_.count();
+  };
+  return static_cast<std::size_t>(std::ranges::count_if(dropped_, hangs)) >= kMostHangingHelpers;
 }
 
 void ProcessPictureLoader::Begin() {

@@ -1,6 +1,7 @@
 // Pictures by a process of their own, which may crash, hang or lie without harm.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QPointer>
 #include <chrono>
 #include <cstddef>
@@ -15,16 +16,18 @@ class QProcess;
 namespace tresmor {
 
 inline constexpr std::chrono::seconds kLongestPictureLoad{15};
-// As many that were ended and yet hang in the system make the loader stuck.
+// As many that are still there that long after they were ended make the loader stuck.
 inline constexpr std::size_t kMostHangingHelpers = 8;
+inline constexpr std::chrono::seconds kLongestHelperEnd{1};
 
 // As PictureLoader. Needs Qt's application object and event loop, on the interface thread. Neither the loader nor the
 // application waits at its end for helpers that hang.
 class ProcessPictureLoader final : public PictureLoader {
  public:
-  // `helper` is the path of tresmor-picture; one that takes longer than `limit` is ended. A helper that can't be
-  // started makes every picture one that can't be read.
-  explicit ProcessPictureLoader(std::string helper, std::chrono::milliseconds limit = kLongestPictureLoad);
+  // `helper` is the path of tresmor-picture; one that takes longer than `limit` is ended, and one that isn't gone
+  // `ending` later hangs. A helper that can't be started makes every picture one that can't be read.
+  explicit ProcessPictureLoader(std::string helper, std::chrono::milliseconds limit = kLongestPictureLoad,
+                                std::chrono::milliseconds ending = kLongestHelperEnd);
   ~ProcessPictureLoader() override;
 
   // Sides below 1 count as 1.
@@ -34,6 +37,10 @@ class ProcessPictureLoader final : public PictureLoader {
 
  private:
   struct Run;
+  struct Dropped {
+    QPointer<QProcess> process;
+    QElapsedTimer since;
+  };
 
   void Begin();
   void TakeOutput();
@@ -41,8 +48,9 @@ class ProcessPictureLoader final : public PictureLoader {
 
   const std::string helper_;
   const std::chrono::milliseconds limit_;
-  std::unique_ptr<Run> run_;                 // the load that is under way
-  std::vector<QPointer<QProcess>> dropped_;  // processes of loads before
+  const std::chrono::milliseconds ending_;
+  std::unique_ptr<Run> run_;      // the load that is under way
+  std::vector<Dropped> dropped_;  // the processes of loads before
 };
 
 }  // namespace tresmor

@@ -21,12 +21,14 @@ namespace {
 
 QString TitleOf(const std::string& title) { return ShownLine(title.empty() ? kAppTitle : title); }
 
-// As much of a name as a box has room for; no path is that long.
+// As much of a name as a box has room for. Only where it would be wider than a screen has it places to break: they
+// would go along when it is copied.
 QString ShownName(const std::string& name) {
-  constexpr qsizetype kMost = 1200;
+  constexpr qsizetype kMost = 2000;
+  constexpr int kMostTogether = 80;
   const QString shown = ShownLine(name);
-  if (shown.size() <= kMost) return Breakable(shown);
-  return Breakable(shown.left(kMost / 2) + QChar(0x2026) + shown.right(kMost / 2));
+  if (shown.size() <= kMost) return Breakable(shown, kMostTogether);
+  return Breakable(shown.left(kMost / 2) + QChar(0x2026) + shown.right(kMost / 2), kMostTogether);
 }
 
 QString Shown(const BoxText& text) {
@@ -173,6 +175,7 @@ class FileDialog : public QFileDialog {
     setOption(DontUseNativeDialog, mode != Directory);
     setOption(ShowDirsOnly, mode == Directory);
     setOption(DontResolveSymlinks);
+    setSupportedSchemes({"file"});
     setFileMode(mode);
     if (!folder.isEmpty()) setDirectory(folder);
   }
@@ -215,7 +218,8 @@ class FileDialog : public QFileDialog {
   }
   // With the extension that the toolkit gives to other names.
   QString QuotedPath() const {
-    const QFileInfo file(directory(), Typed());
+    const QString typed = Typed();
+    const QFileInfo file(directory(), typed.startsWith("~/") ? QDir::homePath() + typed.mid(1) : typed);
     const bool isWhole = defaultSuffix().isEmpty() || file.isDir() || file.fileName().contains('.');
     return file.absoluteFilePath() + (isWhole ? QString() : '.' + defaultSuffix());
   }
@@ -223,7 +227,8 @@ class FileDialog : public QFileDialog {
   // Of a path that the toolkit can name exactly. A folder's may come from the desktop, which leaves such a character in
   // place of what it can't tell.
   bool MayTake(const QString& path) {
-    const bool isExact = fileMode() != Directory || !path.contains(QChar::ReplacementCharacter);
+    const bool isExact =
+        fileMode() != Directory || !path.contains(QChar::ReplacementCharacter) || QFileInfo(path).isDir();
     if (IsNameOfAFile(path) && isExact) return true;
     const QString what = fileMode() == Directory ? "folder" : "file";
     Refuse("This dialog can't choose a " + what + " whose name isn't UTF-8:", path);

@@ -229,8 +229,10 @@ void MainWindow::Search() {
 
 void MainWindow::Transfer(void (FileCommands::*command)()) {
   const std::int16_t asked = frm.results.mIntCurFrame;
+  const std::int32_t rows = frm.results.Shown().Count();
   (fileCommands_.*command)();
   UpdateCount(frm.results, asked);
+  if (frm.results.lstResult[static_cast<std::size_t>(asked)].Count() != rows) frm.tmrUpdate.Enabled = true;
 }
 
 // A close that comes in the middle of an action is made up for when that has ended. A search may take hours, so its

@@ -43,14 +43,19 @@ Trouble TrashFile::ChooseOtherName(Task& task, const TrashPlace& place, const st
   return tools_.log.Correct(task.entry);
 }
 
-// The path may lead there through links, as the trash's own path may.
-bool TrashFile::IsInTrash(const std::string& path, const TrashPlace& place) const {
+// A path may lead there through links, as the trash's own path may.
+Trouble TrashFile::TroubleInTrash(const Task& task) const {
   const PathStyle style = tools_.files.Style();
-  for (const std::string& folder : {ParentOf(path, style), place.realFolder}) {
-    if (IsOrLiesBelow(folder, place.folder, style)) return true;
-    if (LiesInTrash(tools_.files, AddTail(folder, style.Tail()))) return true;
+  const std::string& from = task.item->from;
+  for (const TrashPlace& place : task.trash) {
+    if (IsOrLiesBelow(place.folder, from, style)) return {OperationCode::SameFile, "the trash itself lies in it"};
+    for (const std::string& folder : {ParentOf(from, style), place.realFolder}) {
+      if (IsOrLiesBelow(folder, place.folder, style)) {
+        return {OperationCode::SameFile, "it lies in the trash already"};
+      }
+    }
   }
-  return false;
+  return {};
 }
 
 Trouble TrashFile::Prepare(Task& task) {
@@ -59,11 +64,8 @@ Trouble TrashFile::Prepare(Task& task) {
   task.trash = tools_.trash.Places(from, why);
   if (task.trash.empty() && why.failure != Errors::None) return TargetTrouble(why.failure, why.at);
   if (task.trash.empty()) return {OperationCode::NoTrash, "its disk has no trash"};
+  if (const Trouble trouble = TroubleInTrash(task)) return trouble;
   const TrashPlace& place = task.trash.front();
-  if (tools_.files.IsTrash(from) || IsOrLiesBelow(place.folder, from, tools_.files.Style())) {
-    return {OperationCode::SameFile, "the trash itself lies in it"};
-  }
-  if (IsInTrash(from, place)) return {OperationCode::SameFile, "it lies in the trash already"};
   ChooseName(task, place, tools_.names.Pick(WishFor(task, place), TakenIn(place)));
   return {};
 }

@@ -16,7 +16,8 @@ class TrashFile final : public PathOperation {
   Trouble Perform(Task& task) override;
 
  private:
-  bool IsInTrash(const std::string& path, const TrashPlace& place) const;
+  // What a trash folder, and what lies in one, has against being trashed.
+  Trouble TroubleInTrash(const Task& task) const;
   FreeNames::Wish WishFor(const Task& task, const TrashPlace& place) const;
   FreeNames::Taken TakenIn(const TrashPlace& place) const;
   void ChooseName(Task& task, const TrashPlace& place, const std::string& name) const;

@@ -379,7 +379,7 @@ void WholeStoryTest::RestoreFromTheTrash() {
   }
   EXPECT_THAT(FilesIn(trash), IsEmpty());
   ExpectAllAtHome();
-  EXPECT_EQ(SaysOf(TRESMOR_CLI " undo"), "0 items put back.\n") << "they are back already";
+  EXPECT_EQ(SaysOf(TRESMOR_CLI " undo"), "There is nothing to undo.\n") << "they are back already";
   SearchAgain();
 }
 

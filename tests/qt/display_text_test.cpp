@@ -69,13 +69,13 @@ TEST(DisplayText, NoNameTurnsOrBreaksTheTextThatItStandsIn) {
 
 TEST(DisplayText, LongLinesHaveUnseenPlacesToBreak) {
   const QString usual = "/home/somebody with a name/" + QString(30, 'x') + "/y";
-  EXPECT_EQ(Breakable(usual), usual);
-  QString broken = Breakable(QString(70, 'x'));
+  EXPECT_EQ(Breakable(usual, 30), usual);
+  QString broken = Breakable(QString(70, 'x'), 30);
   EXPECT_EQ(broken, QString(30, 'x') + QChar(0x200B) + QString(30, 'x') + QChar(0x200B) + QString(10, 'x'));
   const QString rats = QString::fromUtf8("\U0001F400").repeated(50);
-  broken = Breakable(rats);
+  broken = Breakable(rats, 30);
   EXPECT_EQ(broken.remove(QChar(0x200B)), rats);
-  EXPECT_EQ(Breakable(rats).indexOf(QChar(0x200B)), 30) << "between characters";
+  EXPECT_EQ(Breakable(rats, 30).indexOf(QChar(0x200B)), 30) << "between characters";
 }
 
 TEST(DisplayText, OneLineStaysOne) {

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
+#include <filesystem>
 
 #include "qt/display_text.h"
 #include "qt/modal_script.h"
@@ -237,9 +238,13 @@ TEST_F(QtDialogsTest, OnlyFoldersMayBeAskedForByTheDesktop) {
 
 // As a desktop gives one whose name it can't tell, when its dialog has closed already.
 TEST_F(QtDialogsTest, AFolderThatCantBeToldIsRefusedAfterItsDialog) {
-  MakeFolder("odd\uFFFD");
-  MakeFolder("plain");
-  script_.Expect("Select", [](QWidget& window) { Type(window, "odd\uFFFD"); });
+  for (const char* name : {"odd\uFFFD", "exact\uFFFD", "plain"}) MakeFolder(name);
+  // A desktop's dialog tells such a name of a folder that has another.
+  script_.Expect("Select", [this](QWidget& window) {
+    QObject::connect(static_cast<QDialog*>(&window), &QDialog::finished,
+                     [this] { std::filesystem::remove(At("odd\uFFFD")); });
+    Type(window, "odd\uFFFD");
+  });
   script_.Expect("Select", [this](QWidget& window) {
     EXPECT_EQ(static_cast<QMessageBox&>(window).text(),
               "This dialog can't choose a folder whose name isn't UTF-8:\n" + QString::fromStdString(At("odd\uFFFD")));
@@ -248,6 +253,8 @@ TEST_F(QtDialogsTest, AFolderThatCantBeToldIsRefusedAfterItsDialog) {
   });
   script_.Expect("Select", [](QWidget& window) { Type(window, "plain"); });
   EXPECT_EQ(dialogs_.BrowseFolder("Select", At("")), At("plain"));
+  script_.Expect("Select", [](QWidget& window) { Type(window, "exact\uFFFD"); });
+  EXPECT_EQ(dialogs_.BrowseFolder("Select", At("")), At("exact\uFFFD"));
 }
 
 // The toolkit would take them for marks around the names of several files.
@@ -256,6 +263,8 @@ TEST_F(QtDialogsTest, QuotationMarksArePartOfAName) {
   const FileQuestion question = SaveQuestion(At(""));
   script_.Expect("Save", [](QWidget& window) { Type(window, R"(my "x")"); });
   EXPECT_EQ(dialogs_.OpenFileDlg(question), At(R"(my "x".csv)"));
+  script_.Expect("Save", [](QWidget& window) { Type(window, R"(~/"x")"); });
+  EXPECT_EQ(dialogs_.OpenFileDlg(question), QDir::homePath().toStdString() + R"(/"x".csv)");
   script_.Expect("Save", [](QWidget& window) { Type(window, R"("x.csv")"); });
   EXPECT_EQ(dialogs_.OpenFileDlg(question), At(R"("x.csv")"));
   script_.Expect("Save", [this](QWidget& window) { Type(window, QString::fromStdString(At(R"(x".csv)"))); });

@@ -262,6 +262,9 @@ TEST(HelpPages, OwnUpToTheOddRules) {
   EXPECT_THAT(mark, HasSubstr("<td><b>Version: Keep Oldest Version!</b></td><td><b>the highest version</b>"));
   EXPECT_THAT(mark, HasSubstr("<b>doesn't mark files without a dot in their names</b>"));
   EXPECT_THAT(mark, HasSubstr("doesn't look at files that are alone: deleting now takes your last copy"));
+  EXPECT_THAT(mark, HasSubstr("what the folders and the patterns before it marked stays marked"));
+  EXPECT_THAT(mark, HasSubstr("takes the date of a hidden file for a very old one"));
+  EXPECT_THAT(WordsOfPage("sessions.htm"), HasSubstr("with the result or without it, as that session was saved"));
   const std::string fileops = WordsOfPage("fileops.htm");
   EXPECT_THAT(fileops, HasSubstr("Sub-folders don't count"));
   EXPECT_THAT(fileops, HasSubstr("<b>With more than 2,000 marked files, one Cancel doesn't stop everything.</b>"));

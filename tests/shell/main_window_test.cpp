@@ -524,6 +524,9 @@ TEST_F(MainWindowTest, CountersFollowOperationsOnTheListThatWasAskedAbout) {
     frm.results.tabMain.SetCaption(1, "old");
     (*command)();
     EXPECT_EQ(frm.results.tabMain.Caption(1), command == commands[2] ? "old(1)" : "old(0)");
+    EXPECT_EQ(frm.tmrUpdate.Enabled(), command != commands[2])
+        << "where rows have gone the line below tells other figures";
+    frm.tmrUpdate.Enabled = false;
   }
   ASSERT_THAT(operations.calls, SizeIs(3));
   EXPECT_EQ(operations.calls[0].wFunc, FO_DELETE);
