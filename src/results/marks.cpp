@@ -68,8 +68,8 @@ void MarkSelected(ResultLists& results) {
 void MarkGroups(ListView& lst, ResultList kind, EventQueue& events, const GroupRule& rule) {
   constexpr std::int32_t none = -1;
   if (lst.Count() == 0) return;
-  SortList(lst, GroupColumn(kind), kAscending);
   EventSlice slice(events);
+  SortList(lst, GroupColumn(kind), kAscending);
   std::int32_t first = none;
   for (std::int32_t row = 2; row <= lst.Count(); ++row) {
     const bool isSame = SameGroup(lst, kind, row, row - 1);
