@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "base/date.h"
+#include "desk/options.h"
 #include "desk/scripted_event_queue.h"
 #include "results/pe_version.h"
 #include "results/rows.h"
@@ -115,6 +117,36 @@ struct MainWindowWorld {
   FakePictureLoader pictures;
   std::vector<std::string> log;
   DateStamp now = 0;
+};
+
+class MainWindowTest : public testing::Test, protected MainWindowWorld {
+ protected:
+  void Keep(const char* section, const char* key, const char* value) { settings.Save(kAppTitle, section, key, value); }
+  void Load() {
+    window.Load();
+    log.clear();
+  }
+  // `deed` is done from within an action.
+  void InAction(const std::function<void()>& deed) {
+    forms.inOptions = [deed](FrmOptions&) { deed(); };
+    frm.mnuOptions.OnClick();
+  }
+  // The next start finds the last reminder to be that many days ago.
+  void LetDaysPass(int days) {
+    Keep(kOptionsSection, "LastUpdateCheck", "1899-12-30");
+    now = days * kOneDay;
+  }
+  void ExpectReminder(BoxAnswer answer = BoxAnswer::No) {
+    dialogs.boxes.push_back(
+        {"Tresmor can check its update periodically, and you haven't checked it for more than 45 days. \r\n\r\nDo you "
+         "want to check if new version available online?",
+         "Check new version", BoxIcon::Question, BoxButtons::YesNo, answer});
+  }
+  void ExpectError(const std::string& error) { dialogs.boxes.push_back({"Run-time error " + error, ""}); }
+
+  MainWindow window{Ports(), AllHooks()};
+  FrmMain& frm = window.frm;
+  FakeMainView view{frm};
 };
 
 }  // namespace tresmor::tests
