@@ -160,7 +160,8 @@ bool IsUtf8(std::string_view text) {
 bool CommandsText(std::string_view character) {
   utf8proc_int32_t code = 0;
   if (character.size() < 2 || Decode(character, 0, code) == 0) return false;
-  return code < 0xA0 || (code >= 0x2028 && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
+  return code < 0xA0 || code == 0x061C || code == 0x200E || code == 0x200F || (code >= 0x2028 && code <= 0x202E) ||
+         (code >= 0x2066 && code <= 0x2069);
 }
 
 std::string PadNumber(std::int64_t number) {

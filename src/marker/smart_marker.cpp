@@ -9,7 +9,6 @@
 #include "base/failure.h"
 #include "base/like.h"
 #include "base/text.h"
-#include "desk/event_slice.h"
 #include "desk/flash_ctrl.h"
 #include "desk/history.h"
 #include "desk/report_failure.h"
@@ -42,14 +41,13 @@ constexpr std::array<ListRule, 10> kListRules = {{
 
 // Marks the rows for which takes(text of the sub-item) holds.
 template <class Takes>
-void MarkRows(ListView& lst, std::int32_t subItem, EventSlice& slice, Takes&& takes) {
+void MarkRows(ListView& lst, std::int32_t subItem, Takes&& takes) {
   lst.ChangeMany([&] {
     std::string scratch;
     for (std::int32_t row = 1; row <= lst.Count(); ++row) {
       if (!lst.Checked(row) && takes(lst.CellView(row, subItem, scratch))) lst.SetChecked(row, true);
     }
   });
-  if (slice.IsOver()) slice.LetEventsIn();
 }
 
 // The selected folders. All are looked for in one pass over the rows, since there may be thousands of both.
@@ -79,21 +77,21 @@ class ChosenFolders {
   std::set<std::size_t> lengths_;
 };
 
-void MarkFolders(const FrmSmartDel& frm, ListView& lst, EventSlice& slice) {
+void MarkFolders(const FrmSmartDel& frm, ListView& lst) {
   const ChosenFolders chosen(frm.lstFolder);
   if (chosen.Empty()) return;
   const bool subFolders = frm.chkSubFolder.Value();
-  MarkRows(lst, kFolderItem, slice,
+  MarkRows(lst, kFolderItem,
            [&](std::string_view folder) { return subFolders ? chosen.HoldsStartOf(folder) : chosen.Holds(folder); });
 }
 
-void MarkPatterns(std::string_view patterns, ListView& lst, EventSlice& slice) {
+void MarkPatterns(std::string_view patterns, ListView& lst) {
   for (;;) {
     const std::size_t end = patterns.find(';');
     const std::string_view piece = TrimBlanks(patterns.substr(0, end));
     if (!piece.empty()) {
       const Like like(piece);
-      MarkRows(lst, kNameItem, slice, [&](std::string_view name) { return like.Matches(name); });
+      MarkRows(lst, kNameItem, [&](std::string_view name) { return like.Matches(name); });
     }
     if (end == std::string_view::npos) return;
     patterns.remove_prefix(end + 1);
@@ -126,11 +124,9 @@ SmartMarks MarkBySmartRules(FrmSmartDel& frm, ResultLists& results, const SmartM
   if (!frm.chkLeaveAtLeast1.Value()) {
     ports.GuardedMsg(kTipOrgNDupSM);
   }
-  const std::string patterns = frm.cmbPattern.Text();  // which events may change
-  EventSlice slice(ports.events);
-  MarkFolders(frm, lst, slice);
+  MarkFolders(frm, lst);
   try {
-    MarkPatterns(patterns, lst, slice);
+    MarkPatterns(frm.cmbPattern.Text(), lst);
   } catch (const Failure& failure) {
     if (failure.Number() != Errors::BadPattern) throw;
     ReportRunTimeError(ports.dialogs, failure);

@@ -14,6 +14,8 @@ struct TrashPlace {
   std::string topFolder;  // of a disk's own trash: paths are noted from here on. Empty: they are noted whole
   // The folder that the path stands in, without links and ".." on the way to it. Empty where that can't be told.
   std::string realFolder{};
+  // The trash folder of this user's that the path lies in already, be it this one or another on its disk. Empty: none.
+  std::string within{};
 };
 
 // Why a path has no trash folder to go to. None: its disk has none, or what stands there is none to be used.

@@ -119,8 +119,10 @@ QString ShownCaption(std::string_view bytes) { return Lines(bytes, "\r\n"); }
 QString Breakable(const QString& text, int mostTogether) {
   QString breakable;
   int together = 0;
-  for (const QChar unit : text) {
-    const bool breaks = unit.isSpace() || unit == '/' || unit == '-';
+  for (qsizetype at = 0; at < text.size(); ++at) {
+    const QChar unit = text[at];
+    const bool isDigitNext = at + 1 < text.size() && text[at + 1].isDigit();  // in front of which a / doesn't break
+    const bool breaks = unit == ' ' || (!isDigitNext && (unit == '/' || unit == '-'));
     if (!breaks && together >= mostTogether && !unit.isLowSurrogate() && !unit.isMark()) {
       breakable += QChar(0x200B);
       together = 0;

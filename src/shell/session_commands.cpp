@@ -20,9 +20,11 @@ std::vector<FileFilter> Filters() {
 
 }  // namespace
 
-SessionControls ControlsOf(FrmMain& frm) {
-  return {frm.lstSrchType, frm.chkTolerant, frm.chkHidden, frm.chkProtectWinDir, frm.lstPath, frm.results, frm.session};
+SessionControls ControlsOf(FrmMain& frm, SessionState& session) {
+  return {frm.lstSrchType, frm.chkTolerant, frm.chkHidden, frm.chkProtectWinDir, frm.lstPath, frm.results, session};
 }
+
+SessionControls ControlsOf(FrmMain& frm) { return ControlsOf(frm, frm.session); }
 
 void SessionCommands::mnuSaveResultList() {
   if (frm_.session.SessionFile.empty()) {
@@ -44,9 +46,9 @@ void SessionCommands::mnuSaveAsResultList() {
   const BoxAnswer include =
       ports_.dialogs.MessageBox("Do you want to include your search result in addition to search parameters?",
                                 BoxIcon::Question, "Include search result", BoxButtons::YesNo);
-  session.SaveSrchResult = include == BoxAnswer::Yes;
-  if (SaveSession(*chosen, ControlsOf(frm_), {ports_.writer, ports_.events, ports_.dialogs}))
-    session.SessionFile = *chosen;
+  // A save that fails leaves the session to its old file, and that file's result in it.
+  SessionState asked{*chosen, include == BoxAnswer::Yes, session.HasSrchResult};
+  if (SaveSession(*chosen, ControlsOf(frm_, asked), {ports_.writer, ports_.events, ports_.dialogs})) session = asked;
 }
 
 void SessionCommands::mnuLoadResultList() {

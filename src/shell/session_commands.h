@@ -19,8 +19,9 @@ struct SessionPorts {
   Dialogs& dialogs;
 };
 
-// What of the window a session is made of.
+// What of the window a session is made of, with the session in hand, or another.
 SessionControls ControlsOf(FrmMain& frm);
+SessionControls ControlsOf(FrmMain& frm, SessionState& session);
 
 // How the box on a failure of loading begins.
 inline constexpr char kLoadingFailed[] = "Loading search session failed. ";

@@ -43,17 +43,12 @@ Trouble TrashFile::ChooseOtherName(Task& task, const TrashPlace& place, const st
   return tools_.log.Correct(task.entry);
 }
 
-// A path may lead there through links, as the trash's own path may.
 Trouble TrashFile::TroubleInTrash(const Task& task) const {
-  const PathStyle style = tools_.files.Style();
-  const std::string& from = task.item->from;
   for (const TrashPlace& place : task.trash) {
-    if (IsOrLiesBelow(place.folder, from, style)) return {OperationCode::SameFile, "the trash itself lies in it"};
-    for (const std::string& folder : {ParentOf(from, style), place.realFolder}) {
-      if (IsOrLiesBelow(folder, place.folder, style)) {
-        return {OperationCode::SameFile, "it lies in the trash already"};
-      }
+    if (IsOrLiesBelow(place.folder, task.item->from, tools_.files.Style())) {
+      return {OperationCode::SameFile, "the trash itself lies in it"};
     }
+    if (!place.within.empty()) return {OperationCode::SameFile, "it lies in the trash already"};
   }
   return {};
 }

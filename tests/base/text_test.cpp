@@ -124,7 +124,8 @@ TEST(TextKey, IsTheFirstEightFoldedBytes) {
 }
 
 TEST(CommandsText, IsOfWhatActsOnTheTextAboutItAndShowsNothing) {
-  for (const char* const command : {"\u0080", "\u009f", "\u2028", "\u2029", "\u202a", "\u202e", "\u2066", "\u2069"})
+  for (const char* const command :
+       {"\u0080", "\u009f", "\u2028", "\u2029", "\u202a", "\u202e", "\u2066", "\u2069", "\u061c", "\u200e", "\u200f"})
     EXPECT_TRUE(CommandsText(command)) << testing::PrintToString(command);
   for (const char* const plain :
        {"a", "\x7f", "\u00a0", "\u2027", "\u202f", "\u2065", "\u206a", "\u20ac", "\U0001F400"})

@@ -28,20 +28,6 @@ TEST_F(SmartMarkerTest, OneOfEachGroupIsKeptBeforeTheGroupRulesMarkAnew) {
   EXPECT_THAT(seen, ElementsAre("x-", "-x"));
 }
 
-TEST_F(SmartMarkerTest, EventsComeBetweenTheRulesForManyRows) {
-  for (const char* file : {"/d/a", "/e/b", "/e/c", "/e/d"}) Add({file});
-  AddFolder("/d/");
-  KeepNone();
-  PumpAtEachMark();
-  std::vector<std::string> seen;
-  events.onPump = [&] {
-    seen.push_back(Marks());
-    frm.cmbPattern.SetText("d");  // too late for this run
-  };
-  EXPECT_TRUE(RunPattern("b;c"));
-  EXPECT_THAT(seen, ElementsAre("x---", "xx--", "xxx-"));
-}
-
 TEST_F(SmartMarkerTest, ARunWithNothingChosenKeepsOneOfEachGroupAndSorts) {
   Add({"/d/1", 2, "2001/01/01 00:00:00"});
   Add({"/d/2", 1, "2001/01/01 00:00:00"});

@@ -251,6 +251,37 @@ TEST_F(PosixTrash, AFolderMountedAtAnotherPlaceIsADiskOfItsOwn) {
   if (!mounted) GTEST_SKIP() << kNoMounts;
 }
 
+TEST_F(PosixTrash, TellsWhatLiesInATrashAlready) {
+  const std::string trash = At("home/.local/share/Trash");
+  world_->MakeFolder(trash + "/files/in/one");
+  world_->MakeLink(At("linked"), "home/.local/share/Trash/files");
+  world_->MakeLink(At("me"), "home");
+  for (const char* path : {"home/.local/share/Trash/files/in/one", "home/.local/share/Trash/info",
+                           "me/.local/share/Trash/files/in", "linked/in"}) {
+    EXPECT_EQ(Place(At(path)).within, trash) << path;
+  }
+  EXPECT_EQ(PosixTrashPlaces(At("me/.local/share/Trash")).Places(trash + "/files/in", why_).at(0).within, trash);
+  for (const char* path : {"home/.Trash-7/files/one", "home/old/.local/share/Trash/files/one", "home/.Trash"}) {
+    world_->MakeFile(At(path), "1");
+    EXPECT_EQ(Place(At(path)).within, "") << path;
+    std::filesystem::remove_all(At("home/.Trash"));
+  }
+}
+
+TEST_F(PosixTrash, TellsWhatLiesInEitherTrashOfADisk) {
+  const bool mounted = WithDisk([&] {
+    world_->MakeFile(OfUser(At("disk/.Trash-")) + "/files/one", "1");
+    world_->MakeFile(OfUser(At("disk/.Trash/")) + "/files/two", "1");
+    world_->MakeFile(At("disk/.Trash-elsewhere/files/three"), "1");
+    ASSERT_EQ(chmod(At("disk/.Trash").c_str(), 01777), 0);
+    EXPECT_EQ(Place(OfUser(At("disk/.Trash-")) + "/files/one").within, OfUser(At("disk/.Trash-")));
+    EXPECT_EQ(Place(OfUser(At("disk/.Trash/")) + "/files/two").within, OfUser(At("disk/.Trash/")));
+    EXPECT_EQ(Place(At("disk/.Trash-elsewhere/files/three")).within, "");
+    EXPECT_EQ(Place(At("disk/a/file")).within, "");
+  });
+  if (!mounted) GTEST_SKIP() << kNoMounts;
+}
+
 TEST_F(PosixTrash, LongPathsHaveATrashToo) {
   world_->MakeFolder(At("home"));
   std::string folder = "long";

@@ -149,6 +149,14 @@ TEST_F(SessionCommandsTest, ASessionWithoutANameIsAskedForOne) {
   EXPECT_EQ(frm.session.SessionFile, kFile);
 }
 
+TEST_F(SessionCommandsTest, AfterASaveElsewhereThatFailedTheOldFileKeepsItsResult) {
+  SaveAs(BoxAnswer::Yes);
+  writer.Fail(Errors::DiskFull);
+  EXPECT_THROW(SaveAs(BoxAnswer::No, "/home/other.Tresmor"), Failure);
+  EXPECT_EQ(frm.session.SessionFile, kFile);
+  EXPECT_TRUE(frm.session.SaveSrchResult);
+}
+
 TEST_F(SessionCommandsTest, ASaveThatFailsGivesTheSessionNoName) {
   writer.Fail(Errors::DiskFull);
   EXPECT_THROW(SaveAs(BoxAnswer::Yes), Failure);

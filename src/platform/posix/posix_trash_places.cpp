@@ -138,20 +138,34 @@ std::string PathOf(const Descriptor& folder) {
   return length > 0 ? std::string(path.data(), static_cast<std::size_t>(length)) : "";
 }
 
-std::vector<TrashPlace> AtTop(const Opened& top, const Volume& volume, const std::string& realFolder,
-                              TrashFailure& why) {
+// Of this user, below the top of a disk: in the shared folder, and beside it.
+std::string InShared() { return std::string(kSharedTrash) + "/" + std::to_string(geteuid()); }
+std::string OwnName() { return std::string(kTrashOfUser) + std::to_string(geteuid()); }
+
+std::vector<TrashPlace> AtTop(const Opened& top, const Volume& volume, TrashFailure& why) {
   const std::string path = PathOf(top.folder);
   if (path.empty()) return {};
-  const std::string user = std::to_string(geteuid());
   const std::string begin = AddTail(path, "/");
-  if (Ready(OpenOwn(OpenShared(top), user, volume), volume).IsOpen()) {
-    return {{begin + std::string(kSharedTrash) + "/" + user, path, realFolder}};
+  if (Ready(OpenOwn(OpenShared(top), std::to_string(geteuid()), volume), volume).IsOpen()) {
+    return {{begin + InShared(), path}};
   }
-  const std::string own = std::string(kTrashOfUser) + user;
-  const Opened trash = Ready(OpenOwn(top, own, volume), volume);
-  if (trash.IsOpen()) return {{begin + own, path, realFolder}};
-  why = {trash.failure, begin + own};
+  const Opened trash = Ready(OpenOwn(top, OwnName(), volume), volume);
+  if (trash.IsOpen()) return {{begin + OwnName(), path}};
+  why = {trash.failure, begin + OwnName()};
   return {};
+}
+
+// Which of the trash folders at the top of its disk a folder without links on its path lies in, or is.
+std::string TrashAround(const std::string& realFolder) {
+  if (realFolder.find("/" + std::string(kSharedTrash)) == std::string::npos) return "";
+  Opened folder = OpenFolder(realFolder);
+  FolderFacts facts;
+  if (!folder.IsOpen() || Ask(folder.folder, facts) != Errors::None) return "";
+  const std::string top = AddTail(PathOf(ClimbToTop(std::move(folder), facts).folder), "/");
+  for (const std::string& trash : {top + InShared(), top + OwnName()}) {
+    if (IsOrLiesBelow(realFolder, trash, PathStyle::Posix())) return trash;
+  }
+  return "";
 }
 
 }  // namespace
@@ -167,10 +181,18 @@ std::vector<TrashPlace> PosixTrashPlaces::Places(const std::string& path, TrashF
   TrashFailure home;
   if (!homeTrash_.empty()) {
     const Opened trash = Ready(OpenOrMake(homeTrash_, facts.volume), facts.volume);
-    if (trash.IsOpen()) return {{homeTrash_, "", realFolder}};
+    if (trash.IsOpen()) {
+      const std::string real = PathOf(trash.folder);
+      const bool isWithin = !real.empty() && IsOrLiesBelow(realFolder, real, PathStyle::Posix());
+      return {{homeTrash_, "", realFolder, isWithin ? real : TrashAround(realFolder)}};
+    }
     home = {trash.failure, homeTrash_};
   }
-  auto places = AtTop(ClimbToTop(std::move(folder), facts), facts.volume, realFolder, why);
+  auto places = AtTop(ClimbToTop(std::move(folder), facts), facts.volume, why);
+  for (TrashPlace& place : places) {
+    place.realFolder = realFolder;
+    place.within = TrashAround(realFolder);
+  }
   if (home.failure != Errors::None) why = home;
   return places;
 }
