@@ -57,9 +57,9 @@ struct SessionSaver {
 // All on the interface thread.
 
 // Writes the controls as they stand, the list of read errors apart. Pumps events now and then; nothing may add, remove
-// or move rows then. Result rows that the format can't tell, since a
-// cell holds "|-" or CR LF, are left out, and a box says so after the save. If a scope row is one of them nothing is
-// saved: a box says why, and the result is false. Throws the Failure of the writer; the old file is then as it was.
+// or move rows then. Result rows that the format can't tell, since a cell holds "|-" or CR LF, are left out, and a box
+// says so after the save. If a scope row is one of them nothing is saved: a box says why, and the result is false.
+// Throws the Failure of the writer; the old file is then as it was.
 bool SaveSession(const std::string& sFileName, const SessionControls& controls, const SessionSaver& saver);
 
 // Puts the session told by `sFile` into the controls. Scope and lists were emptied before; sorting, counting and the

@@ -3,8 +3,8 @@
 //
 // Paths are bytes in the style that Style() names, absolute or relative to the working folder, of any length the file
 // system itself allows (an adapter gets around limits of its calls). Nothing here follows a symbolic link at the end
-// of a path, except List and OpenFolder, since the folder of a scope row may be one. Every routine may be
-// called from any thread at any time.
+// of a path, except List and OpenFolder, since the folder of a scope row may be one. Every routine may be called from
+// any thread at any time.
 #pragma once
 
 #include <cstddef>

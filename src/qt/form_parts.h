@@ -8,7 +8,6 @@
 #include "qt/binder.h"
 #include "qt/display_text.h"
 
-class QGridLayout;
 class QHBoxLayout;
 
 namespace tresmor {

@@ -9,8 +9,6 @@
 #include "results/list_tip.h"
 #include "shell/frm_main.h"
 
-class QGridLayout;
-
 namespace tresmor {
 
 // The main window on the screen. It stands where FrmMain says, as far as the desktop lets it, and tells FrmMain where

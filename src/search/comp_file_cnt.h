@@ -26,9 +26,9 @@ class FileCompare {
  public:
   explicit FileCompare(const ComparePorts& ports);
 
-  // Writes the verdict into DupGrp of the range. A record that failed before isn't read again. Groups
-  // from before are tested in the blocks behind the first; duplicates, which agree in every byte, are left alone unless
-  // the comparison is tolerant. A stop leaves the range without new groups.
+  // Writes the verdict into DupGrp of the range. A record that failed before isn't read again. Groups from before are
+  // tested in the blocks behind the first; duplicates, which agree in every byte, are left alone unless the comparison
+  // is tolerant. A stop leaves the range without new groups.
   void CompFileCnt(FileProps& table, const CompareRange& range, bool isTolerant, SizeRule rule);
 
   // The parts of a strict comparison, for those that share one among threads. Start turns to a range, Finish closes its

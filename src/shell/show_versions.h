@@ -14,9 +14,9 @@ struct ShowVersionsPorts {
 };
 
 // What mnuShowVer does: fills the version column of the list on show, every row anew, and tags the list. Interface
-// thread; it pumps its events while other threads read the files. There is no cancel. Another
-// list may come on show meanwhile. Rows may move and go: each one that remains has its own file's version in the end,
-// for which some files may be read twice.
+// thread; it pumps its events while other threads read the files. There is no cancel. Another list may come on show
+// meanwhile. Rows may move and go: each one that remains has its own file's version in the end, for which some files
+// may be read twice.
 //
 // `progress` is bound to the form's own timer, panel and bar. The time elapsed that it tells goes on from the last
 // search, which alone sets its start.

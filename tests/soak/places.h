@@ -5,7 +5,6 @@ namespace tresmor::soak {
 
 inline constexpr char kSavedFolder[] = "/home/me/saved/";  // sessions and tables
 inline constexpr char kStateFolder[] = "/home/me/state/";  // what the program keeps for itself
-inline constexpr char kUndoLog[] = "/home/me/state/undo";
 inline constexpr const char* kDataFolders[] = {"/data",       "/data/a", "/data/a/deep", "/data/b",
                                                "/data/b/odd", "/usb",    "/usb/films",   "/home/me/docs"};
 

@@ -128,8 +128,8 @@ Errors PosixFileChanges::Append(const std::string& path, std::string_view bytes)
   Errors failure = Errors::None;
   const Descriptor file = OpenFor(path, O_WRONLY | O_CREAT | O_APPEND, failure);
   if (!file.IsOpen()) return failure;
-  flock(file.Number(),
-        LOCK_EX);  // so that what is cut off below is this program's; where there are no locks it may not
+  // So that what is cut off below is this program's; where there are no locks it may not be.
+  flock(file.Number(), LOCK_EX);
   struct stat info {};
   if (fstat(file.Number(), &info) != 0) return PathFailure(errno);
   if (!S_ISREG(info.st_mode)) return Errors::PathAccess;
