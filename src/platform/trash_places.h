@@ -14,7 +14,8 @@ struct TrashPlace {
   std::string topFolder;  // of a disk's own trash: paths are noted from here on. Empty: they are noted whole
   // The folder that the path stands in, without links and ".." on the way to it. Empty where that can't be told.
   std::string realFolder{};
-  // The trash folder of this user's that the path lies in already, be it this one or another on its disk. Empty: none.
+  // The trash folder of this user's that the path lies in already, be it this one or another on its disk. Empty: none,
+  // or it can't be told.
   std::string within{};
 };
 

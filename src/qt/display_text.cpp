@@ -121,8 +121,9 @@ QString Breakable(const QString& text, int mostTogether) {
   int together = 0;
   for (qsizetype at = 0; at < text.size(); ++at) {
     const QChar unit = text[at];
-    const bool isDigitNext = at + 1 < text.size() && text[at + 1].isDigit();  // in front of which a / doesn't break
-    const bool breaks = unit == ' ' || (!isDigitNext && (unit == '/' || unit == '-'));
+    // In front of digits and of most signs a line doesn't break.
+    const bool isLetterNext = at + 1 < text.size() && text[at + 1].isLetter();
+    const bool breaks = unit == ' ' || (isLetterNext && (unit == '/' || unit == '-'));
     if (!breaks && together >= mostTogether && !unit.isLowSurrogate() && !unit.isMark()) {
       breakable += QChar(0x200B);
       together = 0;

@@ -44,11 +44,13 @@ Trouble TrashFile::ChooseOtherName(Task& task, const TrashPlace& place, const st
 }
 
 Trouble TrashFile::TroubleInTrash(const Task& task) const {
+  const PathStyle style = tools_.files.Style();
   for (const TrashPlace& place : task.trash) {
-    if (IsOrLiesBelow(place.folder, task.item->from, tools_.files.Style())) {
+    if (IsOrLiesBelow(place.folder, task.item->from, style)) {
       return {OperationCode::SameFile, "the trash itself lies in it"};
     }
-    if (!place.within.empty()) return {OperationCode::SameFile, "it lies in the trash already"};
+    if (!place.within.empty() || IsOrLiesBelow(ParentOf(task.item->from, style), place.folder, style))
+      return {OperationCode::SameFile, "it lies in the trash already"};
   }
   return {};
 }

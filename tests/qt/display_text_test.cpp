@@ -73,7 +73,7 @@ TEST(DisplayText, LongLinesHaveUnseenPlacesToBreak) {
   QString broken = Breakable(QString(70, 'x'), 30);
   EXPECT_EQ(broken, QString(30, 'x') + QChar(0x200B) + QString(30, 'x') + QChar(0x200B) + QString(10, 'x'));
   for (const QString& joined :
-       {QString("1-2").repeated(20), QString("/7").repeated(30), QString("a\u00A0").repeated(20)})
+       {QString("1-2").repeated(20), QString("/7").repeated(30), QString(59, '-'), QString("a\u00A0").repeated(20)})
     EXPECT_EQ(Breakable(joined, 30).count(QChar(0x200B)), 1) << joined.toStdString();
   const QString rats = QString::fromUtf8("\U0001F400").repeated(50);
   broken = Breakable(rats, 30);

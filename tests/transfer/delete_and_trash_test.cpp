@@ -113,7 +113,10 @@ TEST_F(FileExecutorTest, WhatLiesInATrashIsNotTrashedOnceMore) {
   Make("/home/me/Trash/info/in.trashinfo");
   expectLeft("/home/me/Trash", "the trash itself lies in it");
   expectLeft("/home/me", "the trash itself lies in it");
+  expectLeft("/home/me/Trash/files/in", "it lies in the trash already");
+  files.MakeLink("/linked", "/home/me/Trash/files");
   program.trash.home[0].within = "/home/me/Trash";
+  expectLeft("/linked/in", "it lies in the trash already");
   for (const char* path : {"/home/me/Trash/files/in/one", "/home/me/Trash/files/in", "/home/me/Trash/files",
                            "/home/me/Trash/info/in.trashinfo"}) {
     expectLeft(path, "it lies in the trash already");
