@@ -22,6 +22,16 @@ class WindowTest : public AppTest {
       layOut();
     };
   }
+  // Prepares a search that takes its time; `deed` is done as soon as it runs.
+  void OnceSearching(const std::function<void()>& deed) {
+    for (const char* const name : {"data/1", "data/2"}) MakeSparse(name, 64LL << 30, 'x');
+    AddFolder(At("data"));
+    ExpectMessage("Be patient");
+    Frm().cmdSrch.Listen([this, deed](const Notice& notice) {
+      if (notice.what != Notice::What::Text || notice.when != Notice::When::After) return;
+      if (Frm().cmdSrch.Caption() == kCancelCaption) QTimer::singleShot(0, &View(), deed);
+    });
+  }
   void AddResult(ResultList kind, const std::string& name) {
     Finding finding;
     finding.folder = At("data/");
@@ -239,19 +249,12 @@ TEST_F(WindowTest, ASizeThatIsNoNumberIsToldWhenItsFieldIsLeft) {
 }
 
 TEST_F(WindowTest, ASearchIsCancelledBeforeTheWindowCloses) {
-  for (const char* const name : {"data/1", "data/2"}) MakeSparse(name, 64LL << 30, 'x');
-  AddFolder(At("data"));
-  ExpectMessage("Be patient");
-  Frm().cmdSrch.Listen([this](const Notice& notice) {
-    if (notice.what != Notice::What::Text || notice.when != Notice::When::After) return;
-    if (Frm().cmdSrch.Caption() != kCancelCaption) return;
-    QTimer::singleShot(0, &View(), [this] {
-      EXPECT_FALSE(Named("Paths")->isEnabled());
-      EXPECT_FALSE(View().close());
-      Click(Button("Cancel"));
-      EXPECT_EQ(Frm().cmdSrch.Caption(), kCancelCaption) << "it goes on after a No";
-      Click(Button("Cancel"));
-    });
+  OnceSearching([this] {
+    EXPECT_FALSE(Named("Paths")->isEnabled());
+    EXPECT_FALSE(View().close());
+    Click(Button("Cancel"));
+    EXPECT_EQ(Frm().cmdSrch.Caption(), kCancelCaption) << "it goes on after a No";
+    Click(Button("Cancel"));
   });
   script_.ExpectBox("Quit", "Please cancel your search before quitting.");
   script_.ExpectBox("Cancel Search", "Are you sure to cancel searching?", "No");
@@ -299,20 +302,13 @@ TEST_F(WindowTest, IconsGoWithTheColoursOfTheDesktop) {
 
 // The menu of F5 is off meanwhile.
 TEST_F(WindowTest, ASearchIsCancelledByTheKeyOfItsButtonAndNotByF5) {
-  for (const char* const name : {"data/1", "data/2"}) MakeSparse(name, 64LL << 30, 'x');
-  AddFolder(At("data"));
-  ExpectMessage("Be patient");
-  Frm().cmdSrch.Listen([this](const Notice& notice) {
-    if (notice.what != Notice::What::Text || notice.when != Notice::When::After) return;
-    if (Frm().cmdSrch.Caption() != kCancelCaption) return;
-    QTimer::singleShot(0, &View(), [this] {
-      Key(Qt::Key_F5);
-      EXPECT_EQ(Frm().cmdSrch.Caption(), kCancelCaption);
-      script_.Expect("Cancel Search", [](QWidget& window) { QTest::keyClick(&window, Qt::Key_Y, Qt::AltModifier); });
-      script_.Expect("Search completed", [](QWidget& window) { Find<QPushButton>(window, "OK")->click(); });
-      ExpectMessage("Smart Marker");
-      Key(Qt::Key_C, Qt::AltModifier);
-    });
+  OnceSearching([this] {
+    Key(Qt::Key_F5);
+    EXPECT_EQ(Frm().cmdSrch.Caption(), kCancelCaption);
+    script_.Expect("Cancel Search", [](QWidget& window) { QTest::keyClick(&window, Qt::Key_Y, Qt::AltModifier); });
+    script_.Expect("Search completed", [](QWidget& window) { Find<QPushButton>(window, "OK")->click(); });
+    ExpectMessage("Smart Marker");
+    Key(Qt::Key_C, Qt::AltModifier);
   });
   Key(Qt::Key_F5);
   EXPECT_TRUE(script_.IsDone());
