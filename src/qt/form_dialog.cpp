@@ -1,8 +1,11 @@
 #include "qt/form_dialog.h"
 
 #include <QCloseEvent>
+#include <QGuiApplication>
 #include <QScreen>
 #include <QWindow>
+
+#include "qt/qt_dialogs.h"
 
 namespace tresmor {
 
@@ -28,6 +31,36 @@ void FormDialog::ShowOver(QWidget* owner) {
 }
 
 void FormDialog::reject() { binder_.Deliver(byEscape_); }
+
+// A window that comes and goes in a moment may be told that it has the keys when it has gone.
+bool FormDialog::event(QEvent* event) {
+  if (event->type() == QEvent::WindowActivate && !isVisible()) {
+    const QWidget* const other = Owner() == nullptr ? ModalOwner() : nullptr;
+    GiveKeys(other == nullptr ? Owner() : other->windowHandle());
+  }
+  return QDialog::event(event);
+}
+
+// The desktop may give the keys to none. Whoever has gone on to another program isn't called back.
+void FormDialog::hideEvent(QHideEvent* event) {
+  QDialog::hideEvent(event);
+  if (!event->spontaneous() && QGuiApplication::focusWindow() != nullptr) GiveKeys(Owner());
+}
+
+QWindow* FormDialog::Owner() const {
+  QWindow* owner = windowHandle()->transientParent();
+  while (owner != nullptr && !owner->isVisible()) owner = owner->transientParent();
+  return owner;
+}
+
+// The toolkit doesn't ask the desktop for the keys while a window that belongs to the other seems to have them.
+void FormDialog::GiveKeys(QWindow* other) {
+  if (other == nullptr) return;
+  QWindow* const before = windowHandle()->transientParent();
+  windowHandle()->setTransientParent(nullptr);
+  other->requestActivate();
+  windowHandle()->setTransientParent(before);
+}
 
 void FormDialog::closeEvent(QCloseEvent* event) {
   event->ignore();

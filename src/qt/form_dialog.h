@@ -20,9 +20,15 @@ class FormDialog : public QDialog {
   void reject() override;
 
  protected:
+  bool event(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
 
  private:
+  // The nearest window on the screen that this one stands or stood over; null for none.
+  QWindow* Owner() const;
+  void GiveKeys(QWindow* other);
+
   const Binder& binder_;
   QWidget* first_ = nullptr;
   const std::function<void()> byFrame_;

@@ -10,6 +10,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QSortFilterProxyModel>
+#include <QWindow>
 #include <algorithm>
 #include <array>
 
@@ -262,11 +263,25 @@ class FileDialog : public QFileDialog {
   const Binder& binder_;
 };
 
+// The window on the screen that another one, such as the tip of the day, belongs to; null for none.
+QWidget* OwnerOf(const QWidget& window) {
+  const QWindow* const owner = window.windowHandle() == nullptr ? nullptr : window.windowHandle()->transientParent();
+  if (owner == nullptr || !owner->isVisible()) return nullptr;
+  for (QWidget* const other : QApplication::topLevelWidgets()) {
+    if (other->windowHandle() == owner) return other;
+  }
+  return nullptr;
+}
+
 }  // namespace
 
 QWidget* ModalOwner() {
   if (QWidget* const modal = QApplication::activeModalWidget()) return modal;
-  if (QWidget* const active = QApplication::activeWindow()) return active;
+  // One that has gone may still seem active.
+  if (QWidget* const active = QApplication::activeWindow(); active != nullptr && active->isVisible()) {
+    QWidget* const owner = OwnerOf(*active);
+    return owner == nullptr ? active : owner;
+  }
   for (QWidget* const window : QApplication::topLevelWidgets()) {
     if (window->isVisible() && window->windowType() == Qt::Window) return window;
   }

@@ -8,9 +8,9 @@
 
 namespace tresmor {
 
-// The toolkit's boxes and dialogs, over the window that is active; F1 in them is about that window. Folders are chosen
-// in the desktop's own dialog where it has one. Its dialogs for files aren't used: they ask about replacing a file
-// before its name gets the extension. Names with quotation marks are taken as they stand.
+// The toolkit's boxes and dialogs, over the window that is active, or that this belongs to; F1 in them is about that
+// window. Folders are chosen in the desktop's own dialog where it has one. Its dialogs for files aren't used: they ask
+// about replacing a file before its name gets the extension. Names with quotation marks are taken as they stand.
 class QtDialogs : public Dialogs {
  public:
   explicit QtDialogs(const Binder& binder) : binder_(binder) {}

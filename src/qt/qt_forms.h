@@ -21,7 +21,8 @@ class QtForms : public ModalForms, public FileForms, public ShellForms {
   // These forms outlive this.
   void ShowModal(FrmMyMsgBox& form) override;
   void ShowModal(FrmFileOper& form) override;
-  // From now on the form's window is on the screen while the form is Visible: over all others, or over `owner`.
+  // From now on the form's window is on the screen while the form is Visible: over all others; or over `owner`, and
+  // with it alone.
   void ShowWhileVisible(FrmFileProgress& form);
   void ShowWhileVisible(FrmTip& form, QWidget& owner);
   void ShowWhileVisible(FrmHelp& form);  // where the desktop likes
@@ -33,9 +34,9 @@ class QtForms : public ModalForms, public FileForms, public ShellForms {
   // Made when it is first needed, and kept: the form's controls hear of nothing twice.
   template <class Form>
   FormDialog& WindowOf(Form& form);
-  // `owner` gives the window to stand over.
-  template <class Form, class Owner>
-  void Show(Form& form, Owner owner);
+  // `show` brings the form's window onto the screen.
+  template <class Form, class Show>
+  void FollowVisible(Form& form, Show show);
 
   const Binder& binder_;
   std::map<const Control*, std::unique_ptr<FormDialog>> windows_;

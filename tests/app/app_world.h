@@ -46,6 +46,7 @@ class AppTest : public TempTree {
   void StartIn(const std::string& programFolder, const std::string& sessionFile = "") {
     Make(programFolder);
     program_->Start([this] { ++closed_; }, sessionFile);
+    QCoreApplication::processEvents();  // the tip of the day comes behind the window
     Activate();
   }
   void Make(const std::string& programFolder) {

@@ -227,6 +227,7 @@ class DialogTest : public AppTest {
   void ExpectHelpByKey(QWidget& window, const std::string& address) {
     QTest::keyClick(window.focusWidget() != nullptr ? window.focusWidget() : &window, Qt::Key_F1);
     ExpectHelp(address);
+    QCoreApplication::processEvents();  // the help hears yet that it had the keys
     GiveKeys(window);
   }
 

@@ -123,12 +123,19 @@ TEST_F(FormWindowsTest, TheTipIsNotModalAndIsThereWhileItsFormIs) {
     return tip;
   };
   form.Visible = true;
+  EXPECT_EQ(windowOf(), nullptr) << "a desktop puts what comes before its owner behind it";
+  owner.show();
+  EXPECT_EQ(windowOf(), nullptr) << "the desktop hasn't heard of the owner yet";
+  tests::WaitUntil([&] { return windowOf() != nullptr; });
   const QWidget* const window = windowOf();
-  ASSERT_NE(window, nullptr);
   EXPECT_FALSE(window->isModal());
   EXPECT_NE(Find<QLabel>(*window, "A < B & C"), nullptr);
   Find<QPushButton>(*window, "OK")->click();
   EXPECT_EQ(windowOf(), nullptr);
+  owner.hide();
+  owner.show();
+  QCoreApplication::processEvents();
+  EXPECT_EQ(windowOf(), nullptr) << "it was closed";
 }
 
 TEST_F(FormWindowsTest, SmartMarkingShowsOneFrameBelowItsTabs) {

@@ -110,6 +110,21 @@ TEST_F(HelpWindowTest, APlaceOnAPageIsBroughtIntoSight) {
   EXPECT_GT(page->verticalScrollBar()->value(), 0);
 }
 
+TEST_F(HelpWindowTest, GivesTheKeysBackThatItGetsWhenItHasGone) {
+  QWidget main;
+  ShowActive(main);
+  Show("quickstart.htm");
+  Key(Qt::Key_Escape);
+  QDialog other;
+  ShowActive(other);
+  QEvent late(QEvent::WindowActivate);
+  QCoreApplication::sendEvent(window, &late);
+  EXPECT_TRUE(other.isActiveWindow()) << "the user is there by now";
+  other.hide();
+  QCoreApplication::sendEvent(window, &late);
+  WaitUntil([&] { return main.isActiveWindow(); });
+}
+
 TEST_F(HelpWindowTest, AllOfItWorksByKeys) {
   Show("quickstart.htm");
   Key(Qt::Key_F, Qt::ControlModifier);

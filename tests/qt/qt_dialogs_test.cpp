@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
+#include <QWindow>
 #include <filesystem>
 
 #include "qt/display_text.h"
@@ -51,6 +52,16 @@ TEST_F(QtDialogsTest, ABoxWithoutATitleHasTheProgramsName) {
   script_.ExpectBox("Tresmor", "Please mark files before deletion.");
   EXPECT_EQ(dialogs_.MessageBox("Please mark files before deletion.", BoxIcon::None, "", BoxButtons::Ok),
             BoxAnswer::Ok);
+}
+
+TEST_F(QtDialogsTest, WhatBelongsToTheMainWindowOwnsNoDialog) {
+  QDialog tip;
+  tip.winId();
+  tip.windowHandle()->setTransientParent(main_.windowHandle());
+  ShowActive(tip);
+  EXPECT_EQ(ModalOwner(), &main_);
+  main_.hide();
+  EXPECT_EQ(ModalOwner(), &tip);
 }
 
 struct BoxCase {

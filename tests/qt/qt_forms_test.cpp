@@ -249,6 +249,49 @@ TEST(FileProgressForm, ShowsWhileItIsVisible) {
   EXPECT_FALSE(window->isVisible());
 }
 
+struct ProgressStage : FormsStage {
+  ProgressStage() { forms.ShowWhileVisible(form); }
+  QWidget* Come() {
+    form.Visible = true;
+    QWidget* const window = QApplication::activeModalWidget();
+    WaitUntil([&] { return window->isActiveWindow(); });
+    return window;
+  }
+
+  FrmFileProgress form;
+};
+
+TEST(FileProgressForm, GivesTheKeysBackWhenItGoes) {
+  ProgressStage stage;
+  stage.Come();
+  stage.form.Visible = false;
+  WaitUntil([&] { return stage.main.isActiveWindow(); });
+}
+
+TEST(FileProgressForm, GivesTheKeysBackThatItGetsWhenItHasGone) {
+  ProgressStage stage;
+  QWidget* const window = stage.Come();
+  stage.form.Visible = false;
+  QWidget other;
+  ShowActive(other);
+  QEvent late(QEvent::WindowActivate);
+  QCoreApplication::sendEvent(window, &late);
+  WaitUntil([&] { return stage.main.isActiveWindow(); });
+}
+
+TEST(FileProgressForm, CallsNobodyBackFromAnotherProgram) {
+  ProgressStage stage;
+  QWidget* const window = stage.Come();
+  auto last = std::make_unique<QDialog>(window);
+  last->setModal(true);
+  ShowActive(*last);
+  last.reset();
+  ASSERT_EQ(QGuiApplication::focusWindow(), nullptr);
+  stage.form.Visible = false;
+  QCoreApplication::processEvents();
+  EXPECT_EQ(QGuiApplication::focusWindow(), nullptr);
+}
+
 TEST(FileProgressForm, F1AsksForItsTopicAndCancelsNothing) {
   FormsStage stage;
   std::vector<std::int32_t> topics;

@@ -66,6 +66,12 @@ class Desk:
     def windows(self, title):
         return self.ask('search', '--onlyvisible', '--name', '^' + title + '$')
 
+    def stack(self):
+        """All windows on the desktop, the one on top last."""
+        answer = subprocess.run(['xprop', '-root', '-notype', '_NET_CLIENT_LIST_STACKING'], env=self.env,
+                                capture_output=True, text=True, check=False).stdout
+        return [str(int(window, 16)) for window in answer.partition('#')[2].split(',') if window.strip()]
+
     def window(self, title):
         """Waits for a window and gives it the keys."""
         window = wait_for(lambda: self.windows(title), f'the window "{title}"')[-1]
@@ -92,6 +98,7 @@ class Desk:
 
     def picture(self, name):
         time.sleep(.5)
+        os.makedirs(self.pictures, exist_ok=True)
         self.taken += 1
         file = os.path.join(self.pictures, f'{self.taken:02}-{name}.png')
         subprocess.run(['import', '-window', 'root', file], env=self.env, check=True)

@@ -32,6 +32,7 @@ SAVE_SECONDS = 5
 PATH_TAB, PATH_FIELD = (36, 50), (120, 80)
 RESULT_TABS = [(50, 274), (140, 274), (140, 274), (245, 274)]
 FIRST_ROW, ROW = (80, 318), 14
+ROOMY = (1000, 700)  # a size at which all of these are inside
 
 KEYS = ['Tab', 'shift+Tab', 'Up', 'Down', 'Home', 'End', 'Page_Down', 'space', 'ctrl+1', 'ctrl+2', 'ctrl+4', 'ctrl+g',
         'ctrl+t', 'ctrl+c', 'ctrl+o', 'ctrl+e', 'ctrl+f', 'ctrl+p', 'ctrl+v', 'ctrl+k', 'ctrl+r', 'ctrl+x', 'ctrl+l',
@@ -110,7 +111,11 @@ class Soak:
     # --- What is on the screen
 
     def title(self):
-        return ' '.join(self.desk.ask('getactivewindow', 'getwindowname'))
+        """Of the window that has the keys, '' for none. One that has just gone may still be said to have them."""
+        active = self.desk.ask('getactivewindow')
+        if not active or active[0] not in self.desk.stack():
+            return ''
+        return ' '.join(self.desk.ask('getwindowname', active[0]))
 
     def answer(self):
         """Deals with whatever dialog has the keys. Gives whether it is the main window that has them."""
@@ -118,7 +123,7 @@ class Soak:
         if title == MAIN:
             return True
         if not title:
-            self.activate()
+            self.expect_keys()
             return False
         keys = ['Escape']
         if title == 'Search completed':
@@ -142,11 +147,14 @@ class Soak:
         self.desk.keys(*keys)
         return False
 
-    def activate(self):
-        """Gives the keys to the window on top, as the user does where the window manager gave them to none."""
-        windows = self.desk.windows('[A-Z].*')
-        if windows:
-            self.desk.ask('windowactivate', windows[-1])
+    def expect_keys(self):
+        """Some window gets the keys soon. Nothing here takes them from all: a click on the desktop would."""
+        end = time.monotonic() + PATIENCE
+        while time.monotonic() < end:
+            if self.title() or self.program.poll() is not None:
+                return
+            time.sleep(.05)
+        raise Trouble('no window has the keys')
 
     def settle(self):
         """Waits until the main window has the keys and answers one. Gives whether the program still runs."""
@@ -251,6 +259,7 @@ class Soak:
         window = self.main_window()
         if window is None:
             return
+        self.desk.ask('windowsize', '--sync', window, *ROOMY)
         self.desk.click(window, *self.dice.choice(RESULT_TABS))
         x, y = FIRST_ROW
         self.desk.click(window, x, y + self.dice.randrange(8) * ROW)

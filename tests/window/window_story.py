@@ -76,7 +76,10 @@ def story(desk, home, program):
     """From an empty start to duplicates in the trash, and out."""
     files = os.path.join(home, 'demo')
     make_files(files)
-    desk.window('Tip of the Day')
+    tip = wait_for(lambda: desk.windows('Tip of the Day'), 'the tip')
+    wait_for(lambda: desk.ask('getactivewindow') == tip, 'the keys for the tip')
+    if desk.stack() != desk.windows(MAIN) + tip:
+        raise SystemExit('the tip isn\'t in front of the window')
     desk.picture('tip')
     desk.keys('Escape')
     desk.gone('Tip of the Day')
