@@ -61,7 +61,7 @@ Trouble TrashFile::Prepare(Task& task) {
   task.trash = tools_.trash.Places(from, why);
   if (task.trash.empty() && why.failure != Errors::None) return TargetTrouble(why.failure, why.at);
   if (task.trash.empty()) return {OperationCode::NoTrash, "its disk has no trash"};
-  if (const Trouble trouble = TroubleInTrash(task)) return trouble;
+  if (Trouble trouble = TroubleInTrash(task)) return trouble;
   const TrashPlace& place = task.trash.front();
   ChooseName(task, place, tools_.names.Pick(WishFor(task, place), TakenIn(place)));
   return {};
