@@ -104,7 +104,8 @@ void Monkey::Passive() {
   const Deeper deeper(depth_);
   machine_.events.Tick();
   if (dice_.OneIn(6)) {
-    view_->Drag(static_cast<float>(dice_.Below(20'000)), static_cast<float>(dice_.Below(15'000)));
+    // No window is smaller than its frame.
+    view_->Drag(static_cast<float>(1'000 + dice_.Below(19'000)), static_cast<float>(1'000 + dice_.Below(14'000)));
   }
   if (machine_.pictures.IsLoading() && dice_.OneIn(2)) {
     machine_.pictures.Finish(dice_.OneIn(3) ? nullptr : FakePictureLoader::Dot());
